@@ -1,0 +1,27 @@
+# A room is one static library with the house's warnings. Rooms list their sources one by one, so that
+# the platform is chosen by source lists and never by #if.
+#
+#   tolvan_room(<name> SOURCES <file>... [LINKS <target>...] [PRIVATE_LINKS <target>...])
+#
+# LINKS are the rooms whose headers its own headers use; PRIVATE_LINKS are libraries that only its .cpp files see.
+add_library(tolvan_house INTERFACE)
+target_include_directories(tolvan_house INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(tolvan_house INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wnull-dereference -Werror)
+
+function(tolvan_room name)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  add_library(tolvan_${name} STATIC ${ROOM_SOURCES})
+  target_link_libraries(tolvan_${name} PUBLIC tolvan_house ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
+endfunction()
+
+# One test program for a room: tolvan_tests(<name> SOURCES <file>... [LINKS <target>...]).
+# Every test of it is one ctest entry and has 120 seconds.
+function(tolvan_tests name)
+  cmake_parse_arguments(TESTS "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(test_${name} ${TESTS_SOURCES})
+  target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(test_${name} PRIVATE tolvan_house ${TESTS_LINKS} GTest::gmock GTest::gtest GTest::gtest_main)
+  gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+endfunction()

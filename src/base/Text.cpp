@@ -1,0 +1,171 @@
+#include "base/Text.h"
+
+#include <utf8proc.h>
+
+#include <charconv>
+
+namespace tolvan {
+namespace {
+
+constexpr char32_t strayByte = 0xDC00;
+constexpr char32_t firstStray = 0xDC80;
+constexpr char32_t lastStray = 0xDCFF;
+
+void AppendKept(std::string& out, char32_t codePoint) {
+  if (codePoint >= firstStray && codePoint <= lastStray) {
+    out += static_cast<char>(codePoint - strayByte);
+  } else {
+    AppendCodePoint(out, codePoint);
+  }
+}
+
+template <class Map>
+std::string MapCharacters(std::string_view text, Map map) {
+  std::string out;
+  out.reserve(text.size());
+  for (std::size_t position = 0; position < text.size();) AppendKept(out, map(NextCodePoint(text, position)));
+  return out;
+}
+
+char32_t Upper(char32_t c) {
+  if (c < 0x80) return c >= U'a' && c <= U'z' ? c - 32 : c;
+  // The library maps ß to the rare capital U+1E9E, which no code page of the host holds.
+  return c == U'ß' ? c : static_cast<char32_t>(utf8proc_toupper(static_cast<utf8proc_int32_t>(c)));
+}
+
+char32_t Lower(char32_t c) {
+  if (c < 0x80) return c >= U'A' && c <= U'Z' ? c + 32 : c;
+  return static_cast<char32_t>(utf8proc_tolower(static_cast<utf8proc_int32_t>(c)));
+}
+
+/// The end of `what` matched at `start` of `text` without regard to case, or npos.
+std::size_t MatchAt(std::string_view text, std::size_t start, std::string_view what) {
+  std::size_t inText = start;
+  std::size_t inWhat = 0;
+  while (inWhat < what.size()) {
+    if (inText >= text.size()) return std::string_view::npos;
+    if (Lower(NextCodePoint(text, inText)) != Lower(NextCodePoint(what, inWhat))) return std::string_view::npos;
+  }
+  return inText;
+}
+
+}  // namespace
+
+char32_t NextCodePoint(std::string_view text, std::size_t& position) {
+  const auto lead = static_cast<unsigned char>(text[position]);
+  if (lead < 0x80) {
+    ++position;
+    return lead;
+  }
+  utf8proc_int32_t codePoint = -1;
+  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data() + position);
+  const auto length = utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(text.size() - position), &codePoint);
+  if (length <= 0 || codePoint < 0) {
+    ++position;
+    return strayByte + lead;
+  }
+  position += static_cast<std::size_t>(length);
+  return static_cast<char32_t>(codePoint);
+}
+
+void AppendCodePoint(std::string& text, char32_t codePoint) {
+  if (codePoint < 0x80) {
+    text += static_cast<char>(codePoint);
+    return;
+  }
+  if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) codePoint = 0xFFFD;
+  utf8proc_uint8_t bytes[4];
+  const auto length = utf8proc_encode_char(static_cast<utf8proc_int32_t>(codePoint), bytes);
+  text.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
+}
+
+bool IsValidUtf8(std::string_view text) {
+  for (std::size_t position = 0; position < text.size();) {
+    const char32_t c = NextCodePoint(text, position);
+    if (c >= firstStray && c <= lastStray) return false;
+  }
+  return true;
+}
+
+std::size_t CountCharacters(std::string_view text) {
+  std::size_t count = 0;
+  for (std::size_t position = 0; position < text.size(); ++count) NextCodePoint(text, position);
+  return count;
+}
+
+std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+  if (text.size() <= count) return text;
+  std::size_t position = 0;
+  for (; count > 0 && position < text.size(); --count) NextCodePoint(text, position);
+  return text.substr(0, position);
+}
+
+std::string ToUpper(std::string_view text) {
+  return MapCharacters(text, Upper);
+}
+
+std::string ToLower(std::string_view text) {
+  return MapCharacters(text, Lower);
+}
+
+std::string_view TrimBlanks(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return text.substr(0, 0);
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with) {
+  if (what.empty()) return std::string(text);
+  std::string out;
+  std::size_t start = 0;
+  for (std::size_t found = 0; (found = text.find(what, start)) != std::string_view::npos; start = found + what.size()) {
+    out.append(text, start, found - start).append(with);
+  }
+  return out.append(text, start);
+}
+
+std::string ReplaceAllIgnoringCase(std::string_view text, std::string_view what, std::string_view with) {
+  if (what.empty()) return std::string(text);
+  std::string out;
+  for (std::size_t position = 0; position < text.size();) {
+    const std::size_t end = MatchAt(text, position, what);
+    if (end != std::string_view::npos) {
+      out.append(with);
+      position = end;
+    } else {
+      AppendKept(out, NextCodePoint(text, position));
+    }
+  }
+  return out;
+}
+
+bool ContainsIgnoringCase(std::string_view text, std::string_view what) {
+  for (std::size_t position = 0; position < text.size(); NextCodePoint(text, position)) {
+    if (MatchAt(text, position, what) != std::string_view::npos) return true;
+  }
+  return what.empty();
+}
+
+bool EqualIgnoringCase(std::string_view left, std::string_view right) {
+  return MatchAt(left, 0, right) == left.size();
+}
+
+std::vector<std::string_view> Split(std::string_view text, char separator) {
+  std::vector<std::string_view> pieces;
+  std::size_t start = 0;
+  for (std::size_t found = 0; (found = text.find(separator, start)) != std::string_view::npos; start = found + 1) {
+    pieces.push_back(text.substr(start, found - start));
+  }
+  pieces.push_back(text.substr(start));
+  return pieces;
+}
+
+std::optional<std::int32_t> ParseInteger(std::string_view text) {
+  if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);
+  std::int32_t value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+}  // namespace tolvan

@@ -1,0 +1,78 @@
+// Files and their names. Paths are UTF-8 in the platform's own form. A relative path is meant from the application
+// folder.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "host/HostError.h"
+
+namespace tolvan {
+
+/// A file that is whole or absent: what was there before stays until Commit, and an object destroyed without Commit
+/// leaves no trace.
+class WholeFile {
+ public:
+  virtual ~WholeFile() = default;
+
+  /// Appends bytes. Throws HostError Full, Access or Failed.
+  virtual void Write(std::string_view bytes) = 0;
+
+  /// Puts the file in its place. Throws HostError; then the earlier file is untouched. Nothing may be written after it.
+  virtual void Commit() = 0;
+};
+
+/// A file read from its beginning to its end.
+class InputFile {
+ public:
+  virtual ~InputFile() = default;
+
+  /// In bytes, when it was opened.
+  virtual std::uint64_t Size() const = 0;
+
+  /// Fills the buffer as far as bytes are left; fewer than asked for means that the end was reached. Throws HostError.
+  virtual std::size_t Read(std::span<char> buffer) = 0;
+};
+
+class FileHelper {
+ public:
+  virtual ~FileHelper() = default;
+
+  /// The folder as an absolute path with one separator at its end. An empty text is the application folder.
+  virtual std::string NormalizeFolder(std::string_view folder) const = 0;
+
+  /// The path joined from a folder and names below it.
+  virtual std::string Join(std::string_view folder, std::string_view name) const = 0;
+
+  /// For a label: without a separator at the end, the user's home folder written "~".
+  virtual std::string FormatForDisplay(std::string_view path) const = 0;
+
+  /// A file name made of what the user typed. `replaceForbidden`: characters that no common file system takes
+  /// (\ / : * ? " < > | and controls) become "_". `trim`: blanks at both ends and points at the end are removed.
+  virtual std::string CleanFileName(std::string_view name, bool replaceForbidden, bool trim) const = 0;
+
+  virtual bool FileExists(std::string_view path) const = 0;
+  virtual bool FolderExists(std::string_view path) const = 0;
+
+  /// Makes the folder and those above it. Throws HostError.
+  virtual void MakeFolder(std::string_view path) = 0;
+
+  /// False when the file is still there or never was.
+  virtual bool DeleteFile(std::string_view path) noexcept = 0;
+
+  /// Writes a text file anew: whole or not at all, in Windows-1252 ("?" for what it does not hold), with nothing added.
+  /// The failure, or nothing when the file was written.
+  virtual std::optional<HostError> WriteTextFile(std::string_view text, std::string_view path) noexcept = 0;
+
+  /// Begins a file that replaces `path` on Commit. Throws HostError.
+  virtual std::unique_ptr<WholeFile> CreateWhole(std::string_view path) = 0;
+
+  /// Throws HostError Unreachable when there is no such file, Access when it may not be read.
+  virtual std::unique_ptr<InputFile> OpenInput(std::string_view path) = 0;
+};
+
+}  // namespace tolvan

@@ -1,0 +1,40 @@
+// Owns every literal and every form of statement in which the engines differ.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "host/SqlStatement.h"
+
+namespace tolvan {
+
+enum class DatabaseEngine { Sqlite, SqlServer, PostgreSql, Access };
+
+class SqlDialect {
+ public:
+  virtual ~SqlDialect() = default;
+
+  virtual DatabaseEngine Engine() const = 0;
+
+  /// The text of a literal, ready to stand in a statement. Throws HostError InvalidValue for a text that the engine
+  /// cannot hold (one with a NUL).
+  virtual std::string Literal(const SqlLiteral& value) const = 0;
+
+  std::string LiteralTrue() const { return Literal(true); }
+  std::string LiteralFalse() const { return Literal(false); }
+
+  /// The expression for the server's own date and time of day: GETDATE() on SQL Server.
+  virtual std::string CurrentMoment() const = 0;
+
+  /// One statement that inserts the row unless its key is there already; it affects one row or none, and hides no other
+  /// failure than the key's. `table` and `keyTable` are the table as the INSERT and as the existence test write it;
+  /// `columns` and `values` go together, and values[0] is the key, columns[0] its column. On SQL Server the text is
+  /// "IF NOT EXISTS (SELECT * FROM keyTable WHERE key = value) INSERT INTO table ( columns ) VALUES (values ) ".
+  /// Access has no such statement: there it is an INSERT … SELECT that finds no row when the key exists.
+  virtual SqlStatement InsertUnlessPresent(std::string_view table, std::string_view keyTable,
+                                           std::span<const std::string_view> columns,
+                                           std::span<const SqlLiteral> values) const = 0;
+};
+
+}  // namespace tolvan

@@ -1,0 +1,37 @@
+#include "host/SqlStatement.h"
+
+#include "host/SqlDialect.h"
+
+namespace tolvan {
+
+SqlStatement& SqlStatement::Sql(std::string_view fixedText) {
+  parameterText_ += fixedText;
+  return *this;
+}
+
+SqlStatement& SqlStatement::Literal(SqlLiteral value) {
+  positions_.push_back(parameterText_.size());
+  parameterText_ += '?';
+  literals_.push_back(std::move(value));
+  return *this;
+}
+
+SqlStatement& SqlStatement::Append(const SqlStatement& other) {
+  for (const std::size_t position : other.positions_) positions_.push_back(parameterText_.size() + position);
+  parameterText_ += other.parameterText_;
+  literals_.insert(literals_.end(), other.literals_.begin(), other.literals_.end());
+  return *this;
+}
+
+std::string SqlStatement::Render(const SqlDialect& dialect) const {
+  std::string text;
+  std::size_t start = 0;
+  for (std::size_t index = 0; index < literals_.size(); ++index) {
+    text.append(parameterText_, start, positions_[index] - start);
+    text += dialect.Literal(literals_[index]);
+    start = positions_[index] + 1;
+  }
+  return text.append(parameterText_, start);
+}
+
+}  // namespace tolvan
