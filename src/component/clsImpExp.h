@@ -1,0 +1,66 @@
+// The entry of the component. Creating it attaches to the host's services; its one public operation opens the options
+// window, or runs the daily sales export unattended.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "host/HostContext.h"
+#include "services/ComponentContext.h"
+#include "ui/HeadlessOpcionesView.h"
+#include "ui/frmOpciones.h"
+
+namespace tolvan {
+
+/// Shows the options window modally and returns when it is closed. A main hands it in; the window's logic is made
+/// inside it, over the view that it owns, because controls exist before the logic fills them.
+using OpcionesWindow = std::function<void(const ComponentContext& context)>;
+
+/// The window with nobody looking: its logic over values without controls.
+class HeadlessOpciones {
+ public:
+  explicit HeadlessOpciones(const ComponentContext& context) : form_(context, view_) {}
+
+  frmOpciones& Form() { return form_; }
+  OpcionesView& View() { return view_; }
+
+ private:
+  HeadlessOpcionesView view_;
+  frmOpciones form_;
+};
+
+class clsImpExp {
+ public:
+  /// Creates the host's application services, then its context, and takes the references it holds for its lifetime.
+  /// `factory` is used here only. A HostError of the factory passes through. `window` may be empty where no window is
+  /// to be had; then only the unattended mode does anything.
+  clsImpExp(HostFactory& factory, OpcionesWindow window);
+
+  /// The mode "vexlor", in any casing, runs the daily sales export of yesterday without showing anything; every other
+  /// mode shows the window. The settings must have been defined.
+  void VentanaImpExp(std::string_view mode);
+
+  /// Defines the sixteen settings and loads their stored values. For the host's settings layer. Throws HostError.
+  void DefineSettings();
+
+  /// Makes changed settings durable. For the host's settings layer. Throws HostError.
+  void SaveSettings();
+
+  const ComponentContext& Context() const { return context_; }
+
+  /// How the last unattended run went.
+  const ActionOutcome& LastOutcome() const { return outcome_; }
+  const DailySalesResult& LastDailySales() const { return dailySales_; }
+
+ private:
+  std::unique_ptr<AppServices> services_;
+  std::unique_ptr<HostContext> host_;
+  ImpExpSettings settings_;
+  ComponentContext context_;
+  OpcionesWindow window_;
+  ActionOutcome outcome_;
+  DailySalesResult dailySales_;
+};
+
+}  // namespace tolvan
