@@ -1,0 +1,18 @@
+#include "cli/Order.h"
+#include "cli/OrderDemo.h"
+#include "cli/OrderOpciones.h"
+#include "cli/OrderVentas.h"
+#include "cli/OrderVexlor.h"
+
+namespace tolvan {
+
+std::vector<std::unique_ptr<Order>> AllOrders() {
+  std::vector<std::unique_ptr<Order>> orders;
+  orders.push_back(std::make_unique<OrderDemo>());
+  orders.push_back(std::make_unique<OrderVexlor>());
+  orders.push_back(std::make_unique<OrderVentas>());
+  orders.push_back(std::make_unique<OrderOpciones>());
+  return orders;
+}
+
+}  // namespace tolvan

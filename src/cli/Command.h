@@ -1,0 +1,28 @@
+// The command from its words to its exit code. Everything it touches of the process comes in through
+// CommandEnvironment, so that tests run it in-process.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace tolvan {
+
+class Clock;
+class Interruption;
+
+struct CommandEnvironment {
+  std::istream& input;
+  std::ostream& output;
+  std::ostream& messages;
+  Clock& clock;
+  Interruption& interruption;
+  std::string defaultHost;       ///< the configuration used without --host
+  bool inputIsTerminal = false;  ///< a person can be asked
+  bool messagesAreTerminal = false;
+};
+
+/// Runs one call and returns its exit code. `arguments` are the words behind the program's name.
+int RunCommand(const std::vector<std::string>& arguments, const CommandEnvironment& environment);
+
+}  // namespace tolvan

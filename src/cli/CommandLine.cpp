@@ -1,0 +1,165 @@
+// The library splits the words; what is missing, unknown or not allowed is told here, in Spanish, so nothing is
+// required of the library and whatever it does not know is kept for us to name.
+#include "cli/CommandLine.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <algorithm>
+#include <map>
+
+#include "cli/CommandFailure.h"
+
+namespace tolvan {
+namespace {
+
+CommandFailure Usage(const std::string& text) {
+  return {ExitCode::Usage, text};
+}
+
+void AddOption(CLI::App& app, const OptionDefinition& option) {
+  if (option.valueName.empty()) {
+    app.add_flag(option.name);
+  } else {
+    app.add_option(option.name)->expected(1)->take_all()->allow_extra_args(false);
+  }
+}
+
+void AddHelp(CLI::App& app) {
+  app.set_help_flag();
+  app.add_flag("-h,--help,--ayuda");
+}
+
+CLI::App* AddOrder(CLI::App& app, const OrderDefinition& order) {
+  CLI::App* sub = app.add_subcommand(order.name);
+  AddHelp(*sub);
+  sub->fallthrough()->allow_extras();
+  for (const OptionDefinition& option : order.options) AddOption(*sub, option);
+  for (const ArgumentDefinition& argument : order.arguments) {
+    CLI::Option* added = sub->add_option(argument.name);
+    if (argument.repeated) {
+      added->expected(-1);
+    } else {
+      added->expected(1);
+    }
+  }
+  return sub;
+}
+
+/// The named options of `app` in the order in which they were given.
+std::vector<GivenOption> GivenOptions(const CLI::App& app) {
+  std::vector<GivenOption> given;
+  std::map<const CLI::Option*, std::size_t> seen;
+  for (const CLI::Option* option : app.parse_order()) {
+    if (option->get_positional()) continue;
+    const std::size_t occurrence = seen[option]++;
+    const bool isFlag = option->get_expected_max() == 0;
+    const auto& results = option->results();
+    const std::string value = isFlag || occurrence >= results.size() ? std::string() : results[occurrence];
+    given.push_back({.name = "--" + option->get_lnames().front(), .value = value});
+  }
+  return given;
+}
+
+std::vector<std::string> GivenArguments(const CLI::App& app, const OrderDefinition& order) {
+  std::vector<std::string> arguments;
+  for (const ArgumentDefinition& argument : order.arguments) {
+    const auto& results = app.get_option(argument.name)->results();
+    arguments.insert(arguments.end(), results.begin(), results.end());
+  }
+  return arguments;
+}
+
+void CheckExtras(const CLI::App& app, const std::string& where) {
+  const std::vector<std::string> extras = app.remaining();
+  const auto unknown = std::ranges::find_if(extras, [](const std::string& word) { return word != "--"; });
+  if (unknown == extras.end()) return;
+  const bool isOption = unknown->starts_with('-') && *unknown != "-";
+  throw Usage((isOption ? "Opción desconocida" : "Argumento de más") + where + ": " + *unknown);
+}
+
+void CheckRequired(const ParsedOrder& given, const OrderDefinition& order) {
+  const auto required = std::ranges::count_if(order.arguments, [](const auto& argument) { return argument.required; });
+  const auto count = std::ssize(given.arguments);
+  if (count < required) {
+    throw Usage("La orden " + order.name + " requiere " + order.arguments[static_cast<std::size_t>(count)].name);
+  }
+  for (const OptionDefinition& option : order.options) {
+    if (option.required && !given.Has(option.name)) {
+      throw Usage("La orden " + order.name + " requiere " + option.name + " " + option.valueName);
+    }
+  }
+}
+
+void CheckOptions(const ParsedOrder& given, std::span<const OptionDefinition> options) {
+  for (const OptionDefinition& option : options) {
+    const auto count = std::ranges::count(given.options, option.name, &GivenOption::name);
+    if (count > 1 && !option.repeated && !option.valueName.empty()) {
+      throw Usage("La opción " + option.name + " se indicó más de una vez");
+    }
+    if (count == 0 || option.choices.empty()) continue;
+    const std::string value = given.Value(option.name);
+    if (std::ranges::find(option.choices, value) == option.choices.end()) {
+      throw Usage("La opción " + option.name + " no admite el valor \"" + value + "\"");
+    }
+  }
+}
+
+/// The library's own refusals: an option without its value, or a flag with one.
+CommandFailure Translated(const CLI::ParseError& error) {
+  const std::string text = error.what();
+  const std::string name = text.substr(0, text.find_first_of(": "));
+  if (name.starts_with("-")) return Usage("Falta el valor de la opción " + name + ", o no admite ninguno");
+  return Usage("No se entienden los argumentos: " + text);
+}
+
+void Parse(CLI::App& app, std::vector<std::string> arguments) {
+  std::ranges::reverse(arguments);  // the library takes the words last to first
+  try {
+    app.parse(std::move(arguments));
+  } catch (const CLI::ParseError& error) {
+    throw Translated(error);
+  }
+}
+
+}  // namespace
+
+ParsedCommand ParseCommandLine(const std::vector<std::string>& arguments, std::span<const OrderDefinition> orders) {
+  const std::vector<OptionDefinition> globals = GlobalOptions();
+  CLI::App app;
+  AddHelp(app);
+  app.add_flag("--version");
+  app.allow_extras();
+  for (const OptionDefinition& option : globals) AddOption(app, option);
+  for (const OrderDefinition& order : orders) AddOrder(app, order);
+  Parse(app, arguments);
+
+  ParsedCommand command;
+  command.global.options = GivenOptions(app);
+  command.help = app.count("--help") > 0;
+  command.version = app.count("--version") > 0;
+  const std::vector<CLI::App*> chosen = app.get_subcommands();
+  if (chosen.empty()) {
+    if (command.help || command.version) return command;
+    const auto extras = app.remaining();
+    if (!extras.empty() && !extras.front().starts_with('-')) {
+      throw Usage("No existe la orden \"" + extras.front() + "\"");
+    }
+    CheckExtras(app, "");
+    throw Usage("Falta la orden");
+  }
+  if (chosen.size() > 1) throw Usage("Argumento de más: " + chosen[1]->get_name());
+  const auto order = std::ranges::find(orders, chosen.front()->get_name(), &OrderDefinition::name);
+  command.order = order->name;
+  command.help = command.help || chosen.front()->count("--help") > 0;
+  if (command.help || command.version) return command;
+  command.given = {.arguments = GivenArguments(*chosen.front(), *order), .options = GivenOptions(*chosen.front())};
+  CheckExtras(app, "");
+  CheckExtras(*chosen.front(), " en la orden " + order->name);
+  CheckRequired(command.given, *order);
+  CheckOptions(command.given, order->options);
+  CheckOptions(command.global, globals);
+  return command;
+}
+
+}  // namespace tolvan

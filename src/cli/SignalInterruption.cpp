@@ -1,0 +1,34 @@
+#include "cli/SignalInterruption.h"
+
+#include <csignal>
+
+namespace tolvan {
+namespace {
+
+volatile std::sig_atomic_t requested = 0;
+
+extern "C" void OnSignal(int) {
+  requested = 1;
+}
+
+void Install(int signal) {
+  struct sigaction handler {};
+  handler.sa_handler = OnSignal;
+  handler.sa_flags = SA_RESETHAND;  // the second one takes the default way
+  sigemptyset(&handler.sa_mask);
+  sigaction(signal, &handler, nullptr);
+}
+
+}  // namespace
+
+SignalInterruption::SignalInterruption() {
+  Install(SIGINT);
+  Install(SIGTERM);
+  std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is a failed write, not a sudden end
+}
+
+bool SignalInterruption::Requested() const noexcept {
+  return requested != 0;
+}
+
+}  // namespace tolvan

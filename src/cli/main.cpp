@@ -1,0 +1,48 @@
+// The command's process: signals, streams and the place of the configuration.
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "cli/Command.h"
+#include "cli/SignalInterruption.h"
+#include "platform/clock/SystemClock.h"
+
+namespace {
+
+std::string Environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? std::string() : value;
+}
+
+std::string DefaultHost() {
+  const std::string named = Environment("TOLVAN_HOST");
+  if (!named.empty()) return named;
+  const std::string xdg = Environment("XDG_CONFIG_HOME");
+  const std::filesystem::path folder = xdg.empty() ? std::filesystem::path(Environment("HOME")) / ".config" : xdg;
+  return folder / "tolvan" / "tolvan.ini";
+}
+
+/// Colour and cursor movement are unwanted where NO_COLOR is set or the terminal cannot do them.
+bool DrawsOnTerminal() {
+  return isatty(STDERR_FILENO) != 0 && Environment("NO_COLOR").empty() && Environment("TERM") != "dumb";
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const std::vector<std::string> words(arguments + 1, arguments + count);
+  tolvan::SystemClock clock;
+  tolvan::SignalInterruption interruption;
+  return tolvan::RunCommand(words, {.input = std::cin,
+                                    .output = std::cout,
+                                    .messages = std::cerr,
+                                    .clock = clock,
+                                    .interruption = interruption,
+                                    .defaultHost = DefaultHost(),
+                                    .inputIsTerminal = isatty(STDIN_FILENO) != 0,
+                                    .messagesAreTerminal = DrawsOnTerminal()});
+}
