@@ -1,0 +1,66 @@
+#include "platform/sql/SqlDialectBase.h"
+
+#include "base/Text.h"
+#include "host/HostError.h"
+
+namespace tolvan {
+namespace {
+
+template <class... Cases>
+struct Match : Cases... {
+  using Cases::operator()...;
+};
+
+}  // namespace
+
+void RequireNoNul(std::string_view text) {
+  if (text.find('\0') == std::string_view::npos) return;
+  throw HostError(HostErrorKind::InvalidValue, "el texto contiene un carácter nulo", std::string(text));
+}
+
+std::string SqlDialectBase::Literal(const SqlLiteral& value) const {
+  return std::visit(
+      Match{[](std::monostate) { return std::string("NULL"); }, [this](bool flag) { return BooleanLiteral(flag); },
+            [](std::int64_t number) { return std::to_string(number); },
+            [](Currency money) { return money.ToShortestText(); },
+            [this](const DateTime& moment) { return MomentLiteral(moment); },
+            [this](const std::string& text) {
+              RequireNoNul(text);
+              return TextLiteral(text);
+            }},
+      value);
+}
+
+std::string SqlDialectBase::TextLiteral(std::string_view text) const {
+  return "'" + ReplaceAll(text, "'", "''") + "'";
+}
+
+std::string SqlDialectBase::InsertInto(std::string_view table, std::span<const std::string_view> columns) {
+  std::string text;
+  text.reserve(256);
+  text.append("INSERT INTO ").append(table).append(" ( ");
+  for (std::size_t index = 0; index < columns.size(); ++index) {
+    if (index > 0) text.append(", ");
+    text.append(columns[index]);
+  }
+  return text.append(" )");
+}
+
+void SqlDialectBase::AppendValues(SqlStatement& statement, std::span<const SqlLiteral> values) {
+  for (std::size_t index = 0; index < values.size(); ++index) {
+    if (index > 0) statement.Sql(", ");
+    statement.Literal(values[index]);
+  }
+}
+
+SqlStatement SqlDialectBase::InsertOnConflictDoNothing(std::string_view table,
+                                                       std::span<const std::string_view> columns,
+                                                       std::span<const SqlLiteral> values) {
+  SqlStatement statement(InsertInto(table, columns));
+  statement.Sql(" VALUES (");
+  AppendValues(statement, values);
+  statement.Sql(") ON CONFLICT (").Sql(columns[0]).Sql(") DO NOTHING");
+  return statement;
+}
+
+}  // namespace tolvan

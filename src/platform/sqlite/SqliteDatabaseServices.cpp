@@ -1,0 +1,113 @@
+#include "platform/sqlite/SqliteDatabaseServices.h"
+
+#include <sqlite3.h>
+
+#include "platform/sql/BufferedRecordset.h"
+#include "platform/sqlite/SqliteRecordset.h"
+
+namespace tolvan {
+namespace {
+
+// More than the different texts of any one action.
+constexpr std::size_t cachedStatements = 100;
+
+class SqliteTransaction final : public Transaction {
+ public:
+  explicit SqliteTransaction(SqliteConnection& connection) : connection_(connection) { connection.Begin(); }
+  ~SqliteTransaction() override { Rollback(); }
+  SqliteTransaction(const SqliteTransaction&) = delete;
+  SqliteTransaction& operator=(const SqliteTransaction&) = delete;
+
+  void Commit() override {
+    if (ended_) throw HostError(HostErrorKind::Statement, "la transacción ya terminó");
+    ended_ = true;  // the connection leaves nothing open, whatever happens
+    connection_.Commit();
+  }
+
+  void Rollback() noexcept override {
+    if (!ended_) connection_.Rollback();
+    ended_ = true;
+  }
+
+ private:
+  SqliteConnection& connection_;
+  bool ended_ = false;
+};
+
+std::unique_ptr<Recordset> ReadWhole(Recordset& source, const SqliteStatement& statement) {
+  std::vector<std::string> names;
+  for (std::size_t index = 0; index < statement.ColumnCount(); ++index) names.push_back(statement.ColumnName(index));
+  return BufferedRecordset::ReadWhole(std::move(names), source);
+}
+
+}  // namespace
+
+SqliteDatabaseServices::SqliteDatabaseServices(const SqliteOptions& options)
+    : connection_(options), cache_(connection_, cachedStatements) {}
+
+template <class Work>
+auto SqliteDatabaseServices::Guarded(const Work& work) {
+  connection_.RequireUsable();
+  try {
+    return work();
+  } catch (const HostError& error) {
+    connection_.NoteFailure(error);
+    throw;
+  } catch (const std::exception& error) {
+    connection_.NoteFailure({HostErrorKind::Failed, error.what()});
+    throw;
+  }
+}
+
+std::unique_ptr<Recordset> SqliteDatabaseServices::OpenRecordset(const SqlStatement& statement) {
+  return Guarded([&]() -> std::unique_ptr<Recordset> {
+    return std::make_unique<SqliteRecordset>(connection_, Bound(statement, SqliteStatement::Lifetime::Copied));
+  });
+}
+
+std::int64_t SqliteDatabaseServices::Execute(const SqlStatement& statement) {
+  return Guarded([&] { return RunToEnd(*Bound(statement, SqliteStatement::Lifetime::Kept)); });
+}
+
+std::vector<BatchResult> SqliteDatabaseServices::RunBatch(std::span<const SqlStatement> statements) {
+  std::vector<BatchResult> results;
+  results.reserve(statements.size());
+  for (const SqlStatement& statement : statements) {
+    try {
+      results.push_back(Guarded([&] { return RunOne(statement); }));
+    } catch (const HostError& error) {
+      results.push_back({{}, nullptr, error});
+    }
+  }
+  return results;
+}
+
+std::unique_ptr<Transaction> SqliteDatabaseServices::BeginTransaction() {
+  return std::make_unique<SqliteTransaction>(connection_);
+}
+
+SqliteStatementCache::Lease SqliteDatabaseServices::Bound(const SqlStatement& statement,
+                                                          SqliteStatement::Lifetime lifetime) {
+  SqliteStatementCache::Lease lease = cache_.Acquire(statement);
+  lease->Bind(statement.Literals(), lifetime);
+  return lease;
+}
+
+std::int64_t SqliteDatabaseServices::RunToEnd(SqliteStatement& statement) {
+  const std::int64_t before = sqlite3_total_changes64(connection_.Handle());
+  while (statement.Step()) {
+  }
+  // A statement that changes no rows leaves the count of the one before it.
+  const bool changed = sqlite3_total_changes64(connection_.Handle()) != before;
+  return changed ? sqlite3_changes64(connection_.Handle()) : 0;
+}
+
+BatchResult SqliteDatabaseServices::RunOne(const SqlStatement& statement) {
+  SqliteStatementCache::Lease lease = Bound(statement, SqliteStatement::Lifetime::Kept);
+  if (lease->ColumnCount() == 0) return {RunToEnd(*lease), nullptr, {}};
+  const SqliteStatement& source = *lease;
+  SqliteRecordset rows(connection_, std::move(lease));
+  return {{}, ReadWhole(rows, source), {}};
+}
+
+}  // namespace tolvan
