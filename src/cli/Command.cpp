@@ -43,7 +43,10 @@ class Call : public OrderCall {
   }
 
   std::unique_ptr<CommandHost> OpenHost(const std::string& path) override {
-    auto host = std::make_unique<CommandHost>(path, dialogs_, environment_->clock, environment_->interruption);
+    auto host = std::make_unique<CommandHost>(path, HostFront{.dialogs = dialogs_,
+                                                              .clock = environment_->clock,
+                                                              .interruption = environment_->interruption,
+                                                              .userPresent = dialogs_.UserPresent()});
     const std::string notice = host->Notice();
     if (!notice.empty()) environment_->messages << ForTerminal(notice) << '\n';
     return host;

@@ -5,14 +5,14 @@
 #include <string>
 
 #include "component/clsImpExp.h"
+#include "platform/assembly/HostFront.h"
 
 namespace tolvan {
 
 class CommandHost {
  public:
-  /// Reads the configuration at `path` and makes the component. Throws CommandFailure Unreachable. The references must
-  /// outlive this object.
-  CommandHost(const std::string& path, Dialogs& dialogs, Clock& clock, Interruption& interruption);
+  /// Reads the configuration at `path` and makes the component. Throws CommandFailure Unreachable.
+  CommandHost(const std::string& path, const HostFront& front);
   ~CommandHost();
   CommandHost(const CommandHost&) = delete;
   CommandHost& operator=(const CommandHost&) = delete;

@@ -14,8 +14,7 @@ Date ReportDate(const ParsedOrder& given, const ImpExpSettings& settings) {
     if (!date) throw CommandFailure(ExitCode::Usage, "La fecha \"" + text + "\" no es AAAA-MM-DD");
     return *date;
   }
-  return Date::FromParts(settings.Integer(Setting::FechaReporteAnno), settings.Integer(Setting::FechaReporteMes),
-                         settings.Integer(Setting::FechaReporteDia));
+  return StoredReportDate(settings);
 }
 
 }  // namespace

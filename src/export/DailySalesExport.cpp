@@ -59,6 +59,19 @@ std::string FormatDailySales(const DailySalesRecord& record, Currency total) {
   return line;
 }
 
+Date StoredReportDate(const ImpExpSettings& settings) {
+  const int year = settings.Integer(Setting::FechaReporteAnno);
+  const int month = settings.Integer(Setting::FechaReporteMes);
+  const int day = settings.Integer(Setting::FechaReporteDia);
+  const bool plausible = year >= 1 && year <= 9999 && std::abs(month) <= 1200 && std::abs(day) <= 36600;
+  if (!plausible) {
+    throw HostError(HostErrorKind::InvalidValue, "la fecha de reporte guardada no es una fecha: día " +
+                                                     std::to_string(day) + ", mes " + std::to_string(month) + ", año " +
+                                                     std::to_string(year));
+  }
+  return Date::FromParts(year, month, day);
+}
+
 std::string DailySalesFileName(Date reportDate) {
   return TwoDigits(reportDate.Year() % 100) + TwoDigits(reportDate.Month()) + TwoDigits(reportDate.Day()) + ".txt";
 }
@@ -73,27 +86,13 @@ DailySalesResult DailySalesExport::Run(bool interactive, std::string& errorText)
   return result;
 }
 
-Date DailySalesExport::ReportDate(bool interactive) const {
-  if (!interactive) return context_->services.SystemClock().Today().PlusDays(-1);
-  const ImpExpSettings& settings = context_->settings;
-  const int year = settings.Integer(Setting::FechaReporteAnno);
-  const int month = settings.Integer(Setting::FechaReporteMes);
-  const int day = settings.Integer(Setting::FechaReporteDia);
-  const bool plausible = year >= 1 && year <= 9999 && std::abs(month) <= 1200 && std::abs(day) <= 36600;
-  if (!plausible) {
-    throw HostError(HostErrorKind::InvalidValue, "la fecha de reporte guardada no es una fecha: día " +
-                                                     std::to_string(day) + ", mes " + std::to_string(month) + ", año " +
-                                                     std::to_string(year));
-  }
-  return Date::FromParts(year, month, day);
-}
-
 void DailySalesExport::Export(bool interactive, DailySalesResult& result, std::string& errorText) {
   const ImpExpSettings& settings = context_->settings;
+  const Date yesterday = context_->services.SystemClock().Today().PlusDays(-1);
   const DailySalesRecord record{.storeCode = settings.Text(Setting::CodigoTienda),
                                 .endHours = settings.Integer(Setting::HoraFinalVentaHoras),
                                 .endMinutes = settings.Integer(Setting::HoraFinalVentaMinutos),
-                                .reportDate = ReportDate(interactive),
+                                .reportDate = interactive ? StoredReportDate(settings) : yesterday,
                                 .quoted = settings.Integer(Setting::MostrarComillas) != 0};
   const Currency total = SumDaySales(context_->application.Database(), record.reportDate, false);
   result.record = FormatDailySales(record, total);

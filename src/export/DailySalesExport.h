@@ -35,6 +35,10 @@ struct DailySalesRecord {
 /// The line for a total, without a line end.
 std::string FormatDailySales(const DailySalesRecord& record, Currency total);
 
+/// The report date that the settings hold, carried when its parts run over (day 31 of February is in March). Throws
+/// HostError InvalidValue when they are no date at all.
+Date StoredReportDate(const ImpExpSettings& settings);
+
 /// The default name of the file: "240131.txt".
 std::string DailySalesFileName(Date reportDate);
 
@@ -48,7 +52,6 @@ class DailySalesExport {
   DailySalesResult Run(bool interactive, std::string& errorText);
 
  private:
-  Date ReportDate(bool interactive) const;
   void Export(bool interactive, DailySalesResult& result, std::string& errorText);
   bool Write(DailySalesResult& result, std::string& errorText);
   MailOutcome Send(const std::string& path, bool interactive);

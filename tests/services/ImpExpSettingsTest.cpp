@@ -1,0 +1,65 @@
+#include "services/ImpExpSettings.h"
+
+#include <gtest/gtest.h>
+
+#include "services/ApplicationError.h"
+#include "services/ResourceTexts.h"
+#include "support/FakeHost.h"
+
+namespace tolvan {
+namespace {
+
+using test::FakeHost;
+
+// Other programs read these settings by index and by kind: the whole sequence is a contract. Numbers are marked "#".
+TEST(ImpExpSettings, DefinesTheSectionInItsOrderAndThenLoadsIt) {
+  FakeHost host;
+  const std::vector<std::string> expected = {
+      "IMPEXP|0|MicrosExp_CodigoTienda|codigo_local|00",
+      "IMPEXP|1|MicrosExp_FechaReporte_Dia|#1|10",
+      "IMPEXP|2|MicrosExp_FechaReporte_Mes|#2|10",
+      "IMPEXP|3|MicrosExp_FechaReporte_Anno|#2024|10",
+      "IMPEXP|4|MicrosExp_HoraFinalVenta_Horas|#19|10",
+      "IMPEXP|5|MicrosExp_HoraFinalVenta_Minutos|#0|10",
+      R"(IMPEXP|6|MicrosExp_CarpetaDestino|C:\|00)",
+      "IMPEXP|7|MicrosExp_EnviarEmail|#0|10",
+      "IMPEXP|8|MicrosExp_EnviarDireccionEmail|reportes@example.com|00",
+      "IMPEXP|9|MicrosExp_NombreArchivo||00",
+      "IMPEXP|10|SVentas_DireccionServidor|localhost|00",
+      "IMPEXP|13|SVentas_OffsetAnno|#2006|10",
+      "IMPEXP|12|SVentas_OffsetMes|#1|00",
+      "IMPEXP|11|SVentas_OffsetDia|#1|00",
+      "IMPEXP|14|MicrosExp_MostrarComillas|#1|10",
+      "IMPEXP|15|PreciosMovilnet_RutaUltimoArchivo||00",
+      "load IMPEXP",
+  };
+  EXPECT_EQ(host.application.settings.definitions, expected);
+}
+
+TEST(ImpExpSettings, AnUnreadableValueIsZeroOrEmptyAndARefusedOneIsTheApplicationError) {
+  FakeHost host;
+  host.application.settings.values["4"] = "tarde";
+  host.application.settings.values.erase("0");
+  EXPECT_EQ(host.settings.Integer(Setting::HoraFinalVentaHoras), 0);
+  EXPECT_EQ(host.settings.Text(Setting::CodigoTienda), "");
+
+  host.application.settings.refuses = true;
+  try {
+    host.settings.SetInteger(Setting::OffsetDia, 3);
+    FAIL() << "a refused value was taken";
+  } catch (const ApplicationError& error) {
+    EXPECT_STREQ(error.what(), "Error al intentar guardar opciones del sistema");
+    EXPECT_EQ(static_cast<std::uint32_t>(error.Code()), 0x800400FFU);
+  }
+}
+
+TEST(ResourceTexts, LoadTextPutsTheProductNameAndAnUnknownIdIsEmpty) {
+  FakeHost host;
+  EXPECT_EQ(LoadText(host.application, text_id::introduction),
+            "Esta ventana permite exportar ciertos datos desde Tolvan a otros formatos que se utilizan en otros "
+            "sistemas de información.");
+  EXPECT_EQ(LoadText(host.application, 4711), "");
+}
+
+}  // namespace
+}  // namespace tolvan
