@@ -3,13 +3,25 @@
 #include "host/SqlDialect.h"
 
 namespace tolvan {
+namespace {
+
+// Room for most statements at once: imports make hundreds of thousands of them.
+constexpr std::size_t usualText = 240;
+constexpr std::size_t usualLiterals = 8;
+
+}  // namespace
 
 SqlStatement& SqlStatement::Sql(std::string_view fixedText) {
+  if (parameterText_.empty()) parameterText_.reserve(usualText);
   parameterText_ += fixedText;
   return *this;
 }
 
 SqlStatement& SqlStatement::Literal(SqlLiteral value) {
+  if (literals_.empty()) {
+    literals_.reserve(usualLiterals);
+    positions_.reserve(usualLiterals);
+  }
   positions_.push_back(parameterText_.size());
   parameterText_ += '?';
   literals_.push_back(std::move(value));

@@ -22,7 +22,7 @@ using SqlLiteral = std::variant<std::monostate, bool, std::int64_t, Currency, Da
 class SqlStatement {
  public:
   SqlStatement() = default;
-  explicit SqlStatement(std::string_view fixedText) : parameterText_(fixedText) {}
+  explicit SqlStatement(std::string_view fixedText) { Sql(fixedText); }
 
   /// Appends text of the program's own. It must hold no "?" outside what Literal appends.
   SqlStatement& Sql(std::string_view fixedText);

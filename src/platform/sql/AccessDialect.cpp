@@ -11,7 +11,8 @@ std::string AccessDialect::CurrentMoment() const {
 SqlStatement AccessDialect::InsertUnlessPresent(std::string_view table, std::string_view keyTable,
                                                 std::span<const std::string_view> columns,
                                                 std::span<const SqlLiteral> values) const {
-  SqlStatement statement(InsertInto(table, columns));
+  SqlStatement statement;
+  AppendInsertInto(statement, table, columns);
   statement.Sql(" SELECT ");
   AppendValues(statement, values);
   statement.Sql(" FROM (SELECT COUNT(*) AS Presentes FROM ").Sql(keyTable).Sql(" WHERE ").Sql(columns[0]);

@@ -35,15 +35,14 @@ std::string SqlDialectBase::TextLiteral(std::string_view text) const {
   return "'" + ReplaceAll(text, "'", "''") + "'";
 }
 
-std::string SqlDialectBase::InsertInto(std::string_view table, std::span<const std::string_view> columns) {
-  std::string text;
-  text.reserve(256);
-  text.append("INSERT INTO ").append(table).append(" ( ");
+void SqlDialectBase::AppendInsertInto(SqlStatement& statement, std::string_view table,
+                                      std::span<const std::string_view> columns) {
+  statement.Sql("INSERT INTO ").Sql(table).Sql(" ( ");
   for (std::size_t index = 0; index < columns.size(); ++index) {
-    if (index > 0) text.append(", ");
-    text.append(columns[index]);
+    if (index > 0) statement.Sql(", ");
+    statement.Sql(columns[index]);
   }
-  return text.append(" )");
+  statement.Sql(" )");
 }
 
 void SqlDialectBase::AppendValues(SqlStatement& statement, std::span<const SqlLiteral> values) {
@@ -56,7 +55,8 @@ void SqlDialectBase::AppendValues(SqlStatement& statement, std::span<const SqlLi
 SqlStatement SqlDialectBase::InsertOnConflictDoNothing(std::string_view table,
                                                        std::span<const std::string_view> columns,
                                                        std::span<const SqlLiteral> values) {
-  SqlStatement statement(InsertInto(table, columns));
+  SqlStatement statement;
+  AppendInsertInto(statement, table, columns);
   statement.Sql(" VALUES (");
   AppendValues(statement, values);
   statement.Sql(") ON CONFLICT (").Sql(columns[0]).Sql(") DO NOTHING");

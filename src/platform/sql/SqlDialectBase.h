@@ -20,8 +20,9 @@ class SqlDialectBase : public SqlDialect {
   /// `text` holds no NUL. The common form doubles every apostrophe.
   virtual std::string TextLiteral(std::string_view text) const;
 
-  /// "INSERT INTO table ( column, column )".
-  static std::string InsertInto(std::string_view table, std::span<const std::string_view> columns);
+  /// Appends "INSERT INTO table ( column, column )".
+  static void AppendInsertInto(SqlStatement& statement, std::string_view table,
+                               std::span<const std::string_view> columns);
 
   /// Appends the values with ", " between.
   static void AppendValues(SqlStatement& statement, std::span<const SqlLiteral> values);

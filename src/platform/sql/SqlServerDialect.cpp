@@ -13,7 +13,8 @@ SqlStatement SqlServerDialect::InsertUnlessPresent(std::string_view table, std::
                                                    std::span<const SqlLiteral> values) const {
   SqlStatement statement("IF NOT EXISTS (SELECT * FROM ");
   statement.Sql(keyTable).Sql(" WHERE ").Sql(columns[0]).Sql(" = ").Literal(values[0]).Sql(") ");
-  statement.Sql(InsertInto(table, columns)).Sql(" VALUES (");
+  AppendInsertInto(statement, table, columns);
+  statement.Sql(" VALUES (");
   AppendValues(statement, values);
   return statement.Sql(" ) ");
 }
