@@ -1,0 +1,33 @@
+// How a path that the component or a setting holds becomes a path of this system.
+//
+// A path that begins with "/" is taken as it stands: a backslash is an ordinary character of a name there. Any other
+// path is meant from the application folder, and in it both "\" and "/" separate, because the component composes names
+// such as "PlantillasImpresion\Excel\Formato.XLT" itself. A path that begins with a drive letter ("C:\") or with "\\"
+// belongs to Windows: it is never taken for a relative one, so nothing is ever made under such a name.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tolvan {
+
+bool IsWindowsPath(std::string_view path);
+
+/// Without empty and "." parts and without a separator at the end; ".." stays, because a symbolic link may stand before
+/// it. The root folder is "/".
+std::string Collapsed(std::string_view absolutePath);
+
+/// The absolute path, collapsed. `base` is absolute. Throws HostError Unreachable for a Windows path, InvalidValue for
+/// a path with a NUL.
+std::string ResolvePath(std::string_view path, std::string_view base);
+
+/// The folder part of an absolute path, "/" for a file in the root folder.
+std::string FolderOf(std::string_view absolutePath);
+
+/// The user's home folder without a separator at the end; empty when there is none.
+std::string HomeFolder();
+
+/// The path with its symbolic links followed as far as it exists. Throws HostError when a part cannot be looked at.
+std::string CanonicalPath(const std::string& absolutePath);
+
+}  // namespace tolvan
