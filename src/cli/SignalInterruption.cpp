@@ -14,7 +14,7 @@ extern "C" void OnSignal(int) {
 void Install(int signal) {
   struct sigaction handler {};
   handler.sa_handler = OnSignal;
-  handler.sa_flags = SA_RESETHAND;  // the second one takes the default way
+  handler.sa_flags = static_cast<int>(SA_RESETHAND);  // the second one takes the default way
   sigemptyset(&handler.sa_mask);
   sigaction(signal, &handler, nullptr);
 }

@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -22,8 +21,8 @@ std::string DefaultHost() {
   const std::string named = Environment("TOLVAN_HOST");
   if (!named.empty()) return named;
   const std::string xdg = Environment("XDG_CONFIG_HOME");
-  const std::filesystem::path folder = xdg.empty() ? std::filesystem::path(Environment("HOME")) / ".config" : xdg;
-  return folder / "tolvan" / "tolvan.ini";
+  const std::string folder = xdg.empty() ? Environment("HOME") + "/.config" : xdg;
+  return folder + "/tolvan/tolvan.ini";
 }
 
 /// Colour and cursor movement are unwanted where NO_COLOR is set or the terminal cannot do them.
