@@ -8,7 +8,7 @@ add_library(tolvan_house INTERFACE)
 target_include_directories(tolvan_house INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(tolvan_house INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor
-  -Woverloaded-virtual -Wnull-dereference -Werror)
+  -Woverloaded-virtual -Werror)
 # GCC 12 sees overlapping copies in "literal" + std::string at -O3 where there are none (its bug 105651).
 target_compile_options(tolvan_house INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 

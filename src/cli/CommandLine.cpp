@@ -30,20 +30,11 @@ void AddHelp(CLI::App& app) {
   app.add_flag("-h,--help,--ayuda");
 }
 
-CLI::App* AddOrder(CLI::App& app, const OrderDefinition& order) {
+void AddOrder(CLI::App& app, const OrderDefinition& order) {
   CLI::App* sub = app.add_subcommand(order.name);
   AddHelp(*sub);
   sub->fallthrough()->allow_extras();
   for (const OptionDefinition& option : order.options) AddOption(*sub, option);
-  for (const ArgumentDefinition& argument : order.arguments) {
-    CLI::Option* added = sub->add_option(argument.name);
-    if (argument.repeated) {
-      added->expected(-1);
-    } else {
-      added->expected(1);
-    }
-  }
-  return sub;
 }
 
 /// The named options of `app` in the order in which they were given.
@@ -51,7 +42,6 @@ std::vector<GivenOption> GivenOptions(const CLI::App& app) {
   std::vector<GivenOption> given;
   std::map<const CLI::Option*, std::size_t> seen;
   for (const CLI::Option* option : app.parse_order()) {
-    if (option->get_positional()) continue;
     const std::size_t occurrence = seen[option]++;
     const bool isFlag = option->get_expected_max() == 0;
     const auto& results = option->results();
@@ -61,21 +51,18 @@ std::vector<GivenOption> GivenOptions(const CLI::App& app) {
   return given;
 }
 
-std::vector<std::string> GivenArguments(const CLI::App& app, const OrderDefinition& order) {
-  std::vector<std::string> arguments;
-  for (const ArgumentDefinition& argument : order.arguments) {
-    const auto& results = app.get_option(argument.name)->results();
-    arguments.insert(arguments.end(), results.begin(), results.end());
-  }
-  return arguments;
+/// What is no option. Throws for a word that looks like one; "-" alone is an argument.
+std::vector<std::string> GivenArguments(const CLI::App& app, const std::string& where) {
+  std::vector<std::string> words = app.remaining(true);
+  const auto unknown = std::ranges::find_if(words, [](const auto& word) { return word.size() > 1 && word[0] == '-'; });
+  if (unknown != words.end()) throw Usage("Opción desconocida" + where + ": " + *unknown);
+  return words;
 }
 
-void CheckExtras(const CLI::App& app, const std::string& where) {
-  const std::vector<std::string> extras = app.remaining();
-  const auto unknown = std::ranges::find_if(extras, [](const std::string& word) { return word != "--"; });
-  if (unknown == extras.end()) return;
-  const bool isOption = unknown->starts_with('-') && *unknown != "-";
-  throw Usage((isOption ? "Opción desconocida" : "Argumento de más") + where + ": " + *unknown);
+void CheckCount(const ParsedOrder& given, const OrderDefinition& order) {
+  const bool unlimited = !order.arguments.empty() && order.arguments.back().repeated;
+  if (unlimited || given.arguments.size() <= order.arguments.size()) return;
+  throw Usage("Argumento de más en la orden " + order.name + ": " + given.arguments[order.arguments.size()]);
 }
 
 void CheckRequired(const ParsedOrder& given, const OrderDefinition& order) {
@@ -129,10 +116,12 @@ ParsedCommand ParseCommandLine(const std::vector<std::string>& arguments, std::s
   CLI::App app;
   AddHelp(app);
   app.add_flag("--version");
-  app.allow_extras();
+  app.allow_extras()->require_subcommand(0, 1);  // an argument may be called like an order
   for (const OptionDefinition& option : globals) AddOption(app, option);
   for (const OrderDefinition& order : orders) AddOrder(app, order);
-  Parse(app, arguments);
+  // What stands behind "--" is arguments, whatever it looks like; the library would not hand it to the order.
+  const auto end = std::ranges::find(arguments, "--");
+  Parse(app, {arguments.begin(), end});
 
   ParsedCommand command;
   command.global.options = GivenOptions(app);
@@ -141,21 +130,19 @@ ParsedCommand ParseCommandLine(const std::vector<std::string>& arguments, std::s
   const std::vector<CLI::App*> chosen = app.get_subcommands();
   if (chosen.empty()) {
     if (command.help || command.version) return command;
-    const auto extras = app.remaining();
-    if (!extras.empty() && !extras.front().starts_with('-')) {
-      throw Usage("No existe la orden \"" + extras.front() + "\"");
-    }
-    CheckExtras(app, "");
-    throw Usage("Falta la orden");
+    const std::vector<std::string> words = GivenArguments(app, "");
+    throw Usage(words.empty() ? "Falta la orden" : "No existe la orden \"" + words.front() + "\"");
   }
-  if (chosen.size() > 1) throw Usage("Argumento de más: " + chosen[1]->get_name());
   const auto order = std::ranges::find(orders, chosen.front()->get_name(), &OrderDefinition::name);
   command.order = order->name;
   command.help = command.help || chosen.front()->count("--help") > 0;
   if (command.help || command.version) return command;
-  command.given = {.arguments = GivenArguments(*chosen.front(), *order), .options = GivenOptions(*chosen.front())};
-  CheckExtras(app, "");
-  CheckExtras(*chosen.front(), " en la orden " + order->name);
+  command.given = {.arguments = GivenArguments(app, " en la orden " + order->name),
+                   .options = GivenOptions(*chosen.front())};
+  if (end != arguments.end()) {
+    command.given.arguments.insert(command.given.arguments.end(), std::next(end), arguments.end());
+  }
+  CheckCount(command.given, *order);
   CheckRequired(command.given, *order);
   CheckOptions(command.given, order->options);
   CheckOptions(command.global, globals);

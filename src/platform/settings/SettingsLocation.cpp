@@ -38,7 +38,7 @@ std::string NameMadeOf(std::string_view path) {
   for (const char character : path) {
     if (character == '/') {
       name += '+';
-    } else if (StandsAsItIs(character)) {
+    } else if (StandsAsItIs(character) && !(name.empty() && character == '.')) {  // a leading point would hide the file
       name += character;
     } else {
       name += Formatted("%%%02X", static_cast<unsigned>(static_cast<unsigned char>(character)));
@@ -48,7 +48,7 @@ std::string NameMadeOf(std::string_view path) {
   return Formatted("%016llX", static_cast<unsigned long long>(HashOf(path))) + "~" + name.substr(name.size() - keptEnd);
 }
 
-// A folder of the XDG base directory specification; a value that is not absolute counts as not set there.
+// One of the XDG base directories; a value that is not absolute counts as not set there.
 std::string XdgFolder(const char* variable, const char* belowHome) {
   const char* value = std::getenv(variable);
   if (value != nullptr && *value == '/') return Collapsed(value);

@@ -1,6 +1,6 @@
 // Where the settings and the window layouts of a host configuration are kept. Every configuration has its own files,
 // because their names are made of the configuration's path, in which "/" becomes "+" and everything but ASCII letters,
-// digits, "." , "-" and "_" is written "%" with two hexadecimal digits. A name that would be too long keeps its end,
+// digits, "-", "_" and a "." that is not the first character is written "%" with two hexadecimal digits. A name that would be too long keeps its end,
 // behind a hash of the whole.
 #pragma once
 

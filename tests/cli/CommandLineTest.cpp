@@ -1,0 +1,86 @@
+#include "cli/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include "cli/CommandFailure.h"
+#include "support/CommandRunner.h"
+
+namespace tolvan {
+namespace {
+
+const std::vector<OrderDefinition> orders = {
+    {.name = "uno",
+     .summary = "",
+     .arguments = {{.name = "LIBRO", .summary = ""}},
+     .options = {{.name = "--asociar", .summary = "", .valueName = "F=I", .repeated = true},
+                 {.name = "--codigo", .summary = "", .valueName = "F=C", .repeated = true},
+                 {.name = "--modo", .summary = "", .valueName = "M", .required = true, .choices = {"a", "b"}},
+                 {.name = "--simular", .summary = ""}}},
+    {.name = "varios", .summary = "", .arguments = {{.name = "X", .summary = "", .required = false, .repeated = true}}},
+};
+
+std::string Joined(const ParsedOrder& given) {
+  std::string text;
+  for (const std::string& argument : given.arguments) text += argument + ' ';
+  for (const GivenOption& option : given.options) text += option.name + '=' + option.value + ' ';
+  return text;
+}
+
+TEST(CommandLine, KeepsOptionsInTheOrderGivenAndTakesGlobalsAnywhere) {
+  const ParsedCommand command = ParseCommandLine({"--json", "uno", "--codigo", "2=B", "l.xlsx", "--asociar=1=A",
+                                                  "--modo", "a", "--codigo", "3=", "--host", "h.ini", "--simular"},
+                                                 orders);
+  EXPECT_EQ(command.order, "uno");
+  EXPECT_EQ(Joined(command.given), "l.xlsx --codigo=2=B --asociar=1=A --modo=a --codigo=3= --simular= ");
+  EXPECT_EQ(Joined(command.global), "--json= --host=h.ini ");
+}
+
+TEST(CommandLine, TwoDashesEndTheOptions) {
+  EXPECT_EQ(Joined(ParseCommandLine({"varios", "uno", "-", "--", "--b", "-c"}, orders).given), "uno - --b -c ");
+}
+
+TEST(CommandLine, HelpAndVersionNeedNothingElse) {
+  for (const char* word : {"-h", "--help", "--ayuda"}) {
+    EXPECT_TRUE(ParseCommandLine({word}, orders).help);
+    EXPECT_TRUE(ParseCommandLine({"uno", word}, orders).help);
+  }
+  EXPECT_TRUE(ParseCommandLine({"--version"}, orders).version);
+}
+
+TEST(CommandLine, WrongUsageIsToldInSpanishAndNamed) {
+  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
+      {{}, "Falta la orden"},
+      {{"dos"}, "No existe la orden \"dos\""},
+      {{"--nada"}, "Opción desconocida: --nada"},
+      {{"uno", "--modo", "a"}, "La orden uno requiere LIBRO"},
+      {{"uno", "l"}, "La orden uno requiere --modo M"},
+      {{"uno", "l", "--modo", "c"}, "La opción --modo no admite el valor \"c\""},
+      {{"uno", "l", "--modo", "a", "--modo", "b"}, "La opción --modo se indicó más de una vez"},
+      {{"uno", "l", "--modo"}, "Falta el valor de la opción --modo, o no admite ninguno"},
+      {{"uno", "l", "m", "--modo", "a"}, "Argumento de más en la orden uno: m"},
+      {{"uno", "l", "--modo", "a", "--nada"}, "Opción desconocida en la orden uno: --nada"},
+      {{"--host", "a", "--host", "b", "varios"}, "La opción --host se indicó más de una vez"},
+  };
+  for (const auto& [words, text] : cases) {
+    try {
+      ParseCommandLine(words, orders);
+      ADD_FAILURE() << "taken, but expected: " << text;
+    } catch (const CommandFailure& failure) {
+      EXPECT_EQ(failure.what(), text);
+      EXPECT_EQ(failure.Code(), ExitCode::Usage);
+    }
+  }
+}
+
+TEST(Command, WrongUsageLeavesStandardOutputEmptyUnlessJsonIsWanted) {
+  test::CommandRunner runner;
+  const auto plain = runner.Run({"nada"});
+  EXPECT_EQ(plain.code, 2);
+  EXPECT_EQ(plain.output, "");
+  EXPECT_NE(plain.messages.find("No existe la orden \"nada\""), std::string::npos);
+  const auto json = runner.Run({"--json", "nada"});
+  EXPECT_EQ(json.output, "{\n  \"error\": \"No existe la orden \\\"nada\\\"\"\n}\n");
+}
+
+}  // namespace
+}  // namespace tolvan

@@ -1,0 +1,64 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "cli/demo/DemoStore.h"
+#include "contract/TemporaryFolder.h"
+#include "support/CommandRunner.h"
+
+namespace tolvan {
+namespace {
+
+class OrderOpciones : public ::testing::Test {
+ protected:
+  OrderOpciones() {
+    places = PlacesOfDemo(folder.File("tienda"));
+    runner.Run({"demo", places.folder});
+    runner.host = places.host;
+  }
+
+  test::TemporaryFolder folder;
+  test::CommandRunner runner;
+  DemoPlaces places;
+};
+
+TEST_F(OrderOpciones, ListsAllInOrderReadsByKeyOrIndexAndWrites) {
+  const auto all = nlohmann::ordered_json::parse(runner.Run({"--json", "opciones"}).output);
+  ASSERT_EQ(all.size(), 16U);
+  EXPECT_EQ(all.begin().key(), "MicrosExp_CodigoTienda");
+  EXPECT_EQ(std::next(all.begin(), 11).key(), "SVentas_OffsetAnno");
+
+  EXPECT_EQ(runner.Run({"opciones", "0=0042", "MicrosExp_NombreArchivo=a=b ñ"}).code, 0);
+  EXPECT_EQ(runner.Run({"opciones", "9", "microsexp_codigotienda"}).output,
+            "MicrosExp_NombreArchivo=a=b ñ\nMicrosExp_CodigoTienda=0042\n");
+}
+
+TEST_F(OrderOpciones, ARefusedValueChangesNothing) {
+  const auto result = runner.Run({"opciones", "0=0042", "4=tarde"});
+  EXPECT_EQ(result.code, 1);
+  EXPECT_EQ(result.messages,
+            "Error al intentar guardar opciones del sistema: MicrosExp_HoraFinalVenta_Horas no admite "
+            "\"tarde\"\n");
+  EXPECT_EQ(runner.Run({"opciones", "0"}).output, "MicrosExp_CodigoTienda=0001\n");
+  EXPECT_EQ(runner.Run({"opciones", "Nada=1"}).code, 2);
+  EXPECT_EQ(runner.Run({"opciones", "16"}).code, 2);
+}
+
+TEST_F(OrderOpciones, ADamagedSettingsFileIsPutAsideToldAndReplacedByDefaults) {
+  const std::filesystem::path settings = std::filesystem::path(places.folder) / "ajustes";
+  std::filesystem::path file;
+  for (const auto& entry : std::filesystem::directory_iterator(settings)) {
+    if (entry.path().extension() == ".ajustes") file = entry.path();
+  }
+  ASSERT_FALSE(file.empty());
+  std::filesystem::resize_file(file, std::filesystem::file_size(file) - 3);
+  const auto result = runner.Run({"opciones", "0"});
+  EXPECT_EQ(result.code, 0);
+  EXPECT_EQ(result.output, "MicrosExp_CodigoTienda=codigo_local\n");
+  EXPECT_NE(result.messages, "");
+  EXPECT_EQ(runner.Run({"opciones", "0"}).messages, "") << "told once";
+}
+
+}  // namespace
+}  // namespace tolvan

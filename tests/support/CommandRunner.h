@@ -1,0 +1,46 @@
+// Runs the command in this process on streams of memory, with a clock and an interruption of the test's own.
+#pragma once
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "cli/Command.h"
+#include "support/FakeHost.h"
+
+namespace tolvan::test {
+
+struct CommandResult {
+  int code = -1;
+  std::string output;
+  std::string messages;
+};
+
+/// The clock stands at 1 March 2024, 09:00.
+struct CommandRunner {
+  CommandRunner() { clock.now.date = Date::FromParts(2024, 3, 1); }
+
+  CommandResult Run(std::vector<std::string> arguments) {
+    if (!host.empty()) arguments.insert(arguments.begin(), {"--host", host});
+    std::istringstream input(typed);
+    std::ostringstream output;
+    std::ostringstream messages;
+    const int code = RunCommand(arguments, {.input = input,
+                                            .output = output,
+                                            .messages = messages,
+                                            .clock = clock,
+                                            .interruption = interruption,
+                                            .defaultHost = "/no/such/tolvan.ini",
+                                            .inputIsTerminal = terminal,
+                                            .messagesAreTerminal = false});
+    return {code, output.str(), messages.str()};
+  }
+
+  FakeClock clock;
+  FakeInterruption interruption;
+  std::string host;       ///< passed as --host when not empty
+  std::string typed;      ///< what the person types
+  bool terminal = false;  ///< whether a person is there
+};
+
+}  // namespace tolvan::test
