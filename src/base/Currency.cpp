@@ -156,7 +156,7 @@ std::optional<Currency> Currency::Parse(std::string_view text) {
     count = count * 10 + static_cast<std::uint64_t>(digit);
   }
   const auto tail = kept < 0 ? std::strong_ordering::less : TailAgainstHalf(decimal->digits, kept);
-  if (tail > 0 || (tail == 0 && (count & 1) != 0)) ++count;
+  if (std::is_gt(tail) || (std::is_eq(tail) && (count & 1) != 0)) ++count;
   if (count > maximum) return std::nullopt;
   return Currency(WithSign(count, decimal->negative));
 }

@@ -2,6 +2,7 @@
 
 #include <utf8proc.h>
 
+#include <array>
 #include <charconv>
 
 namespace tolvan {
@@ -74,9 +75,9 @@ void AppendCodePoint(std::string& text, char32_t codePoint) {
     return;
   }
   if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) codePoint = 0xFFFD;
-  utf8proc_uint8_t bytes[4];
-  const auto length = utf8proc_encode_char(static_cast<utf8proc_int32_t>(codePoint), bytes);
-  text.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
+  std::array<utf8proc_uint8_t, 4> bytes{};
+  const auto length = utf8proc_encode_char(static_cast<utf8proc_int32_t>(codePoint), bytes.data());
+  text.append(bytes.begin(), bytes.begin() + length);
 }
 
 bool IsValidUtf8(std::string_view text) {

@@ -13,6 +13,8 @@ template <class... Cases>
 struct Match : Cases... {
   using Cases::operator()...;
 };
+template <class... Cases>
+Match(Cases...) -> Match<Cases...>;  // the compiler of the checks does not deduce it by itself
 
 std::string NumberText(double number) {
   std::array<char, 40> buffer{};
