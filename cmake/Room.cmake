@@ -17,13 +17,3 @@ function(tolvan_room name)
   add_library(tolvan_${name} STATIC ${ROOM_SOURCES})
   target_link_libraries(tolvan_${name} PUBLIC tolvan_house ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
 endfunction()
-
-# One test program for a room: tolvan_tests(<name> SOURCES <file>... [LINKS <target>...]).
-# Every test of it is one ctest entry and has 120 seconds.
-function(tolvan_tests name)
-  cmake_parse_arguments(TESTS "" "" "SOURCES;LINKS" ${ARGN})
-  add_executable(test_${name} ${TESTS_SOURCES})
-  target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  target_link_libraries(test_${name} PRIVATE tolvan_house ${TESTS_LINKS} GTest::gmock GTest::gtest GTest::gtest_main)
-  gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
-endfunction()

@@ -2,7 +2,11 @@
 # fetched by tools/windows-deps into TOLVAN_WINDOWS_DEPS and compiled here.
 add_library(tolvan_utf8proc INTERFACE)
 if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
-  set(TOLVAN_WINDOWS_DEPS "$ENV{HOME}/.cache/tolvan-windows" CACHE PATH "Folder filled by tools/windows-deps")
+  include(CacheFolder)
+  set(TOLVAN_WINDOWS_DEPS "${TOLVAN_CACHE_FOLDER}/windows-deps" CACHE PATH "Folder filled by tools/windows-deps")
+  if(NOT EXISTS "${TOLVAN_WINDOWS_DEPS}/utf8proc/utf8proc.c")
+    message(FATAL_ERROR "There is no utf8proc in ${TOLVAN_WINDOWS_DEPS}: run tools/windows-deps first")
+  endif()
   enable_language(C)
   add_library(tolvan_utf8proc_source STATIC ${TOLVAN_WINDOWS_DEPS}/utf8proc/utf8proc.c)
   target_include_directories(tolvan_utf8proc_source SYSTEM PUBLIC ${TOLVAN_WINDOWS_DEPS}/utf8proc)
