@@ -75,20 +75,21 @@ SqliteStatement::SqliteStatement(SqliteConnection& connection, const SqlStatemen
   const std::string& text = statement.ParameterText();
   RequireNoNul(text);
   connection.Watch().BeginStatement();
+  sqlite3_stmt* prepared = nullptr;
   const char* tail = nullptr;
   const int code = sqlite3_prepare_v3(connection.Handle(), text.data(), static_cast<int>(text.size() + 1),
-                                      SQLITE_PREPARE_PERSISTENT, &handle_, &tail);
+                                      SQLITE_PREPARE_PERSISTENT, &prepared, &tail);
+  handle_.reset(prepared);
   if (code != SQLITE_OK) throw connection.ErrorOf(code, ContextOf(statement));
   if (handle_ == nullptr || !IsBlankTail(connection.Handle(), tail, text.data() + text.size())) {
-    sqlite3_finalize(handle_);
     throw HostError(HostErrorKind::Statement, "el texto no es una sola instrucción", ContextOf(statement));
   }
-  parameterCount_ = static_cast<std::size_t>(sqlite3_bind_parameter_count(handle_));
+  parameterCount_ = static_cast<std::size_t>(sqlite3_bind_parameter_count(handle_.get()));
   Describe();
 }
 
-SqliteStatement::~SqliteStatement() {
-  sqlite3_finalize(handle_);
+void SqliteStatement::Finalize::operator()(sqlite3_stmt* handle) const noexcept {
+  sqlite3_finalize(handle);
 }
 
 void SqliteStatement::Bind(std::span<const SqlLiteral> literals, Lifetime lifetime) {
@@ -102,30 +103,31 @@ void SqliteStatement::Bind(std::span<const SqlLiteral> literals, Lifetime lifeti
 void SqliteStatement::BindOne(int place, const SqlLiteral& literal, Lifetime lifetime) {
   const auto destructor = lifetime == Lifetime::Kept ? SQLITE_STATIC : SQLITE_TRANSIENT;
   const int code = std::visit(
-      Match{[&](std::monostate) { return sqlite3_bind_null(handle_, place); },
-            [&](bool flag) { return sqlite3_bind_int(handle_, place, flag ? 1 : 0); },
-            [&](std::int64_t number) { return sqlite3_bind_int64(handle_, place, number); },
-            [&](Currency money) { return BindMoney(handle_, place, money); },
-            [&](const DateTime& moment) { return BindText(handle_, place, moment.ToIsoText(), SQLITE_TRANSIENT); },
-            [&](const std::string& text) {
-              RequireNoNul(text);
-              return BindText(handle_, place, text, destructor);
-            }},
+      Match{
+          [&](std::monostate) { return sqlite3_bind_null(handle_.get(), place); },
+          [&](bool flag) { return sqlite3_bind_int(handle_.get(), place, flag ? 1 : 0); },
+          [&](std::int64_t number) { return sqlite3_bind_int64(handle_.get(), place, number); },
+          [&](Currency money) { return BindMoney(handle_.get(), place, money); },
+          [&](const DateTime& moment) { return BindText(handle_.get(), place, moment.ToIsoText(), SQLITE_TRANSIENT); },
+          [&](const std::string& text) {
+            RequireNoNul(text);
+            return BindText(handle_.get(), place, text, destructor);
+          }},
       literal);
   if (code != SQLITE_OK) throw connection_.ErrorOf(code, ExpandedText());
 }
 
 bool SqliteStatement::Step() {
   connection_.Watch().BeginStatement();
-  const int code = sqlite3_step(handle_);
+  const int code = sqlite3_step(handle_.get());
   if (code != SQLITE_ROW && code != SQLITE_DONE) throw connection_.ErrorOf(code, ExpandedText());
-  if (sqlite3_stmt_status(handle_, SQLITE_STMTSTATUS_REPREPARE, 0) != preparations_) Describe();
+  if (sqlite3_stmt_status(handle_.get(), SQLITE_STMTSTATUS_REPREPARE, 0) != preparations_) Describe();
   return code == SQLITE_ROW;
 }
 
 void SqliteStatement::Reset() noexcept {
-  sqlite3_reset(handle_);
-  sqlite3_clear_bindings(handle_);
+  sqlite3_reset(handle_.get());
+  sqlite3_clear_bindings(handle_.get());
 }
 
 std::optional<std::size_t> SqliteStatement::FindColumn(std::string_view name) const {
@@ -137,11 +139,11 @@ std::optional<std::size_t> SqliteStatement::FindColumn(std::string_view name) co
 
 FieldValue SqliteStatement::Value(std::size_t index) const {
   const int column = static_cast<int>(index);
-  const int type = sqlite3_column_type(handle_, column);
+  const int type = sqlite3_column_type(handle_.get(), column);
   if (type == SQLITE_NULL) return std::monostate();
-  if (type == SQLITE_FLOAT) return sqlite3_column_double(handle_, column);
+  if (type == SQLITE_FLOAT) return sqlite3_column_double(handle_.get(), column);
   if (type == SQLITE_INTEGER) {
-    const std::int64_t number = sqlite3_column_int64(handle_, column);
+    const std::int64_t number = sqlite3_column_int64(handle_.get(), column);
     if (columns_[index].kind == ColumnKind::Boolean) return number != 0;
     return number;
   }
@@ -155,15 +157,15 @@ FieldValue SqliteStatement::Value(std::size_t index) const {
 
 std::string_view SqliteStatement::Text(std::size_t index, std::string& scratch) const {
   const int column = static_cast<int>(index);
-  const int type = sqlite3_column_type(handle_, column);
+  const int type = sqlite3_column_type(handle_.get(), column);
   if (type == SQLITE_NULL) return {};
   if (type != SQLITE_TEXT && type != SQLITE_BLOB) {
     scratch = TextOf(Value(index));
     return scratch;
   }
-  const void* const bytes = sqlite3_column_blob(handle_, column);
+  const void* const bytes = sqlite3_column_blob(handle_.get(), column);
   const std::string_view text(static_cast<const char*>(bytes),
-                              static_cast<std::size_t>(sqlite3_column_bytes(handle_, column)));
+                              static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column)));
   if (columns_[index].kind != ColumnKind::Moment) return text;
   const auto moment = DateTime::Parse(text);
   if (!moment) return text;
@@ -179,17 +181,18 @@ SqliteStatement::ColumnKind SqliteStatement::KindOf(const char* declaredType) {
 }
 
 void SqliteStatement::Describe() {
-  preparations_ = sqlite3_stmt_status(handle_, SQLITE_STMTSTATUS_REPREPARE, 0);
+  preparations_ = sqlite3_stmt_status(handle_.get(), SQLITE_STMTSTATUS_REPREPARE, 0);
   columns_.clear();
-  const int count = sqlite3_column_count(handle_);
+  const int count = sqlite3_column_count(handle_.get());
   for (int column = 0; column < count; ++column) {
-    columns_.push_back({sqlite3_column_name(handle_, column), KindOf(sqlite3_column_decltype(handle_, column))});
+    columns_.push_back(
+        {sqlite3_column_name(handle_.get(), column), KindOf(sqlite3_column_decltype(handle_.get(), column))});
   }
 }
 
 std::string SqliteStatement::ExpandedText() const {
-  const std::unique_ptr<char, decltype(&sqlite3_free)> text(sqlite3_expanded_sql(handle_), &sqlite3_free);
-  return Shortened(text ? text.get() : sqlite3_sql(handle_));
+  const std::unique_ptr<char, decltype(&sqlite3_free)> text(sqlite3_expanded_sql(handle_.get()), &sqlite3_free);
+  return Shortened(text ? text.get() : sqlite3_sql(handle_.get()));
 }
 
 }  // namespace tolvan

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -24,9 +25,6 @@ class SqliteStatement {
 
   /// Throws HostError; Statement when the text is not exactly one statement. `connection` must outlive this object.
   SqliteStatement(SqliteConnection& connection, const SqlStatement& statement);
-  ~SqliteStatement();
-  SqliteStatement(const SqliteStatement&) = delete;
-  SqliteStatement& operator=(const SqliteStatement&) = delete;
 
   /// Throws HostError InvalidValue for a text with a NUL, Statement when there is not one literal for each "?".
   void Bind(std::span<const SqlLiteral> literals, Lifetime lifetime);
@@ -54,13 +52,17 @@ class SqliteStatement {
     ColumnKind kind;
   };
 
+  struct Finalize {
+    void operator()(sqlite3_stmt* handle) const noexcept;
+  };
+
   static ColumnKind KindOf(const char* declaredType);
   void Describe();
   void BindOne(int place, const SqlLiteral& literal, Lifetime lifetime);
   std::string ExpandedText() const;
 
   SqliteConnection& connection_;
-  sqlite3_stmt* handle_ = nullptr;
+  std::unique_ptr<sqlite3_stmt, Finalize> handle_;
   std::vector<Column> columns_;
   std::size_t parameterCount_ = 0;
   int preparations_ = 0;  // how often SQLite has prepared it anew, after a change of the schema

@@ -63,7 +63,7 @@ bool SqliteWatch::MayWaitOn(int attempts) noexcept {
   const Moment now = steady_clock::now();
   if (attempts == 0) waitBegan_ = now;
   if (Interrupted()) return false;
-  const auto left = std::chrono::duration_cast<milliseconds>(busyWait_ - (now - waitBegan_));
+  const auto left = std::chrono::ceil<milliseconds>(busyWait_ - (now - waitBegan_));
   if (left <= milliseconds::zero()) return false;
   const auto pause = milliseconds(pauses[std::min(static_cast<std::size_t>(attempts), pauses.size() - 1)]);
   std::this_thread::sleep_for(std::min(pause, left));
