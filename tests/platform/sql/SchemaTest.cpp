@@ -1,0 +1,68 @@
+// The scripts of data/esquema say the same in four languages; a column added to one of them must be in all.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <regex>
+#include <set>
+
+#include "base/Text.h"
+#include "platform/sql/SqlScript.h"
+
+namespace tolvan::data {
+extern const std::string_view sqliteSchema;
+extern const std::string_view sqlServerSchema;
+extern const std::string_view postgreSqlSchema;
+extern const std::string_view accessSchema;
+}  // namespace tolvan::data
+
+namespace tolvan::test {
+namespace {
+
+using Columns = std::vector<std::string>;
+
+/// The columns of every table, in order.
+std::map<std::string, Columns> TablesOf(std::string_view script) {
+  static const std::regex table(R"(CREATE TABLE (?:IF NOT EXISTS )?(\w+) \(([\s\S]*)\)(?: WITHOUT ROWID)?$)");
+  static const std::regex column(R"(^\s*(?!PRIMARY|FOREIGN|CONSTRAINT|CHECK)(\w+)\s)");
+  std::map<std::string, Columns> tables;
+  for (const std::string& statement : SplitSqlScript(script)) {
+    std::smatch found;
+    if (!std::regex_search(statement, found, table)) continue;
+    const std::string body = found[2];
+    for (const std::string_view line : Split(body, '\n')) {
+      std::match_results<std::string_view::const_iterator> name;
+      if (std::regex_search(line.begin(), line.end(), name, column)) tables[found[1]].push_back(name[1]);
+    }
+  }
+  return tables;
+}
+
+std::set<std::string> IndexesOf(std::string_view script) {
+  static const std::regex index(R"(CREATE (?:UNIQUE )?INDEX (?:IF NOT EXISTS )?(\w+) ON)");
+  std::set<std::string> names;
+  for (const std::string& statement : SplitSqlScript(script)) {
+    std::smatch found;
+    if (std::regex_search(statement, found, index)) names.insert(found[1]);
+  }
+  return names;
+}
+
+}  // namespace
+
+TEST(SchemaTest, EveryEngineHasTheSameTablesAndColumns) {
+  const auto expected = TablesOf(data::sqliteSchema);
+  ASSERT_EQ(expected.size(), 15U);
+  ASSERT_EQ(expected.at("Clientes").size(), 6U);
+  EXPECT_EQ(TablesOf(data::sqlServerSchema), expected);
+  EXPECT_EQ(TablesOf(data::postgreSqlSchema), expected);
+  EXPECT_EQ(TablesOf(data::accessSchema), expected);
+}
+
+TEST(SchemaTest, TheServersHaveTheSameIndexes) {
+  const auto expected = IndexesOf(data::sqliteSchema);
+  EXPECT_TRUE(expected.contains("LoteAbierto"));
+  EXPECT_EQ(IndexesOf(data::sqlServerSchema), expected);
+  EXPECT_EQ(IndexesOf(data::postgreSqlSchema), expected);
+}
+
+}  // namespace tolvan::test
