@@ -29,9 +29,9 @@ MAINS = ["cli", "desktop", "com"]
 for main_room in MAINS:
     BELOW[main_room] = ["component", "platform"] + BELOW["component"]
 
-# In platform/ a provider knows itself and what several engines share; what lies in platform/ itself, or in the folder
+# In platform/ a provider knows itself, what several engines share, and the descriptors and paths of files/; what lies in platform/ itself, or in the folder
 # that assembles a host, knows every provider.
-PLATFORM_SHARED = ["sql"]
+PLATFORM_SHARED = ["sql", "files"]
 PLATFORM_ASSEMBLY = ["", "assembly"]
 
 MOST_LINES = 500
@@ -47,6 +47,8 @@ new numbers numeric optional ostream queue random ranges ratio regex scoped_allo
 source_location span sstream stack stdexcept stop_token streambuf string string_view strstream syncstream system_error
 thread tuple type_traits typeindex typeinfo unordered_map unordered_set utility valarray variant vector version
 """.split())
+# The system's own headers, which the headers of a provider may need for their types.
+SYSTEM = {"fcntl.h", "unistd.h", "sys/types.h", "sys/stat.h"}
 NOT_PORTABLE = {"filesystem", "thread", "future", "condition_variable", "mutex", "shared_mutex", "csignal"}
 SYSTEM_MACRO = re.compile(r"^\s*#\s*(?:if|ifdef|ifndef|elif)\b.*\b(_WIN32|WIN32|__MINGW\w*|__linux__|__unix__|_MSC_VER)\b")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
@@ -83,6 +85,8 @@ def header_fault(parts, header):
     room, is_source = parts[0], parts[-1].endswith(".cpp")
     if room in PORTABLE and header in NOT_PORTABLE:
         return f"<{header}> is not for portable rooms"
+    if header in SYSTEM and room == "platform":
+        return None
     if header in STANDARD or (room in ["platform"] + MAINS and is_source):
         return None
     if room == "base" and is_source and header == "utf8proc.h":

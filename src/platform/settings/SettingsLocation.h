@@ -1,7 +1,7 @@
 // Where the settings and the window layouts of a host configuration are kept. Every configuration has its own files,
 // because their names are made of the configuration's path, in which "/" becomes "+" and everything but ASCII letters,
-// digits, "-", "_" and a "." that is not the first character is written "%" with two hexadecimal digits. A name that would be too long keeps its end,
-// behind a hash of the whole.
+// digits, "-", "_" and points is written "%" with two hexadecimal digits; so is a point at the beginning, which would
+// hide the file. A name that would be too long keeps its end, behind a hash of the whole.
 #pragma once
 
 #include <string>
