@@ -1,6 +1,5 @@
 #include "base/Calendar.h"
 
-#include <charconv>
 #include <chrono>
 
 namespace tolvan {
@@ -23,6 +22,11 @@ std::optional<int> Digits(std::string_view text, std::size_t start, std::size_t 
     value = value * 10 + (c - '0');
   }
   return value;
+}
+
+/// A point and at least one digit.
+bool IsFraction(std::string_view text) {
+  return text.size() > 1 && text[0] == '.' && text.find_first_not_of("0123456789", 1) == std::string_view::npos;
 }
 
 }  // namespace
@@ -82,9 +86,7 @@ std::optional<DateTime> DateTime::Parse(std::string_view isoText) {
   const auto second = isoText.size() == 16 ? std::optional<int>(0) : Digits(isoText, 17, 2);
   if (!hour || !minute || !second || *hour > 23 || *minute > 59 || *second > 59) return std::nullopt;
   if (isoText.size() > 16 && isoText[16] != ':') return std::nullopt;
-  if (isoText.size() > 19 && (isoText[19] != '.' || isoText.find_first_not_of("0123456789", 20) != isoText.npos)) {
-    return std::nullopt;
-  }
+  if (isoText.size() > 19 && !IsFraction(isoText.substr(19))) return std::nullopt;
   result.hour = *hour;
   result.minute = *minute;
   result.second = *second;

@@ -43,6 +43,7 @@ std::uint64_t DivideHalfEven(Wide value, std::uint64_t divisor) {
       quotient |= 1;
     }
   }
+  if (quotient > maximum) throw std::overflow_error("Currency out of range");
   const std::uint64_t rest = divisor - remainder;
   if (remainder > rest || (remainder == rest && (quotient & 1) != 0)) ++quotient;
   if (quotient > maximum) throw std::overflow_error("Currency out of range");
@@ -65,11 +66,11 @@ std::int64_t Scale(std::int64_t a, std::int64_t b, std::int64_t divisor) {
 struct Decimal {
   bool negative = false;
   std::string digits;
-  long exponent = 0;  // the value is 0.digits * 10^exponent
+  std::int64_t exponent = 0;  // the value is 0.digits * 10^exponent
 };
 
-bool ReadExponent(std::string_view text, long& exponent) {
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+bool ReadExponent(std::string_view text, std::int64_t& exponent) {
+  if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);
   int written = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), written);
   if (error != std::errc() || end != text.data() + text.size()) return false;
@@ -108,8 +109,8 @@ std::optional<Decimal> ReadDecimal(std::string_view text) {
 }
 
 /// Whether the digits from `from` on are more than, equal to or less than one half of the digit before them.
-std::strong_ordering TailAgainstHalf(const std::string& digits, long from) {
-  if (from < 0 || from >= static_cast<long>(digits.size())) return std::strong_ordering::less;
+std::strong_ordering TailAgainstHalf(const std::string& digits, std::int64_t from) {
+  if (from < 0 || from >= static_cast<std::int64_t>(digits.size())) return std::strong_ordering::less;
   const auto start = static_cast<std::size_t>(from);
   if (digits[start] != '5') return digits[start] <=> '5';
   const bool more = digits.find_first_not_of('0', start + 1) != std::string::npos;
@@ -147,10 +148,10 @@ std::optional<Currency> Currency::Parse(std::string_view text) {
   const std::optional<Decimal> decimal = ReadDecimal(text);
   if (!decimal) return std::nullopt;
   if (decimal->digits.empty()) return Currency();
-  const long kept = decimal->exponent + 4;  // digits that make the count of ten-thousandths
+  const std::int64_t kept = decimal->exponent + 4;  // digits that make the count of ten-thousandths
   if (kept > 19) return std::nullopt;
   std::uint64_t count = 0;
-  for (long index = 0; index < kept; ++index) {
+  for (std::int64_t index = 0; index < kept; ++index) {
     const auto place = static_cast<std::size_t>(index);
     const int digit = place < decimal->digits.size() ? decimal->digits[place] - '0' : 0;
     count = count * 10 + static_cast<std::uint64_t>(digit);

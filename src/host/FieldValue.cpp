@@ -1,5 +1,6 @@
 #include "host/FieldValue.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -16,22 +17,34 @@ struct Match : Cases... {
 template <class... Cases>
 Match(Cases...) -> Match<Cases...>;  // the compiler of the checks does not deduce it by itself
 
+/// The fewest digits that read back as the same number, never with an exponent.
 std::string NumberText(double number) {
-  std::array<char, 40> buffer{};
-  const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+  std::array<char, 400> buffer{};  // the longest is 5e-324, with 326 characters
+  const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed);
   return {buffer.data(), written.ptr};
 }
 
 std::optional<double> DoubleOf(const std::string& text) {
   double number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(number)) return std::nullopt;
   return number;
 }
 
-std::optional<std::int64_t> WholePart(std::optional<double> number) {
+std::optional<std::int64_t> WholePartOf(std::optional<double> number) {
   if (!number || !std::isfinite(*number) || std::fabs(*number) >= 9.2e18) return std::nullopt;
   return static_cast<std::int64_t>(*number);
+}
+
+/// A whole number of up to nineteen digits must not go through a floating value, which holds fifteen.
+std::optional<std::int64_t> WholePartOf(const std::string& text) {
+  std::int64_t number = 0;
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, number);
+  const bool onlyDecimalsFollow =
+      end == last || (*end == '.' && std::all_of(end + 1, last, [](char c) { return c >= '0' && c <= '9'; }));
+  if (error == std::errc() && onlyDecimalsFollow) return number;
+  return WholePartOf(DoubleOf(text));
 }
 
 }  // namespace
@@ -55,20 +68,22 @@ std::optional<Currency> CurrencyOf(const FieldValue& value) {
 
 std::optional<std::int64_t> IntegerOf(const FieldValue& value) {
   if (const auto* number = std::get_if<std::int64_t>(&value)) return *number;
-  if (const auto* number = std::get_if<double>(&value)) return WholePart(*number);
+  if (const auto* number = std::get_if<double>(&value)) return WholePartOf(*number);
   if (const auto* flag = std::get_if<bool>(&value)) return *flag ? 1 : 0;
-  if (const auto* decimal = std::get_if<DecimalText>(&value)) return WholePart(DoubleOf(decimal->text));
-  if (const auto* text = std::get_if<std::string>(&value)) return WholePart(DoubleOf(*text));
+  if (const auto* decimal = std::get_if<DecimalText>(&value)) return WholePartOf(decimal->text);
+  if (const auto* text = std::get_if<std::string>(&value)) return WholePartOf(*text);
   return std::nullopt;
 }
 
 std::optional<bool> BooleanOf(const FieldValue& value) {
-  if (const auto* text = std::get_if<std::string>(&value)) {
-    if (EqualIgnoringCase(*text, "True")) return true;
-    if (EqualIgnoringCase(*text, "False")) return false;
-  }
-  if (const auto* number = std::get_if<double>(&value)) return *number != 0;
-  const std::optional<std::int64_t> number = IntegerOf(value);
+  if (const auto* flag = std::get_if<bool>(&value)) return *flag;
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return *number != 0;
+  if (IsNull(value) || std::holds_alternative<DateTime>(value)) return std::nullopt;
+  const std::string text = TextOf(value);
+  if (EqualIgnoringCase(text, "True")) return true;
+  if (EqualIgnoringCase(text, "False")) return false;
+  // Not by way of the whole number: 0.5 is not zero.
+  const std::optional<double> number = DoubleOf(text);
   if (!number) return std::nullopt;
   return *number != 0;
 }

@@ -29,6 +29,7 @@ SqlStatement& SqlStatement::Literal(SqlLiteral value) {
 }
 
 SqlStatement& SqlStatement::Append(const SqlStatement& other) {
+  if (&other == this) return Append(SqlStatement(other));
   for (const std::size_t position : other.positions_) positions_.push_back(parameterText_.size() + position);
   parameterText_ += other.parameterText_;
   literals_.insert(literals_.end(), other.literals_.begin(), other.literals_.end());

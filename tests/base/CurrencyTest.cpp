@@ -2,8 +2,248 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace tolvan {
-TEST(Currency, Placeholder) {
-  EXPECT_EQ(Currency::FromUnits(2).ToText(), "2.0000");
+namespace {
+
+constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+
+Currency Count(std::int64_t tenThousandths) {
+  return Currency::FromTenThousandths(tenThousandths);
 }
+
+TEST(Currency, ReadsDecimalTextRoundingTiesToEven) {
+  const std::vector<std::pair<std::string, std::optional<std::int64_t>>> cases = {
+      {"0", 0},
+      {"-12.5", -125'000},
+      {"+3.", 30'000},
+      {".5", 5'000},
+      {"0012.3400", 123'400},
+      {"1e3", 10'000'000},
+      {"12.5E-2", 1'250},
+      {"1.00005", 10'000},  // ties
+      {"1.00015", 10'002},
+      {"-1.00015", -10'002},
+      {"0.00005", 0},
+      {"5e-5", 0},
+      {"0.00015", 2},
+      {"0.000050000000000000000000001", 1},  // just past a tie
+      {"0.00004999999999999999999999", 0},
+      {"0.00000000001", 0},
+      {"1e-2147483648", 0},
+      {"922337203685477.5807", largest},
+      {"922337203685477.58074", largest},
+      {"922337203685477.58075", std::nullopt},
+      {"-922337203685477.5807", -largest},
+      {"18446744073709551616", std::nullopt},
+      {"1e2147483647", std::nullopt},
+      {"10e2147483647", std::nullopt},
+      {"", std::nullopt},
+      {"-", std::nullopt},
+      {".", std::nullopt},
+      {"e5", std::nullopt},
+      {"1e", std::nullopt},
+      {"1e+-5", std::nullopt},
+      {"1e5.0", std::nullopt},
+      {" 1", std::nullopt},
+      {"1 ", std::nullopt},
+      {"1,5", std::nullopt},
+      {"1.2.3", std::nullopt},
+      {"--1", std::nullopt},
+      {"0x10", std::nullopt},
+      {"inf", std::nullopt},
+  };
+  for (const auto& [text, expected] : cases) {
+    const std::optional<Currency> read = Currency::Parse(text);
+    EXPECT_EQ(read ? std::optional(read->TenThousandths()) : std::nullopt, expected) << '"' << text << '"';
+  }
+}
+
+TEST(Currency, TakesFloatingValuesAsTheNumberAPersonTyped) {
+  const std::vector<std::pair<double, std::optional<std::int64_t>>> cases = {
+      {1.00005, 10'000},
+      {1.00015, 10'002},
+      {-2.00025, -20'002},
+      {0.1 + 0.2, 3'000},
+      {-0.0, 0},
+      {1e-300, 0},
+      {123'456'789.125, 1'234'567'891'250},
+      {922'337'203'685'477.0, 9'223'372'036'854'770'000},
+      {922'337'203'685'478.0, std::nullopt},
+      {1e300, std::nullopt},
+      {std::numeric_limits<double>::infinity(), std::nullopt},
+      {std::numeric_limits<double>::quiet_NaN(), std::nullopt},
+  };
+  for (const auto& [value, expected] : cases) {
+    const std::optional<Currency> taken = Currency::FromDouble(value);
+    EXPECT_EQ(taken ? std::optional(taken->TenThousandths()) : std::nullopt, expected) << value;
+  }
+}
+
+TEST(Currency, ShowsEveryFormOfAnAmount) {
+  struct Case {
+    std::int64_t count;
+    std::string text, shortest, cents, whole;
+  };
+  const std::vector<Case> cases = {
+      {0, "0.0000", "0", "0.00", "0"},
+      {-1, "-0.0001", "-0.0001", "0.00", "0"},
+      {-500, "-0.0500", "-0.05", "-0.05", "0"},
+      {4'999, "0.4999", "0.4999", "0.50", "0"},
+      {5'000, "0.5000", "0.5", "0.50", "1"},  // half away from zero, also where half to even differs
+      {-25'000, "-2.5000", "-2.5", "-2.50", "-3"},
+      {10'050, "1.0050", "1.005", "1.01", "1"},
+      {-10'049, "-1.0049", "-1.0049", "-1.00", "-1"},
+      {1'000'000, "100.0000", "100", "100.00", "100"},
+      {largest, "922337203685477.5807", "922337203685477.5807", "922337203685477.58", "922337203685478"},
+      {std::numeric_limits<std::int64_t>::min(), "-922337203685477.5808", "-922337203685477.5808",
+       "-922337203685477.58", "-922337203685478"},
+  };
+  for (const Case& c : cases) {
+    const Currency amount = Count(c.count);
+    EXPECT_EQ(amount.ToText(), c.text);
+    EXPECT_EQ(amount.ToShortestText(), c.shortest);
+    EXPECT_EQ(amount.ToTextWithCents(), c.cents);
+    EXPECT_EQ(amount.ToWholeUnits(), c.whole);
+  }
+}
+
+TEST(Currency, RefusesResultsThatDoNotFit) {
+  EXPECT_EQ(Currency::FromUnits(-922'337'203'685'477).ToText(), "-922337203685477.0000");
+  EXPECT_THROW(Currency::FromUnits(922'337'203'685'478), std::overflow_error);
+  EXPECT_THROW(Count(largest) + Count(1), std::overflow_error);
+  EXPECT_THROW(Count(-largest) - Count(2), std::overflow_error);
+  EXPECT_THROW(-Count(std::numeric_limits<std::int64_t>::min()), std::overflow_error);
+  EXPECT_THROW(Count(largest).MultipliedBy(Count(10'001)), std::overflow_error);
+  EXPECT_THROW(Count(1).DividedBy(Count(0)), std::domain_error);
+  // The exact quotient rounds up to 2^64, where a 64-bit count would begin again at zero.
+  EXPECT_THROW(Count(4'611'570'729'159'158'925).MultipliedBy(Count(40'001)), std::overflow_error);
+}
+
+/// Non-negative whole numbers of up to 192 bits in sixteen-bit places, by the rules of school.
+class BigNumber {
+ public:
+  BigNumber(std::uint64_t a, std::uint64_t b) {
+    const auto placeOf = [](std::uint64_t value, unsigned index) {
+      return static_cast<std::int64_t>((value >> (16 * index)) & 0xFFFF);
+    };
+    for (unsigned i = 0; i < 4; ++i) {
+      for (unsigned j = 0; j < 4; ++j) places_[i + j] += placeOf(a, i) * placeOf(b, j);
+    }
+    Carry();
+  }
+  BigNumber& Double() {
+    for (std::int64_t& place : places_) place *= 2;
+    Carry();
+    return *this;
+  }
+  BigNumber DistanceTo(const BigNumber& other) const {
+    const bool smaller = *this < other;
+    BigNumber distance = smaller ? other : *this;
+    const BigNumber& less = smaller ? *this : other;
+    for (std::size_t i = 0; i < places_.size(); ++i) distance.places_[i] -= less.places_[i];
+    distance.Carry();
+    return distance;
+  }
+  bool operator<(const BigNumber& other) const {
+    return std::lexicographical_compare(places_.rbegin(), places_.rend(), other.places_.rbegin(), other.places_.rend());
+  }
+
+ private:
+  void Carry() {
+    for (std::size_t i = 0; i + 1 < places_.size(); ++i) {
+      const std::int64_t carry = places_[i] >> 16;
+      places_[i] -= carry * 65536;
+      places_[i + 1] += carry;
+    }
+  }
+  std::array<std::int64_t, 12> places_{};
+};
+
+std::uint64_t Magnitude(std::int64_t value) {
+  return static_cast<std::uint64_t>(value < 0 ? -value : value);
+}
+
+/// a * b / divisor must be `result`: off by at most one half, at exactly one half even, and of the right sign. Nothing
+/// as the result means that it does not fit.
+bool IsRounded(std::int64_t a, std::int64_t b, std::int64_t divisor, std::optional<std::int64_t> result) {
+  const BigNumber exact(Magnitude(a), Magnitude(b));
+  const BigNumber one(Magnitude(divisor), 1);
+  if (!result) {
+    const BigNumber limit(2 * static_cast<std::uint64_t>(largest) + 1, Magnitude(divisor));
+    return !(BigNumber(exact).Double() < limit);
+  }
+  const BigNumber twiceOff = exact.DistanceTo(BigNumber(Magnitude(*result), Magnitude(divisor))).Double();
+  const bool negative = ((a < 0) != (b < 0)) != (divisor < 0);
+  if (*result != 0 && (*result < 0) != negative) return false;
+  return twiceOff < one || (!(one < twiceOff) && *result % 2 == 0);
+}
+
+/// Amounts of every size, from a single ten-thousandth to the whole range.
+class RandomAmounts {
+ public:
+  std::int64_t Next() {
+    const auto bits = static_cast<unsigned>(engine_() % 63);
+    const auto magnitude = static_cast<std::int64_t>((engine_() >> 1) >> bits);
+    return engine_() % 2 == 0 ? magnitude : -magnitude;
+  }
+
+ private:
+  std::mt19937_64 engine_{20'240'131};
+};
+
+TEST(Currency, ProductsAndQuotientsAreRoundedFromTheExactResult) {
+  RandomAmounts amounts;
+  int fitting = 0;
+  for (int round = 0; round < 50'000; ++round) {
+    const std::int64_t a = amounts.Next();
+    const std::int64_t b = amounts.Next();
+    std::optional<std::int64_t> product;
+    try {
+      product = Count(a).MultipliedBy(Count(b)).TenThousandths();
+      ++fitting;
+    } catch (const std::overflow_error&) {
+      product.reset();
+    }
+    ASSERT_TRUE(IsRounded(a, b, Currency::unit, product)) << a << " * " << b;
+    if (b == 0) continue;
+    std::optional<std::int64_t> quotient;
+    try {
+      quotient = Count(a).DividedBy(Count(b)).TenThousandths();
+    } catch (const std::overflow_error&) {
+      quotient.reset();
+    }
+    ASSERT_TRUE(IsRounded(a, Currency::unit, b, quotient)) << a << " / " << b;
+  }
+  EXPECT_GT(fitting, 10'000);
+  EXPECT_LT(fitting, 40'000);
+  EXPECT_EQ(Count(5'000).MultipliedBy(Count(3)).TenThousandths(), 2);  // 1.5: ties go to even, both ways
+  EXPECT_EQ(Count(5'000).MultipliedBy(Count(-5)).TenThousandths(), -2);
+  EXPECT_EQ(Count(1).DividedBy(Count(-20'000)).TenThousandths(), 0);
+}
+
+TEST(Currency, TextAndFloatingValueReadBackAsTheSameAmount) {
+  RandomAmounts amounts;
+  for (int round = 0; round < 20'000; ++round) {
+    const Currency amount = Count(amounts.Next());
+    ASSERT_EQ(Currency::Parse(amount.ToText()), amount);
+    ASSERT_EQ(Currency::Parse(amount.ToShortestText()), amount);
+    // Fifteen digits are what a floating value surely holds.
+    if (Magnitude(amount.TenThousandths()) < 1'000'000'000'000'000) {
+      ASSERT_EQ(Currency::FromDouble(amount.ToDouble()), amount) << amount.ToText();
+    }
+  }
+}
+
+}  // namespace
 }  // namespace tolvan
