@@ -1,0 +1,74 @@
+#include "support/ChildProcess.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <exception>
+
+namespace tolvan::test {
+namespace {
+
+constexpr uid_t nobody = 65534;
+
+std::string ReadAll(int file) {
+  std::string text;
+  char buffer[4096];
+  for (ssize_t count = 0; (count = ::read(file, buffer, sizeof buffer)) > 0;) {
+    text.append(buffer, static_cast<std::size_t>(count));
+  }
+  return text;
+}
+
+std::string Outcome(const std::function<std::string()>& work) {
+  try {
+    return work();
+  } catch (const std::exception& error) {
+    return std::string("exception: ") + error.what();
+  }
+}
+
+}  // namespace
+
+std::string RunInChild(const std::function<std::string()>& work) {
+  int ends[2];
+  if (::pipe(ends) != 0) return "no pipe";
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const std::string text = Outcome(work);
+    const bool written = ::write(ends[1], text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    ::_exit(written ? 0 : 1);
+  }
+  ::close(ends[1]);
+  std::string text = ReadAll(ends[0]);
+  ::close(ends[0]);
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+    text += " (the child ended with status " + std::to_string(status) + ")";
+  return text;
+}
+
+std::string RunWithoutPrivileges(const std::function<std::string()>& work) {
+  return RunInChild([&]() -> std::string {
+    if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) return "privileges stay";
+    return work();
+  });
+}
+
+pid_t StartChild(const std::function<void()>& work) {
+  const pid_t child = ::fork();
+  if (child != 0) return child;
+  Outcome([&] {
+    work();
+    return std::string();
+  });
+  ::_exit(0);
+}
+
+void KillChild(pid_t child) {
+  ::kill(child, SIGKILL);
+  ::waitpid(child, nullptr, 0);
+}
+
+}  // namespace tolvan::test

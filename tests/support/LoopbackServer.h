@@ -1,0 +1,30 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace tolvan::test {
+
+/// A server that lives as long as the object: one of the Python programs beside this file, on a loopback port of its
+/// own choice, which it prints when it is ready.
+class LoopbackServer {
+ public:
+  /// Throws std::runtime_error when the program does not come up within ten seconds.
+  LoopbackServer(const std::string& program, const std::vector<std::string>& arguments);
+  ~LoopbackServer();
+  LoopbackServer(const LoopbackServer&) = delete;
+  LoopbackServer& operator=(const LoopbackServer&) = delete;
+
+  int Port() const { return port_; }
+
+ private:
+  pid_t process_ = -1;
+  int port_ = 0;
+};
+
+/// A port that nothing listens on.
+int UnusedPort();
+
+}  // namespace tolvan::test
