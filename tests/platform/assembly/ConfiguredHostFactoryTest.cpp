@@ -1,0 +1,114 @@
+#include "platform/assembly/ConfiguredHostFactory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "contract/TemporaryFolder.h"
+#include "support/FileContents.h"
+#include "support/HostFakes.h"
+#include "support/LoopbackServer.h"
+
+namespace tolvan {
+namespace {
+
+using testing::HasSubstr;
+
+class ConfiguredHostFactoryTest : public testing::Test {
+ protected:
+  /// Makes the host of a configuration with that text.
+  void Assemble(const std::string& text, bool userPresent = false) {
+    test::WriteFileBytes(folder_.File("tolvan.ini"), "[host]\najustes = datos\n" + text);
+    const HostFront front{dialogs_, clock_, interruption_, userPresent};
+    context_.reset();
+    ConfiguredHostFactory factory(OpenHostConfiguration(folder_.File("tolvan.ini")), front);
+    services_ = factory.CreateAppServices();
+    context_ = factory.CreateHostContext(*services_);
+  }
+
+  HostErrorKind KindOfDatabaseFailure() {
+    try {
+      context_->Application().Database();
+    } catch (const HostError& error) {
+      return error.Kind();
+    }
+    return HostErrorKind::Failed;
+  }
+
+  test::TemporaryFolder folder_;
+  test::ScriptedDialogs dialogs_;
+  test::SetClock clock_;
+  test::SetInterruption interruption_;
+  std::unique_ptr<AppServices> services_;
+  std::unique_ptr<HostContext> context_;
+};
+
+TEST_F(ConfiguredHostFactoryTest, OpensTheDatabaseOnlyWhenItIsAskedFor) {
+  Assemble("[base_de_datos]\nconexion = falta.db\n");
+  EXPECT_EQ(KindOfDatabaseFailure(), HostErrorKind::Unreachable);
+  EXPECT_FALSE(std::filesystem::exists(folder_.File("falta.db")));
+  test::WriteFileBytes(folder_.File("falta.db"), "");
+  DatabaseServices& database = context_->Application().Database();
+  EXPECT_EQ(database.OpenRecordset(SqlStatement("SELECT 7 AS Siete"))->Text(0), "7");
+  EXPECT_EQ(&database, &context_->Application().Database());
+  Assemble("[base_de_datos]\nmotor = postgresql\nconexion = Server=x\n");
+  EXPECT_EQ(KindOfDatabaseFailure(), HostErrorKind::Configuration);
+  EXPECT_EQ(context_->Application().Dialect().Engine(), DatabaseEngine::PostgreSql);
+}
+
+TEST_F(ConfiguredHostFactoryTest, NamesFoldersFromTheConfiguration) {
+  std::filesystem::create_directory(folder_.Path() / "app");
+  Assemble("carpeta = app\npermisos = uno, dos\n");
+  EXPECT_EQ(services_->ApplicationFolder(), std::filesystem::canonical(folder_.Path()).native() + "/app/");
+  EXPECT_TRUE(context_->Application().HasPermission("dos"));
+  EXPECT_FALSE(context_->Application().HasPermission("importar-precios"));
+  services_->WriteRegistry("Ventanas", "IMPEXP_L", 40);
+  SettingsStore& settings = context_->Application().Settings();
+  settings.Define(std::string(), "Clave", "0", "IMPEXP", 0, 0);
+  settings.Set("IMPEXP", "0", "x");
+  settings.Save("IMPEXP");
+  EXPECT_EQ(test::NamesIn(folder_.Path() / "datos"),
+            (std::vector<std::string>{"..+tolvan.ini.ajustes", "..+tolvan.ini.ajustes.lock", "..+tolvan.ini.ventanas",
+                                      "..+tolvan.ini.ventanas.lock"}));
+  for (const char* unusable : {"carpeta = falta\n", "carpeta = C:\\Tolvan\n", "tienda =\n"}) {
+    try {
+      Assemble(unusable);
+      ADD_FAILURE() << unusable;
+    } catch (const HostError& error) {
+      EXPECT_EQ(error.Kind(), HostErrorKind::Configuration);
+      EXPECT_THAT(error.what(), HasSubstr("tolvan.ini")) << unusable;
+    }
+  }
+  EXPECT_THROW(OpenHostConfiguration(folder_.File("otro.ini")), HostError);
+}
+
+TEST_F(ConfiguredHostFactoryTest, SendsMailAndRequestsThroughTheModule) {
+  test::WriteFileBytes(folder_.File("240131.txt"), "0001,1\n");
+  const test::TemporaryFolder received;
+  const test::LoopbackServer server("smtp_server.py", {received.Path(), "accept"});
+  const std::string mail = "[correo]\nservidor = smtp://127.0.0.1:" + std::to_string(server.Port()) + "\n";
+  Assemble(mail);
+  EXPECT_EQ(context_->Application().Mail().SendFileToChosenRecipient("240131.txt").status, MailStatus::NotSent);
+  EXPECT_TRUE(dialogs_.shown.empty()) << "nobody is there to be asked";
+
+  Assemble(mail, true);
+  MailService& service = context_->Application().Mail();
+  EXPECT_EQ(service.SendFileToChosenRecipient("240131.txt").status, MailStatus::CancelledByUser);
+  dialogs_.answers = {"ana", " ana@example.com "};
+  const MailOutcome outcome = service.SendFileToChosenRecipient("240131.txt");
+  EXPECT_EQ(outcome.status, MailStatus::Sent) << outcome.detail;
+  EXPECT_EQ(test::ReadFileBytes(received.File("attachment")), "0001,1\n");
+  EXPECT_THAT(dialogs_.shown.back(), HasSubstr("«ana» no es una dirección"));
+
+  const test::LoopbackServer web("http_server.py", {received.Path()});
+  HttpRequest request;
+  request.host = "127.0.0.1";
+  request.port = static_cast<std::uint16_t>(web.Port());
+  request.pathAndQuery = "chunked";
+  EXPECT_EQ(context_->Application().Http().Get(request).body, "unodos");
+  // An exception made in the module is the one that this program knows.
+  interruption_.requested = true;
+  EXPECT_THROW(context_->Application().Http().Get(request), HostError);
+}
+
+}  // namespace
+}  // namespace tolvan
