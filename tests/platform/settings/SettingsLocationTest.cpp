@@ -37,11 +37,11 @@ TEST(SettingsLocation, MovesWithTheShopFolder) {
   test::WriteFileBytes(base + "/una/tienda/tolvan.ini", "");
   std::filesystem::create_directory_symlink(base + "/una", base + "/enlace");
   const SettingsLocation direct = LocateSettings(base + "/una/tienda/tolvan.ini", base + "/una/ajustes");
-  EXPECT_EQ(direct.settingsFile, base + "/una/ajustes/..+tienda+tolvan.ini.ajustes");
+  EXPECT_EQ(direct.settingsFile, base + "/una/ajustes/%2E.+tienda+tolvan.ini.ajustes");
   EXPECT_EQ(LocateSettings(base + "/enlace/tienda/tolvan.ini", base + "/enlace/ajustes").layoutFile, direct.layoutFile);
   std::filesystem::rename(base + "/una", base + "/otra");
   EXPECT_EQ(LocateSettings(base + "/otra/tienda/tolvan.ini", base + "/otra/ajustes").settingsFile,
-            base + "/otra/ajustes/..+tienda+tolvan.ini.ajustes");
+            base + "/otra/ajustes/%2E.+tienda+tolvan.ini.ajustes");
 }
 
 }  // namespace
