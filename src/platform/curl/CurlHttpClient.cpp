@@ -1,5 +1,7 @@
 #include "platform/curl/CurlHttpClient.h"
 
+#include <curl/curl.h>
+
 #include <algorithm>
 #include <new>
 
@@ -33,7 +35,7 @@ struct Body {
   bool noMemory = false;
 };
 
-std::size_t TakeBody(const char* bytes, std::size_t size, std::size_t count, void* target) {
+std::size_t TakeBody(char* bytes, std::size_t size, std::size_t count, void* target) {
   Body& body = *static_cast<Body*>(target);
   const std::size_t length = size * count;
   body.tooLong = length > body.most - body.bytes.size();
@@ -48,7 +50,7 @@ std::size_t TakeBody(const char* bytes, std::size_t size, std::size_t count, voi
   return length;
 }
 
-std::string FailureOf(const CurlTransfer& transfer, const Body& body, CURLcode code) {
+std::string FailureOf(const CurlTransfer& transfer, const Body& body, int code) {
   if (body.tooLong) return "la respuesta supera " + std::to_string(body.most) + " bytes";
   if (body.noMemory) return "memoria insuficiente";
   return transfer.CauseOf(code);
@@ -67,15 +69,15 @@ HttpResponse CurlHttpClient::Get(const HttpRequest& request) {
   const std::string address = "http://" + authority + "/";
   const std::string target = "/" + request.pathAndQuery;
   CurlTransfer transfer("http", {request.connectTimeout, request.totalTimeout}, interruption_);
-  transfer.Set(CURLOPT_URL, address.c_str());
-  transfer.Set(CURLOPT_REQUEST_TARGET, target.c_str());
-  transfer.Set(CURLOPT_FOLLOWLOCATION, 0L);
-  transfer.Set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-  transfer.Set(CURLOPT_HTTP09_ALLOWED, 0L);
-  transfer.Set(CURLOPT_USERAGENT, "Zel_ImpExp");
-  transfer.Set(CURLOPT_WRITEFUNCTION, TakeBody);
-  transfer.Set(CURLOPT_WRITEDATA, &body);
-  const CURLcode code = transfer.Perform();
+  transfer.SetText(CURLOPT_URL, address);
+  transfer.SetText(CURLOPT_REQUEST_TARGET, target);
+  transfer.SetNumber(CURLOPT_FOLLOWLOCATION, 0);
+  transfer.SetNumber(CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
+  transfer.SetNumber(CURLOPT_HTTP09_ALLOWED, 0);
+  transfer.SetText(CURLOPT_USERAGENT, "Zel_ImpExp");
+  transfer.SetCallback(CURLOPT_WRITEFUNCTION, TakeBody);
+  transfer.SetPointer(CURLOPT_WRITEDATA, &body);
+  const int code = transfer.Perform();
   if (code == CURLE_ABORTED_BY_CALLBACK) {
     throw HostError(HostErrorKind::Interrupted, "se interrumpió la consulta", request.host);
   }

@@ -1,5 +1,8 @@
 #include "platform/curl/CurlMailService.h"
 
+#include <curl/curl.h>
+
+#include <chrono>
 #include <exception>
 #include <new>
 
@@ -15,7 +18,7 @@ std::string NameOf(std::string_view path) {
   return std::string(path.substr(path.find_last_of('/') + 1));
 }
 
-std::size_t TakeReply(const char* bytes, std::size_t size, std::size_t count, void* replies) {
+std::size_t TakeReply(char* bytes, std::size_t size, std::size_t count, void* replies) {
   try {
     static_cast<SmtpReplies*>(replies)->Add({bytes, size * count});
   } catch (const std::exception&) {
@@ -27,18 +30,18 @@ std::size_t TakeReply(const char* bytes, std::size_t size, std::size_t count, vo
 void SetServer(CurlTransfer& transfer, const SmtpOptions& options) {
   const bool alwaysEncrypted = options.server.starts_with("smtps:");
   const bool checksCertificate = alwaysEncrypted || !options.user.empty();
-  transfer.Set(CURLOPT_URL, options.server.c_str());
-  transfer.Set(CURLOPT_USE_SSL, static_cast<long>(alwaysEncrypted ? CURLUSESSL_ALL : CURLUSESSL_TRY));
-  transfer.Set(CURLOPT_SSL_VERIFYPEER, checksCertificate ? 1L : 0L);
-  transfer.Set(CURLOPT_SSL_VERIFYHOST, checksCertificate ? 2L : 0L);
+  transfer.SetText(CURLOPT_URL, options.server);
+  transfer.SetNumber(CURLOPT_USE_SSL, alwaysEncrypted ? CURLUSESSL_ALL : CURLUSESSL_TRY);
+  transfer.SetNumber(CURLOPT_SSL_VERIFYPEER, checksCertificate ? 1 : 0);
+  transfer.SetNumber(CURLOPT_SSL_VERIFYHOST, checksCertificate ? 2 : 0);
   const auto answerSeconds = std::chrono::ceil<std::chrono::seconds>(options.answerTimeout);
-  transfer.Set(CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(answerSeconds.count()));
+  transfer.SetNumber(CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(answerSeconds.count()));
   if (options.user.empty()) return;
-  transfer.Set(CURLOPT_USERNAME, options.user.c_str());
-  transfer.Set(CURLOPT_PASSWORD, options.password.c_str());
+  transfer.SetText(CURLOPT_USERNAME, options.user);
+  transfer.SetText(CURLOPT_PASSWORD, options.password);
 }
 
-MailStatus StatusOf(const CurlTransfer& transfer, const SmtpReplies& replies, CURLcode code) {
+MailStatus StatusOf(const CurlTransfer& transfer, const SmtpReplies& replies, int code) {
   switch (code) {
     case CURLE_OK:
       return MailStatus::Sent;
@@ -60,7 +63,7 @@ MailStatus StatusOf(const CurlTransfer& transfer, const SmtpReplies& replies, CU
   return code == CURLE_OPERATION_TIMEDOUT ? MailStatus::NoService : MailStatus::Unspecified;
 }
 
-std::string DetailOf(const CurlTransfer& transfer, const SmtpReplies& replies, CURLcode code) {
+std::string DetailOf(const CurlTransfer& transfer, const SmtpReplies& replies, int code) {
   if (code == CURLE_OK) return {};
   if (code == CURLE_ABORTED_BY_CALLBACK) return "Se interrumpió el envío.";
   if (!replies.Refusal().empty()) return "El servidor de correo respondió: " + replies.Refusal();
@@ -95,13 +98,13 @@ MailOutcome CurlMailService::Send(InputFile& file, const std::string& fileName, 
   const std::string sender = "<" + options_.sender + ">";
   CurlTransfer transfer("smtp,smtps", {options_.connectTimeout, options_.totalTimeout}, interruption_);
   SetServer(transfer, options_);
-  transfer.Set(CURLOPT_MAIL_FROM, sender.c_str());
-  transfer.Set(CURLOPT_MAIL_RCPT, recipients.get());
-  transfer.Set(CURLOPT_HEADERFUNCTION, TakeReply);
-  transfer.Set(CURLOPT_HEADERDATA, &replies);
-  transfer.Set(CURLOPT_UPLOAD, 1L);
+  transfer.SetText(CURLOPT_MAIL_FROM, sender);
+  transfer.SetPointer(CURLOPT_MAIL_RCPT, recipients.get());
+  transfer.SetCallback(CURLOPT_HEADERFUNCTION, TakeReply);
+  transfer.SetPointer(CURLOPT_HEADERDATA, &replies);
+  transfer.SetNumber(CURLOPT_UPLOAD, 1);
   const MailMessage message(transfer, options_, recipient, file, fileName);
-  const CURLcode code = transfer.Perform();
+  const int code = transfer.Perform();
   if (message.ReadFailure()) return {MailStatus::AttachmentFailed, TextForPeople(*message.ReadFailure())};
   return {StatusOf(transfer, replies, code), DetailOf(transfer, replies, code)};
 }

@@ -1,5 +1,7 @@
 #include "platform/curl/CurlTransfer.h"
 
+#include <curl/curl.h>
+
 #include <new>
 
 namespace tolvan {
@@ -31,7 +33,19 @@ int StopWhenRequested(void* interruption, curl_off_t, curl_off_t, curl_off_t, cu
   return static_cast<const Interruption*>(interruption)->Requested() ? 1 : 0;
 }
 
+void Require(CURLcode code) {
+  if (code != CURLE_OK) throw std::bad_alloc();
+}
+
 }  // namespace
+
+void CurlListDeleter::operator()(curl_slist* list) const {
+  curl_slist_free_all(list);
+}
+
+void CurlTransfer::Deleter::operator()(void* handle) const {
+  curl_easy_cleanup(handle);
+}
 
 void AppendLine(CurlList& list, const std::string& line) {
   curl_slist* longer = curl_slist_append(list.get(), line.c_str());
@@ -42,30 +56,44 @@ void AppendLine(CurlList& list, const std::string& line) {
 
 CurlTransfer::CurlTransfer(const char* protocols, const Limits& limits, const Interruption& interruption)
     : handle_(curl_easy_init()) {
+  static_assert(messageSize >= CURL_ERROR_SIZE);
   if (!handle_) throw std::bad_alloc();
-  Set(CURLOPT_ERRORBUFFER, message_.data());
-  Set(CURLOPT_PROTOCOLS_STR, protocols);
-  Set(CURLOPT_PROXY, "");
-  Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limits.connect.count()));
-  Set(CURLOPT_TIMEOUT_MS, static_cast<long>(limits.total.count()));
-  Set(CURLOPT_NOPROGRESS, 0L);
-  Set(CURLOPT_XFERINFOFUNCTION, StopWhenRequested);
-  Set(CURLOPT_XFERINFODATA, &interruption);
+  SetPointer(CURLOPT_ERRORBUFFER, message_.data());
+  SetText(CURLOPT_PROTOCOLS_STR, protocols);
+  SetText(CURLOPT_PROXY, "");
+  SetNumber(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limits.connect.count()));
+  SetNumber(CURLOPT_TIMEOUT_MS, static_cast<long>(limits.total.count()));
+  SetNumber(CURLOPT_NOPROGRESS, 0);
+  Require(curl_easy_setopt(handle_.get(), CURLOPT_XFERINFOFUNCTION, StopWhenRequested));
+  Require(curl_easy_setopt(handle_.get(), CURLOPT_XFERINFODATA, &interruption));
 }
 
-void CurlTransfer::Require(CURLcode code) {
-  if (code != CURLE_OK) throw std::bad_alloc();
+void CurlTransfer::SetNumber(int option, long value) {
+  Require(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), value));
 }
 
-CURLcode CurlTransfer::Perform() {
+void CurlTransfer::SetText(int option, const std::string& value) {
+  Require(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), value.c_str()));
+}
+
+void CurlTransfer::SetPointer(int option, void* value) {
+  Require(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), value));
+}
+
+void CurlTransfer::SetCallback(int option, CurlCallback callback) {
+  Require(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), callback));
+}
+
+int CurlTransfer::Perform() {
   message_[0] = '\0';
   return curl_easy_perform(handle_.get());
 }
 
 bool CurlTransfer::WasConnected() const {
-  curl_off_t microseconds = 0;
-  curl_easy_getinfo(handle_.get(), CURLINFO_CONNECT_TIME_T, &microseconds);
-  return microseconds > 0;
+  // The time of the connection would include the encryption; the port is there as soon as the server took the call.
+  long localPort = 0;
+  curl_easy_getinfo(handle_.get(), CURLINFO_LOCAL_PORT, &localPort);
+  return localPort > 0;
 }
 
 long CurlTransfer::ResponseCode() const {
@@ -74,8 +102,9 @@ long CurlTransfer::ResponseCode() const {
   return code;
 }
 
-std::string CurlTransfer::CauseOf(CURLcode code) const {
-  std::string technical = message_[0] == '\0' ? curl_easy_strerror(code) : message_.data();
+std::string CurlTransfer::CauseOf(int code) const {
+  const char* const ownText = curl_easy_strerror(static_cast<CURLcode>(code));
+  const std::string technical = message_[0] == '\0' ? ownText : message_.data();
   for (const Cause& cause : causes) {
     if (cause.code == code) return std::string(cause.text) + " (" + technical + ")";
   }

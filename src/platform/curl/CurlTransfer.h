@@ -1,29 +1,34 @@
-// One transfer of libcurl: the handle with the options that every transfer of the store has, and its outcome.
+// One transfer of libcurl: the handle with the options that every transfer of the store has, and its outcome. Options
+// and result codes are libcurl's own numbers; its header is included by the .cpp files only.
 //
 // Proxies of the environment are not used: the reporting server and the mail server are in the store's own network as
 // often as not, and what a scheduler's environment holds must not decide where sales figures go.
 #pragma once
 
-#include <curl/curl.h>
-
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "host/Interruption.h"
+
+struct curl_slist;
 
 namespace tolvan {
 
 struct CurlListDeleter {
-  void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+  void operator()(curl_slist* list) const;
 };
 
 using CurlList = std::unique_ptr<curl_slist, CurlListDeleter>;
 
 /// Throws std::bad_alloc.
 void AppendLine(CurlList& list, const std::string& line);
+
+/// Takes or gives bytes: the buffer, size and count whose product is its length, and the pointer that was set with the
+/// callback. Must let no exception pass.
+using CurlCallback = std::size_t (*)(char*, std::size_t, std::size_t, void*);
 
 class CurlTransfer {
  public:
@@ -32,22 +37,23 @@ class CurlTransfer {
     std::chrono::milliseconds total;
   };
 
-  /// `protocols` are the only ones that the transfer may speak, as CURLOPT_PROTOCOLS_STR takes them. Throws
-  /// std::bad_alloc. `interruption` must outlive the transfer.
+  /// `protocols` are the only ones that the transfer may speak, separated by commas. Throws std::bad_alloc.
+  /// `interruption` must outlive the transfer.
   CurlTransfer(const char* protocols, const Limits& limits, const Interruption& interruption);
 
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
-  CURL* Handle() const { return handle_.get(); }
+  void* Handle() const { return handle_.get(); }
 
-  /// Throws std::bad_alloc when libcurl does not take the option.
-  template <class Value>
-  void Set(CURLoption option, Value value) {
-    Require(curl_easy_setopt(handle_.get(), option, value));
-  }
+  /// Throw std::bad_alloc when libcurl does not take the option. Texts are copied; what a pointer leads to is not.
+  void SetNumber(int option, long value);
+  void SetText(int option, const std::string& value);
+  void SetPointer(int option, void* value);
+  void SetCallback(int option, CurlCallback callback);
 
-  CURLcode Perform();
+  /// libcurl's result code.
+  int Perform();
 
   /// Whether the server took the connection, whatever came after.
   bool WasConnected() const;
@@ -56,17 +62,17 @@ class CurlTransfer {
   long ResponseCode() const;
 
   /// Why the transfer failed, in Spanish.
-  std::string CauseOf(CURLcode code) const;
+  std::string CauseOf(int code) const;
 
  private:
   struct Deleter {
-    void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
+    void operator()(void* handle) const;
   };
 
-  static void Require(CURLcode code);
+  static constexpr std::size_t messageSize = 256;  // what libcurl asks for
 
-  std::unique_ptr<CURL, Deleter> handle_;
-  std::array<char, CURL_ERROR_SIZE> message_{};
+  std::unique_ptr<void, Deleter> handle_;
+  std::array<char, messageSize> message_{};
 };
 
 }  // namespace tolvan

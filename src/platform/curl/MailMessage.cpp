@@ -1,6 +1,9 @@
 #include "platform/curl/MailMessage.h"
 
+#include <curl/curl.h>
+
 #include <algorithm>
+#include <ctime>
 #include <new>
 
 #include "base/Text.h"
@@ -20,6 +23,10 @@ const char* TypeOf(std::string_view fileName) {
 
 }  // namespace
 
+void MailMessage::MimeDeleter::operator()(curl_mime* mime) const {
+  curl_mime_free(mime);
+}
+
 MailMessage::MailMessage(CurlTransfer& transfer, const SmtpOptions& options, const std::string& recipient,
                          InputFile& file, const std::string& fileName)
     : file_(file), left_(file.Size()), mime_(curl_mime_init(transfer.Handle())) {
@@ -27,7 +34,7 @@ MailMessage::MailMessage(CurlTransfer& transfer, const SmtpOptions& options, con
   SetHeaders(transfer, options, recipient, fileName);
   AddText(options, fileName);
   AddFile(fileName);
-  transfer.Set(CURLOPT_MIMEPOST, mime_.get());
+  transfer.SetPointer(CURLOPT_MIMEPOST, mime_.get());
 }
 
 void MailMessage::SetHeaders(CurlTransfer& transfer, const SmtpOptions& options, const std::string& recipient,
@@ -38,7 +45,7 @@ void MailMessage::SetHeaders(CurlTransfer& transfer, const SmtpOptions& options,
   AppendLine(headers_, "To: " + recipient);
   AppendLine(headers_, "Subject: " + HeaderText(subject));
   AppendLine(headers_, "Message-ID: " + NewMessageId(options.sender));
-  transfer.Set(CURLOPT_HTTPHEADER, headers_.get());
+  transfer.SetPointer(CURLOPT_HTTPHEADER, headers_.get());
 }
 
 void MailMessage::AddText(const SmtpOptions& options, const std::string& fileName) {

@@ -1,8 +1,7 @@
 // The message that carries a file: its headers and its parts, in libcurl's form.
 #pragma once
 
-#include <curl/curl.h>
-
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,6 +9,9 @@
 #include "host/FileHelper.h"
 #include "platform/curl/CurlTransfer.h"
 #include "platform/curl/SmtpOptions.h"
+
+struct curl_mime;
+struct curl_mimepart;
 
 namespace tolvan {
 
@@ -27,7 +29,7 @@ class MailMessage {
 
  private:
   struct MimeDeleter {
-    void operator()(curl_mime* mime) const { curl_mime_free(mime); }
+    void operator()(curl_mime* mime) const;
   };
 
   void SetHeaders(CurlTransfer& transfer, const SmtpOptions& options, const std::string& recipient,
