@@ -26,7 +26,7 @@ constexpr int startMilliseconds = 10'000;
   std::vector<char*> pointers;
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
-  ::execv("/usr/bin/python3", pointers.data());
+  ::execv(TOLVAN_PYTHON, pointers.data());
   ::_exit(127);
 }
 

@@ -26,6 +26,8 @@ while True:
     request = b""
     while b"\r\n\r\n" not in request and (data := connection.recv(65536)):
         request += data
+    if b"\r\n" not in request:
+        continue  # the client went away, or speaks another protocol
     with open(os.path.join(sys.argv[1], "request"), "wb") as file:
         file.write(request)
     kind = request.split(b" ")[1].lstrip(b"/").split(b"?")[0]

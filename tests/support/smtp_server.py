@@ -1,17 +1,24 @@
 """A mail server on a loopback port, for tests: smtp_server.py FOLDER MODE.
 
 What it takes it writes into FOLDER as an independent program reads it: the raw message, the headers, and the attachment
-decoded. MODE is "accept", a reply such as "rcpt 450 4.2.1 later" or "data 550 5.7.1 no", "silent" (it stops answering
-at RCPT) or "login" (it takes only user "caja" with password "correcta").
+decoded. MODE is "accept"; "starttls" (the same with encryption offered, under a certificate of its own making); a reply
+such as "rcpt 450 4.2.1 later" or "data 550 5.7.1 no"; "silent" (it stops answering at RCPT); or "login" (it takes only
+user "caja" with password "correcta").
 """
 import asyncio
 import email
 import email.policy
+import logging
 import os
+import ssl
+import subprocess
 import sys
+import warnings
 
 from aiosmtpd.smtp import SMTP, AuthResult
 
+logging.disable()
+warnings.simplefilter("ignore")  # among them: a login without encryption, which is meant here
 folder, mode = sys.argv[1], sys.argv[2]
 
 
@@ -34,6 +41,7 @@ class Handler:
             return mode[5:]
         message = email.message_from_bytes(envelope.original_content, policy=email.policy.default)
         attachment = next(message.iter_attachments())
+        write("encrypted", str(session.ssl is not None).encode())
         write("raw", envelope.original_content)
         write("attachment", attachment.get_payload(decode=True))
         write("name", attachment.get_filename().encode())
@@ -48,10 +56,20 @@ def authenticate(server, session, envelope, mechanism, data):
     return AuthResult(success=data.login == b"caja" and data.password == b"correcta", handled=False)
 
 
+def own_certificate():
+    key, certificate = os.path.join(folder, "key"), os.path.join(folder, "certificate")
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=127.0.0.1",
+                    "-keyout", key, "-out", certificate], check=True, capture_output=True, timeout=30)
+    context = ssl.create_default_context(ssl.Purpose.CLIENT_AUTH)
+    context.load_cert_chain(certificate, key)
+    return context
+
+
 async def serve():
+    encryption = {"tls_context": own_certificate()} if mode == "starttls" else {}
     login = {"authenticator": authenticate, "auth_require_tls": False, "auth_required": True} if mode == "login" else {}
     loop = asyncio.get_running_loop()
-    server = await loop.create_server(lambda: SMTP(Handler(), hostname="prueba", **login), "127.0.0.1", 0)
+    server = await loop.create_server(lambda: SMTP(Handler(), hostname="prueba", **login, **encryption), "127.0.0.1", 0)
     print(server.sockets[0].getsockname()[1], flush=True)
     await server.serve_forever()
 

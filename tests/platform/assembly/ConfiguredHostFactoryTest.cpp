@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "contract/TemporaryFolder.h"
-#include "support/FileContents.h"
-#include "support/HostFakes.h"
+#include "support/FakeHost.h"
+#include "support/FileContent.h"
 #include "support/LoopbackServer.h"
 
 namespace tolvan {
@@ -13,11 +13,23 @@ namespace {
 
 using testing::HasSubstr;
 
+/// Answers with one text after the other, then cancels.
+struct ScriptedDialogs : test::FakeDialogs {
+  std::optional<std::string> AskText(std::string_view, std::string_view prompt, std::string_view) override {
+    questions.emplace_back(prompt);
+    if (answers.empty()) return std::nullopt;
+    std::string next = answers.front();
+    answers.erase(answers.begin());
+    return next;
+  }
+  std::vector<std::string> answers;
+};
+
 class ConfiguredHostFactoryTest : public testing::Test {
  protected:
   /// Makes the host of a configuration with that text.
   void Assemble(const std::string& text, bool userPresent = false) {
-    test::WriteFileBytes(folder_.File("tolvan.ini"), "[host]\najustes = datos\n" + text);
+    test::WriteFile(folder_.File("tolvan.ini"), "[host]\najustes = datos\n" + text);
     const HostFront front{dialogs_, clock_, interruption_, userPresent};
     context_.reset();
     ConfiguredHostFactory factory(OpenHostConfiguration(folder_.File("tolvan.ini")), front);
@@ -35,9 +47,9 @@ class ConfiguredHostFactoryTest : public testing::Test {
   }
 
   test::TemporaryFolder folder_;
-  test::ScriptedDialogs dialogs_;
-  test::SetClock clock_;
-  test::SetInterruption interruption_;
+  ScriptedDialogs dialogs_;
+  test::FakeClock clock_;
+  test::FakeInterruption interruption_;
   std::unique_ptr<AppServices> services_;
   std::unique_ptr<HostContext> context_;
 };
@@ -46,7 +58,7 @@ TEST_F(ConfiguredHostFactoryTest, OpensTheDatabaseOnlyWhenItIsAskedFor) {
   Assemble("[base_de_datos]\nconexion = falta.db\n");
   EXPECT_EQ(KindOfDatabaseFailure(), HostErrorKind::Unreachable);
   EXPECT_FALSE(std::filesystem::exists(folder_.File("falta.db")));
-  test::WriteFileBytes(folder_.File("falta.db"), "");
+  test::WriteFile(folder_.File("falta.db"), "");
   DatabaseServices& database = context_->Application().Database();
   EXPECT_EQ(database.OpenRecordset(SqlStatement("SELECT 7 AS Siete"))->Text(0), "7");
   EXPECT_EQ(&database, &context_->Application().Database());
@@ -67,8 +79,8 @@ TEST_F(ConfiguredHostFactoryTest, NamesFoldersFromTheConfiguration) {
   settings.Set("IMPEXP", "0", "x");
   settings.Save("IMPEXP");
   EXPECT_EQ(test::NamesIn(folder_.Path() / "datos"),
-            (std::vector<std::string>{"..+tolvan.ini.ajustes", "..+tolvan.ini.ajustes.lock", "..+tolvan.ini.ventanas",
-                                      "..+tolvan.ini.ventanas.lock"}));
+            (std::vector<std::string>{"%2E.+tolvan.ini.ajustes", "%2E.+tolvan.ini.ajustes.lock",
+                                      "%2E.+tolvan.ini.ventanas", "%2E.+tolvan.ini.ventanas.lock"}));
   for (const char* unusable : {"carpeta = falta\n", "carpeta = C:\\Tolvan\n", "tienda =\n"}) {
     try {
       Assemble(unusable);
@@ -82,13 +94,13 @@ TEST_F(ConfiguredHostFactoryTest, NamesFoldersFromTheConfiguration) {
 }
 
 TEST_F(ConfiguredHostFactoryTest, SendsMailAndRequestsThroughTheModule) {
-  test::WriteFileBytes(folder_.File("240131.txt"), "0001,1\n");
+  test::WriteFile(folder_.File("240131.txt"), "0001,1\n");
   const test::TemporaryFolder received;
   const test::LoopbackServer server("smtp_server.py", {received.Path(), "accept"});
   const std::string mail = "[correo]\nservidor = smtp://127.0.0.1:" + std::to_string(server.Port()) + "\n";
   Assemble(mail);
   EXPECT_EQ(context_->Application().Mail().SendFileToChosenRecipient("240131.txt").status, MailStatus::NotSent);
-  EXPECT_TRUE(dialogs_.shown.empty()) << "nobody is there to be asked";
+  EXPECT_TRUE(dialogs_.questions.empty()) << "nobody is there to be asked";
 
   Assemble(mail, true);
   MailService& service = context_->Application().Mail();
@@ -96,8 +108,8 @@ TEST_F(ConfiguredHostFactoryTest, SendsMailAndRequestsThroughTheModule) {
   dialogs_.answers = {"ana", " ana@example.com "};
   const MailOutcome outcome = service.SendFileToChosenRecipient("240131.txt");
   EXPECT_EQ(outcome.status, MailStatus::Sent) << outcome.detail;
-  EXPECT_EQ(test::ReadFileBytes(received.File("attachment")), "0001,1\n");
-  EXPECT_THAT(dialogs_.shown.back(), HasSubstr("«ana» no es una dirección"));
+  EXPECT_EQ(test::ReadFile(received.File("attachment")), "0001,1\n");
+  EXPECT_THAT(dialogs_.questions.back(), HasSubstr("«ana» no es una dirección"));
 
   const test::LoopbackServer web("http_server.py", {received.Path()});
   HttpRequest request;

@@ -7,8 +7,8 @@
 
 #include "contract/TemporaryFolder.h"
 #include "host/HostError.h"
-#include "support/FileContents.h"
-#include "support/HostFakes.h"
+#include "support/FakeHost.h"
+#include "support/FileContent.h"
 #include "support/LoopbackServer.h"
 
 namespace tolvan {
@@ -30,7 +30,7 @@ class CurlHttpClientTest : public testing::Test {
 
   test::TemporaryFolder folder_;
   test::LoopbackServer server_{"http_server.py", {folder_.Path()}};
-  test::SetInterruption interruption_;
+  test::FakeInterruption interruption_;
 };
 
 TEST_F(CurlHttpClientTest, TellsCompleteAnswersFromOthers) {
@@ -72,7 +72,8 @@ TEST_F(CurlHttpClientTest, SendsThePathAsItStands) {
   ::setenv("http_proxy", "http://127.0.0.1:9", 1);
   for (const char* path : {"ok?a+b%20%zz&&=#x", "ok?a/../b/./c//d", "ok/../x?{1}[2]|^`", "ok?\xF1\xC3\xB1\"'<>\\"}) {
     Get(path);
-    EXPECT_THAT(test::ReadFileBytes(folder_.File("request")), testing::StartsWith("GET /" + std::string(path) + " HTTP/1.1\r\n"));
+    EXPECT_THAT(test::ReadFile(folder_.File("request")),
+                testing::StartsWith("GET /" + std::string(path) + " HTTP/1.1\r\n"));
   }
   std::filesystem::remove(folder_.File("request"));
   for (const char* path : {"ok HTTP/1.1\r\nX: y", "ok\n", "ok\t"}) EXPECT_NE(Get(path).failure, "") << path;

@@ -6,8 +6,8 @@
 #include "contract/TemporaryFolder.h"
 #include "platform/curl/MailHeaders.h"
 #include "platform/files/PosixFileHelper.h"
-#include "support/FileContents.h"
-#include "support/HostFakes.h"
+#include "support/FakeHost.h"
+#include "support/FileContent.h"
 #include "support/LoopbackServer.h"
 
 namespace tolvan {
@@ -17,47 +17,19 @@ using test::LoopbackServer;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 
-/// Gives the files of a real helper, but breaks each after some bytes.
-class BreakingFiles final : public FileHelper {
- public:
-  BreakingFiles(FileHelper& files, std::size_t good) : files_(files), good_(good) {}
-
-  std::unique_ptr<InputFile> OpenInput(std::string_view path) override {
-    return std::make_unique<BreakingFile>(files_.OpenInput(path), good_);
-  }
-  std::string NormalizeFolder(std::string_view folder) const override { return files_.NormalizeFolder(folder); }
-  std::string Join(std::string_view folder, std::string_view name) const override { return files_.Join(folder, name); }
-  std::string FormatForDisplay(std::string_view path) const override { return files_.FormatForDisplay(path); }
-  std::string CleanFileName(std::string_view name, bool replaceForbidden, bool trim) const override {
-    return files_.CleanFileName(name, replaceForbidden, trim);
-  }
-  bool FileExists(std::string_view path) const override { return files_.FileExists(path); }
-  bool FolderExists(std::string_view path) const override { return files_.FolderExists(path); }
-  void MakeFolder(std::string_view path) override { files_.MakeFolder(path); }
-  bool DeleteFile(std::string_view path) noexcept override { return files_.DeleteFile(path); }
-  std::optional<HostError> WriteTextFile(std::string_view text, std::string_view path) noexcept override {
-    return files_.WriteTextFile(text, path);
-  }
-  std::unique_ptr<WholeFile> CreateWhole(std::string_view path) override { return files_.CreateWhole(path); }
-
- private:
-  class BreakingFile final : public InputFile {
-   public:
-    BreakingFile(std::unique_ptr<InputFile> file, std::size_t good) : file_(std::move(file)), good_(good) {}
-    std::uint64_t Size() const override { return file_->Size(); }
+/// Files that announce more bytes than can be read.
+struct BreakingFiles : test::FakeFiles {
+  struct File : InputFile {
+    std::uint64_t Size() const override { return 70'000; }
     std::size_t Read(std::span<char> buffer) override {
-      if (buffer.size() > good_) throw HostError(HostErrorKind::Failed, "la unidad no pudo leer");
-      good_ -= buffer.size();
-      return file_->Read(buffer);
+      if (buffer.size() > good) throw HostError(HostErrorKind::Failed, "la unidad no pudo leer");
+      good -= buffer.size();
+      return buffer.size();
     }
-
-   private:
-    std::unique_ptr<InputFile> file_;
-    std::size_t good_;
+    std::size_t good = 20'000;
   };
 
-  FileHelper& files_;
-  std::size_t good_;
+  std::unique_ptr<InputFile> OpenInput(std::string_view) override { return std::make_unique<File>(); }
 };
 
 class CurlMailServiceTest : public testing::Test {
@@ -71,7 +43,7 @@ class CurlMailServiceTest : public testing::Test {
     options_.totalTimeout = std::chrono::milliseconds(5000);
     for (int index = 0; index < 70'000; ++index) content_ += static_cast<char>(index * 7 % 251);
     content_ += "\r\n.\r\n..\nFrom x\n";
-    test::WriteFileBytes(folder_.File("240131.txt"), content_);
+    test::WriteFile(folder_.File("240131.txt"), content_);
   }
 
   void Serve(const std::string& mode) {
@@ -83,12 +55,12 @@ class CurlMailServiceTest : public testing::Test {
     return CurlMailService(options_, files_, interruption_).SendFile(folder_.File(name), recipient);
   }
 
-  std::string Received(const char* part) { return test::ReadFileBytes(received_.File(part)); }
+  std::string Received(const char* part) { return test::ReadFile(received_.File(part)); }
 
   test::TemporaryFolder folder_;
   test::TemporaryFolder received_;
   PosixFileHelper files_{folder_.Path().native()};
-  test::SetInterruption interruption_;
+  test::FakeInterruption interruption_;
   SmtpOptions options_;
   std::string content_;
   std::unique_ptr<LoopbackServer> server_;
@@ -113,11 +85,12 @@ TEST_F(CurlMailServiceTest, DeliversTheFileByteForByte) {
   }
 
   const std::string hostile = "año \"1\"\r\nBcc: otro@example.com;%.dat";
-  test::WriteFileBytes(folder_.File(hostile), "");
+  test::WriteFile(folder_.File(hostile), "");
   ASSERT_EQ(Send(hostile).status, MailStatus::Sent);
   EXPECT_EQ(Received("attachment"), "");
   EXPECT_EQ(Received("name"), hostile);
-  EXPECT_THAT(Received("raw"), testing::Not(HasSubstr("\nBcc")));
+  const std::string headers = Received("raw").substr(0, Received("raw").find("\r\n\r\n"));
+  EXPECT_THAT(headers, testing::Not(HasSubstr("\nBcc")));
 }
 
 TEST_F(CurlMailServiceTest, RefusesBadRecipientsAndFiles) {
@@ -127,7 +100,7 @@ TEST_F(CurlMailServiceTest, RefusesBadRecipientsAndFiles) {
     EXPECT_EQ(Send("240131.txt", recipient).status, MailStatus::NotSent) << recipient;
   }
   EXPECT_EQ(Send("falta.txt").status, MailStatus::AttachmentUnreadable);
-  BreakingFiles breaking(files_, 20'000);
+  BreakingFiles breaking;
   const MailOutcome outcome =
       CurlMailService(options_, breaking, interruption_).SendFile(folder_.File("240131.txt"), "ana@example.com");
   EXPECT_EQ(outcome.status, MailStatus::AttachmentFailed);
@@ -155,6 +128,9 @@ TEST_F(CurlMailServiceTest, TellsWhatTheServerSaid) {
   }
   options_.server = "smtps://127.0.0.1:" + std::to_string(server_->Port());
   EXPECT_EQ(Send().status, MailStatus::Refused) << "no encryption there";
+  const LoopbackServer mute("http_server.py", {received_.Path()});
+  options_.server = "smtps://127.0.0.1:" + std::to_string(mute.Port());
+  EXPECT_EQ(Send().status, MailStatus::Refused) << "takes the connection and says nothing";
 }
 
 TEST_F(CurlMailServiceTest, LogsIn) {
@@ -167,6 +143,19 @@ TEST_F(CurlMailServiceTest, LogsIn) {
   EXPECT_THAT(outcome.detail, HasSubstr("535"));
   options_.password = "correcta";
   EXPECT_EQ(Send().status, MailStatus::Sent);
+}
+
+TEST_F(CurlMailServiceTest, EncryptsWhereItIsOffered) {
+  Serve("starttls");
+  EXPECT_EQ(Send().status, MailStatus::Sent);
+  EXPECT_EQ(Received("encrypted"), "True");
+  std::filesystem::remove(received_.File("raw"));
+  options_.user = "caja";
+  options_.password = "correcta";
+  const MailOutcome outcome = Send();
+  EXPECT_EQ(outcome.status, MailStatus::Refused) << "no password for a server that cannot say who it is";
+  EXPECT_THAT(outcome.detail, HasSubstr("certificado"));
+  EXPECT_FALSE(std::filesystem::exists(received_.File("raw")));
 }
 
 TEST_F(CurlMailServiceTest, KnowsWhenThereIsNoServer) {

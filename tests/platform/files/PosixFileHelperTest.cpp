@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "contract/TemporaryFolder.h"
-#include "support/FileContents.h"
+#include "support/FileContent.h"
 
 namespace tolvan {
 namespace {
@@ -91,7 +91,7 @@ TEST(PosixFileHelper, WritesTextAndMakesFolders) {
   files.MakeFolder("a\\b/c");
   files.MakeFolder("a/b/c");
   EXPECT_FALSE(files.WriteTextFile("año 1 €, 漢", "a/b/c/ventas.txt"));
-  EXPECT_EQ(test::ReadFileBytes(folder.File("a/b/c/ventas.txt")), "a\xF1o 1 \x80, ?");
+  EXPECT_EQ(test::ReadFile(folder.File("a/b/c/ventas.txt")), "a\xF1o 1 \x80, ?");
   EXPECT_TRUE(files.FileExists("a\\b\\c\\ventas.txt"));
   EXPECT_FALSE(files.FileExists("a/b"));
   EXPECT_THROW(files.MakeFolder("a/b/c/ventas.txt/d"), HostError);
@@ -106,7 +106,7 @@ TEST(PosixFileHelper, ReadsFilesInPiecesOfAnySize) {
   PosixFileHelper files(folder.Path().native());
   std::string content;
   for (int index = 0; index < 200'000; ++index) content += std::to_string(index);
-  test::WriteFileBytes(folder.File("large"), content);
+  test::WriteFile(folder.File("large"), content);
   const auto file = files.OpenInput("large");
   EXPECT_EQ(file->Size(), content.size());
   std::string read;

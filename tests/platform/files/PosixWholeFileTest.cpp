@@ -11,13 +11,13 @@
 
 #include "contract/TemporaryFolder.h"
 #include "support/ChildProcess.h"
-#include "support/FileContents.h"
+#include "support/FileContent.h"
 
 namespace tolvan {
 namespace {
 
 using test::NamesIn;
-using test::ReadFileBytes;
+using test::ReadFile;
 using Names = std::vector<std::string>;
 
 void Put(const std::string& path, const std::string& content) {
@@ -40,9 +40,9 @@ TEST(PosixWholeFile, IsWholeOrAbsent) {
     PosixWholeFile file(path);
     file.Write("nuevo");
   }
-  EXPECT_EQ(ReadFileBytes(path), "viejo");
+  EXPECT_EQ(ReadFile(path), "viejo");
   Put(path, std::string(600'000, 'n'));
-  EXPECT_EQ(ReadFileBytes(path), std::string(600'000, 'n'));
+  EXPECT_EQ(ReadFile(path), std::string(600'000, 'n'));
   EXPECT_EQ(NamesIn(folder.Path()), Names{"ventas.txt"});
 }
 
@@ -54,7 +54,7 @@ TEST(PosixWholeFile, KeepsRightsAndLinksOfWhatItReplaces) {
   std::filesystem::create_symlink("real/ventas.txt", folder.File("enlace"));
   Put(folder.File("enlace"), "nuevo");
   EXPECT_TRUE(std::filesystem::is_symlink(folder.File("enlace")));
-  EXPECT_EQ(ReadFileBytes(folder.File("real/ventas.txt")), "nuevo");
+  EXPECT_EQ(ReadFile(folder.File("real/ventas.txt")), "nuevo");
   struct stat status {};
   ASSERT_EQ(::stat(folder.File("real/ventas.txt").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777, 0640U);
@@ -81,7 +81,7 @@ TEST(PosixWholeFile, TakesOverWhatAKilledProgramLeft) {
   EXPECT_EQ(NamesIn(folder.Path()), (Names{".tolvan-1.tmp", "b.txt"}));
   test::KillChild(child);
   Put(folder.File("b.txt"), "corto");
-  EXPECT_EQ(ReadFileBytes(folder.File("b.txt")), "corto");
+  EXPECT_EQ(ReadFile(folder.File("b.txt")), "corto");
   EXPECT_EQ(NamesIn(folder.Path()), Names{"b.txt"});
 }
 
@@ -109,7 +109,7 @@ TEST(PosixWholeFile, LeavesTheOldFileWhenTheDiskIsFull) {
         seen += error.Kind() == HostErrorKind::Full ? "full " : "other ";
       }
     }
-    seen += ReadFileBytes(folder.File("ventas.txt"));
+    seen += ReadFile(folder.File("ventas.txt"));
     return seen + " " + std::to_string(NamesIn(folder.Path()).size());
   });
   EXPECT_EQ(outcome, "full full viejo 1");
@@ -134,7 +134,7 @@ TEST(PosixWholeFile, RespectsWhatMayNotBeWritten) {
     return seen;
   });
   EXPECT_EQ(outcome, "access access ");
-  EXPECT_EQ(ReadFileBytes(folder.File("protegido.txt")), "viejo");
+  EXPECT_EQ(ReadFile(folder.File("protegido.txt")), "viejo");
   EXPECT_EQ(NamesIn(folder.Path()), (Names{"protegido.txt", "solo lectura"}));
 }
 

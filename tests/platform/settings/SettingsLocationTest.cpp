@@ -6,7 +6,7 @@
 #include <set>
 
 #include "contract/TemporaryFolder.h"
-#include "support/FileContents.h"
+#include "support/FileContent.h"
 
 namespace tolvan {
 namespace {
@@ -34,7 +34,7 @@ TEST(SettingsLocation, MovesWithTheShopFolder) {
   const test::TemporaryFolder folder;
   const std::string base = std::filesystem::canonical(folder.Path()).native();
   std::filesystem::create_directories(base + "/una/tienda");
-  test::WriteFileBytes(base + "/una/tienda/tolvan.ini", "");
+  test::WriteFile(base + "/una/tienda/tolvan.ini", "");
   std::filesystem::create_directory_symlink(base + "/una", base + "/enlace");
   const SettingsLocation direct = LocateSettings(base + "/una/tienda/tolvan.ini", base + "/una/ajustes");
   EXPECT_EQ(direct.settingsFile, base + "/una/ajustes/%2E.+tienda+tolvan.ini.ajustes");

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <random>
 
 #include "contract/TemporaryFolder.h"
@@ -11,8 +12,8 @@
 #include "platform/settings/FileLock.h"
 #include "platform/settings/LayoutRegistry.h"
 #include "support/ChildProcess.h"
-#include "support/FileContents.h"
-#include "support/HostFakes.h"
+#include "support/FakeHost.h"
+#include "support/FileContent.h"
 
 namespace tolvan {
 namespace {
@@ -37,7 +38,7 @@ class TextSettingsStoreTest : public testing::Test {
 
   test::TemporaryFolder folder_;
   PosixFileHelper files_{folder_.Path().native()};
-  test::SetClock clock_;
+  test::FakeClock clock_;
   std::string path_ = folder_.File("ajustes/tienda.ajustes");
 };
 
@@ -103,20 +104,20 @@ TEST_F(TextSettingsStoreTest, PutsADamagedFileAside) {
   TextSettingsStore before = Opened();
   before.Set(section, "6", "/ventas");
   before.Save(section);
-  const std::string whole = test::ReadFileBytes(path_);
+  const std::string whole = test::ReadFile(path_);
   for (int time = 1; time <= 2; ++time) {
-    test::WriteFileBytes(path_, whole.substr(0, whole.size() - 2));
+    test::WriteFile(path_, whole.substr(0, whole.size() - 2));
     const TextSettingsStore store = Opened();
     EXPECT_EQ(store.Get(section, "6"), "C:\\");
-    EXPECT_NE(store.Notice().find(path_ + ".danado-20240301-083005"), std::string::npos) << store.Notice();
+    EXPECT_NE(store.Notice().find(path_ + ".danado-20240201-090000"), std::string::npos) << store.Notice();
     EXPECT_FALSE(std::filesystem::exists(path_));
   }
-  EXPECT_EQ(test::ReadFileBytes(path_ + ".danado-20240301-083005"), whole.substr(0, whole.size() - 2));
-  EXPECT_TRUE(std::filesystem::exists(path_ + ".danado-20240301-083005-2"));
+  EXPECT_EQ(test::ReadFile(path_ + ".danado-20240201-090000"), whole.substr(0, whole.size() - 2));
+  EXPECT_TRUE(std::filesystem::exists(path_ + ".danado-20240201-090000-2"));
   EXPECT_EQ(Opened().Notice(), "");
 
   // Damaged between Load and Save: what this program read stands in for what is lost.
-  test::WriteFileBytes(path_, "?");
+  test::WriteFile(path_, "?");
   before.Set(section, "4", "8");
   before.Save(section);
   EXPECT_EQ(Stored("6"), "/ventas");
@@ -170,20 +171,24 @@ TEST_F(TextSettingsStoreTest, TellsWhyNothingWasSaved) {
 }
 
 TEST_F(TextSettingsStoreTest, SurvivesAThousandKills) {
+  // In memory where there is such a folder: a kill is no power failure, and two thousand syncs of a disk take long.
+  if (std::filesystem::is_directory("/dev/shm")) ::setenv("TMPDIR", "/dev/shm", 1);
+  const test::TemporaryFolder folder;
+  path_ = folder.File("ajustes/tienda.ajustes");
   std::mt19937 random(20240131);
   std::uniform_int_distribution<useconds_t> moments(0, 1500);
   long last = 0;
-  int advances = 0;
   for (int kill = 0; kill < 1000; ++kill) {
     int started[2];
     ASSERT_EQ(::pipe(started), 0);
     const pid_t child = test::StartChild([&] {
       TextSettingsStore store = Opened();
-      [[maybe_unused]] const ssize_t told = ::write(started[1], "x", 1);
       for (long number = last + 1;; ++number) {
         store.Set(section, "6", std::to_string(number) + std::string(static_cast<std::size_t>(number % 5000), 'x'));
         store.Set(section, "11", std::to_string(number));
         store.Save(section);
+        // From here on the child does nothing but save, so that every moment is one inside a save.
+        [[maybe_unused]] const ssize_t told = number == last + 1 ? ::write(started[1], "x", 1) : 0;
       }
     });
     char byte = 0;
@@ -194,19 +199,16 @@ TEST_F(TextSettingsStoreTest, SurvivesAThousandKills) {
     ::close(started[1]);
     const ValueFile::Content content = File().Read();
     ASSERT_FALSE(content.damaged) << "kill " << kill;
-    if (content.values.empty()) continue;
     const long number = std::stol(content.values.at({"IMPEXP", "11"}));
     ASSERT_EQ(content.values.at({"IMPEXP", "6"}),
               std::to_string(number) + std::string(static_cast<std::size_t>(number % 5000), 'x'));
-    ASSERT_GE(number, last);
-    advances += number > last ? 1 : 0;
+    ASSERT_GT(number, last);
     last = number;
   }
-  EXPECT_GT(advances, 100) << "the kills come too early to mean anything";
   TextSettingsStore store = Opened();
   store.Set(section, "4", "3");
   store.Save(section);
-  EXPECT_EQ(test::NamesIn(folder_.Path() / "ajustes"),
+  EXPECT_EQ(test::NamesIn(folder.Path() / "ajustes"),
             (std::vector<std::string>{"tienda.ajustes", "tienda.ajustes.lock"}));
 }
 
@@ -216,7 +218,7 @@ TEST_F(TextSettingsStoreTest, KeepsWindowLayouts) {
   registry.Write("Ventanas", "IMPEXPfrm_L", -240);
   EXPECT_EQ(LayoutRegistry(File()).Read("Ventanas", "IMPEXPfrm_L", -1), -240);
   EXPECT_EQ(registry.Read("Listas", "IMPEXPfrm_L", 7), 7);
-  test::WriteFileBytes(path_, "basura");
+  test::WriteFile(path_, "basura");
   EXPECT_EQ(registry.Read("Ventanas", "IMPEXPfrm_L", -1), -1);
   registry.Write("Ventanas", "IMPEXPfrm_L", 12);
   EXPECT_EQ(registry.Read("Ventanas", "IMPEXPfrm_L", -1), 12);
