@@ -2,8 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <regex>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "base/Text.h"
 #include "platform/sql/SqlScript.h"
@@ -20,29 +21,42 @@ namespace {
 
 using Columns = std::vector<std::string>;
 
-/// The columns of every table, in order.
+std::string FirstWord(std::string_view text) {
+  const std::size_t end = text.find_first_of(" (,");
+  return std::string(text.substr(0, end));
+}
+
+/// The name that a statement creates, behind `words` and a possible IF NOT EXISTS; empty when it creates no such thing.
+std::string NameBehind(std::string_view statement, std::string_view words) {
+  constexpr std::string_view condition = "IF NOT EXISTS ";
+  const std::size_t found = statement.find(words);
+  if (found == std::string_view::npos) return {};
+  statement.remove_prefix(found + words.size());
+  if (statement.starts_with(condition)) statement.remove_prefix(condition.size());
+  return FirstWord(statement);
+}
+
+/// The columns of every table, in order: each begins a line, two blanks in.
 std::map<std::string, Columns> TablesOf(std::string_view script) {
-  static const std::regex table(R"(CREATE TABLE (?:IF NOT EXISTS )?(\w+) \(([\s\S]*)\)(?: WITHOUT ROWID)?$)");
-  static const std::regex column(R"(^\s*(?!PRIMARY|FOREIGN|CONSTRAINT|CHECK)(\w+)\s)");
+  const std::set<std::string> constraints{"PRIMARY", "FOREIGN", "CONSTRAINT", "CHECK"};
   std::map<std::string, Columns> tables;
   for (const std::string& statement : SplitSqlScript(script)) {
-    std::smatch found;
-    if (!std::regex_search(statement, found, table)) continue;
-    const std::string body = found[2];
-    for (const std::string_view line : Split(body, '\n')) {
-      std::match_results<std::string_view::const_iterator> name;
-      if (std::regex_search(line.begin(), line.end(), name, column)) tables[found[1]].push_back(name[1]);
+    const std::string table = NameBehind(statement, "CREATE TABLE ");
+    if (table.empty()) continue;
+    for (const std::string_view line : Split(statement, '\n')) {
+      if (!line.starts_with("  ") || line.starts_with("   ")) continue;
+      const std::string word = FirstWord(line.substr(2));
+      if (!constraints.contains(word)) tables[table].push_back(word);
     }
   }
   return tables;
 }
 
 std::set<std::string> IndexesOf(std::string_view script) {
-  static const std::regex index(R"(CREATE (?:UNIQUE )?INDEX (?:IF NOT EXISTS )?(\w+) ON)");
   std::set<std::string> names;
   for (const std::string& statement : SplitSqlScript(script)) {
-    std::smatch found;
-    if (std::regex_search(statement, found, index)) names.insert(found[1]);
+    const std::string name = NameBehind(statement, "INDEX ");
+    if (!name.empty()) names.insert(name);
   }
   return names;
 }
