@@ -14,7 +14,9 @@
 
 namespace tolvan {
 
-/// An open transaction. Its destructor rolls back, without throwing, unless Commit succeeded.
+/// An open transaction. Its destructor rolls back, without throwing, unless Commit succeeded. After a statement has
+/// failed, every further one throws that same error until the rollback: some engines have rolled back by themselves
+/// then, and would keep it at once.
 class Transaction {
  public:
   virtual ~Transaction() = default;

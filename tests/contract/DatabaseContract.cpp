@@ -2,8 +2,6 @@
 
 namespace tolvan::test {
 
-using ::testing::ElementsAre;
-
 const std::string awkwardText = "O'Higgins ¿ñandú? \"%_;--\\ ☕ \r\n\t\x01";
 
 TEST_P(DatabaseContract, ValuesComeBackAsTheyWereWritten) {

@@ -10,12 +10,16 @@ template <class... Cases>
 struct Match : Cases... {
   using Cases::operator()...;
 };
+template <class... Cases>
+Match(Cases...) -> Match<Cases...>;  // the compiler of the checks does not deduce it by itself
 
 }  // namespace
 
 void RequireNoNul(std::string_view text) {
-  if (text.find('\0') == std::string_view::npos) return;
-  throw HostError(HostErrorKind::InvalidValue, "el texto contiene un carácter nulo", std::string(text));
+  const std::size_t place = text.find('\0');
+  if (place == std::string_view::npos) return;
+  // What stands before it tells the text; the character itself must not reach a message.
+  throw HostError(HostErrorKind::InvalidValue, "el texto contiene un carácter nulo", std::string(text, 0, place) + "…");
 }
 
 std::string SqlDialectBase::Literal(const SqlLiteral& value) const {

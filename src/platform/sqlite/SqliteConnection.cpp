@@ -23,6 +23,20 @@ bool IsPermanentOpenFailure(int code) {
   return primary == SQLITE_CANTOPEN || primary == SQLITE_READONLY;
 }
 
+/// Whether it is the file that failed, rather than one statement on it: then people must read which file.
+bool ConcernsTheFile(HostErrorKind kind) {
+  switch (kind) {
+    case HostErrorKind::Unreachable:
+    case HostErrorKind::Busy:
+    case HostErrorKind::Damaged:
+    case HostErrorKind::Full:
+    case HostErrorKind::Access:
+      return true;
+    default:
+      return false;
+  }
+}
+
 /// A log with content would be ignored by an immutable connection.
 bool HasLog(const std::string& path) {
   std::error_code ignored;
@@ -108,7 +122,10 @@ void SqliteConnection::PreferWriteAheadLog() {
 HostError SqliteConnection::ErrorOf(int code, std::string context) const {
   const HostError error = MakeSqliteError(handle_, code, std::move(context));
   const std::optional<HostErrorKind> cause = watch_.StopCause();
-  if (!cause) return error;
+  if (!cause) {
+    if (error.Context() == path_ || !ConcernsTheFile(error.Kind())) return error;
+    return {error.Kind(), error.what(), path_ + "\r\n" + error.Context(), error.NativeCode()};
+  }
   const char* const reason = *cause == HostErrorKind::Timeout ? "la instrucción tardó más que el tiempo permitido"
                                                               : "la operación fue detenida por el usuario";
   return {*cause, reason, error.Context(), error.NativeCode()};
@@ -138,14 +155,14 @@ void SqliteConnection::Commit() {
   if (failure_) {
     const HostError failure = *failure_;
     Rollback();
-    throw failure;
+    throw HostError(failure);
   }
   watch_.BeginControl();
   const int code = TryRun("COMMIT");
   if (code != SQLITE_OK) {
     const HostError error = ErrorOf(code, path_);
     Rollback();
-    throw error;
+    throw HostError(error);
   }
   inTransaction_ = false;
 }

@@ -25,7 +25,8 @@ class SqliteConnection {
   sqlite3* Handle() const { return handle_; }
   SqliteWatch& Watch() { return watch_; }
 
-  /// The error of a call that returned `code`; what the watch stopped is Timeout or Interrupted.
+  /// The error of a call that returned `code`; what the watch stopped is Timeout or Interrupted. Where the file is at
+  /// fault its path stands before `context`.
   HostError ErrorOf(int code, std::string context) const;
 
   /// Takes the write lock at once, so that a transaction never fails half way because another program writes.

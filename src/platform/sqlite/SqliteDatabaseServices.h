@@ -1,5 +1,6 @@
 // The host's database in a file of the embedded engine. Statements are prepared once for each fixed text, and their
-// literals bound. Every failure is a HostError whose context is the statement as it would have been written out.
+// literals bound. Every failure is a HostError whose context is the statement as it would have been written out, behind
+// the path where it is the file that failed.
 #pragma once
 
 #include "host/DatabaseServices.h"

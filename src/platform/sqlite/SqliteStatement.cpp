@@ -17,6 +17,8 @@ template <class... Cases>
 struct Match : Cases... {
   using Cases::operator()...;
 };
+template <class... Cases>
+Match(Cases...) -> Match<Cases...>;  // the compiler of the checks does not deduce it by itself
 
 constexpr std::size_t longestContext = 2'000;  // characters
 
