@@ -36,7 +36,7 @@ PLATFORM_ASSEMBLY = ["", "assembly"]
 
 MOST_LINES = 500
 CHECKED_LENGTH = {".cpp", ".h", ".py", ".sh", ".cmake"}
-FOLDERS = ["src", "tests", "bench", "fuzz", "tools", "cmake"]
+FOLDERS = ["src", "tests", "benchmarks", "fuzz", "tools", "cmake"]
 
 STANDARD = set("""
 algorithm any array atomic barrier bit bitset cassert cctype cerrno cfloat charconv chrono cinttypes climits clocale

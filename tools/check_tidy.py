@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Runs clang-tidy 14 over the sources of a build folder, as many at once as there are processors.
 
-    tools/check_tidy.py [BUILD_FOLDER] [PART_OF_PATH...]      default: build/dev, every source below src, tests and bench
+    tools/check_tidy.py [BUILD_FOLDER] [PART_OF_PATH...]      default: build/dev, every source below src, tests and benchmarks
 
 A source that was clean is not looked at again until something it is compiled from changes: the cache holds one empty
 file per clean result, named by a hash over the compile command, the check lists and the contents of the source and of
