@@ -8,6 +8,7 @@ measurement fails. Ends with 1 when the aim is missed, with 2 when something els
     benchmarks/vexlor_process.py [PATH_OF_THE_COMMAND]
 """
 import datetime
+import os
 import pathlib
 import random
 import sqlite3
@@ -79,6 +80,7 @@ def same_total(folder, shell_output):
 def main(command):
     with tempfile.TemporaryDirectory(prefix="tolvan-bench-") as name:
         folder = pathlib.Path(name)
+        os.environ.update(XDG_CONFIG_HOME=f"{name}/settings", XDG_STATE_HOME=f"{name}/settings")  # not the user's own
         timed([command, "demo", str(folder)])
         yesterday = datetime.date.today() - datetime.timedelta(days=1)
         database = str(folder / "tienda.db")
