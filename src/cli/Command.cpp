@@ -88,6 +88,7 @@ ExitCode RunOrder(const Order& order, Call& call) {
 /// The definitions of all orders, in the order of `orders`.
 std::vector<OrderDefinition> Definitions(const std::vector<std::unique_ptr<Order>>& orders) {
   std::vector<OrderDefinition> definitions;
+  definitions.reserve(orders.size());
   for (const auto& order : orders) definitions.push_back(order->Definition());
   return definitions;
 }

@@ -26,7 +26,7 @@ CommandHost::CommandHost(const std::string& path, const HostFront& front)
 
 CommandHost::~CommandHost() = default;
 
-DatabaseServices& CommandHost::RequireDatabase() {
+DatabaseServices& CommandHost::RequireDatabase() const {
   return *Reaching([&] { return &Context().application.Database(); });
 }
 

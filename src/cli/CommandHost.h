@@ -22,7 +22,7 @@ class CommandHost {
 
   /// Opens the database now, so that one that cannot be reached ends the call before anything else is done. Throws
   /// CommandFailure Unreachable.
-  DatabaseServices& RequireDatabase();
+  DatabaseServices& RequireDatabase() const;
 
   /// What the user should be told about the settings; empty when all was well.
   std::string Notice() const;

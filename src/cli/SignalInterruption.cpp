@@ -5,6 +5,7 @@
 namespace tolvan {
 namespace {
 
+// A signal handler reaches nothing else. NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 volatile std::sig_atomic_t requested = 0;
 
 extern "C" void OnSignal(int) {

@@ -31,6 +31,7 @@ const std::vector<DemoBrand>& Brands() {
   return brands;
 }
 
+// One table of data, no steps. NOLINTNEXTLINE(readability-function-size)
 const std::vector<Shelf>& Shelves() {
   static const std::vector<Shelf> shelves = {
       {"ALIMENTOS",
@@ -117,7 +118,8 @@ DemoItem MakeItem(const Shelf& shelf, std::string code, std::string description,
           .department = std::string(shelf.department),
           .taxClass = shelf.taxClass,
           .exempt = shelf.exempt,
-          .cost = Currency::FromTenThousandths(cost * Currency::unit + 2500 * static_cast<int>(random.Below(4))),
+          .cost = Currency::FromTenThousandths(cost * Currency::unit +
+                                               std::int64_t{2500} * static_cast<int>(random.Below(4))),
           .priceWithTax = Currency::FromUnits(PriceTag(cost, random)),
           .boxOf = shelf.boxOf};
 }

@@ -75,7 +75,7 @@ curl_mimepart* MailMessage::NewPart() {
 
 std::size_t MailMessage::Read(char* buffer, std::size_t size) {
   // No more than was announced: a file that grows meanwhile is sent as it was when it was opened.
-  const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left_, size));
+  const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left_, size));
   if (wanted == 0) return 0;
   try {
     if (file_.Read({buffer, wanted}) == wanted) {
