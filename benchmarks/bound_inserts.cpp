@@ -60,15 +60,11 @@ std::size_t LookUpThroughProvider(DatabaseServices& database) {
 /// The same work without a provider between. Failures end the program: a figure from them would be worth nothing.
 class PlainDatabase {
  public:
-  explicit PlainDatabase(const std::string& path) {
-    Check(sqlite3_open(path.c_str(), &handle_));
-    Run("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; PRAGMA cache_size=-65536; PRAGMA foreign_keys=ON");
-    Run(createTable);
-    insert_ = Prepare(
-        "INSERT INTO CLIENTES ( idCliente, Descripcion, RIF, TipoCliente, PersoneriaCliente, Activo ) VALUES (?, ?, ?, "
-        "?, ?, ?) ON CONFLICT (idCliente) DO NOTHING");
-    select_ = Prepare("SELECT idCliente, Descripcion, RIF FROM Clientes WHERE idCliente = ?");
-  }
+  explicit PlainDatabase(const std::string& path)
+      : handle_(Open(path)),
+        insert_(Prepare("INSERT INTO CLIENTES ( idCliente, Descripcion, RIF, TipoCliente, PersoneriaCliente, Activo ) "
+                        "VALUES (?, ?, ?, ?, ?, ?) ON CONFLICT (idCliente) DO NOTHING")),
+        select_(Prepare("SELECT idCliente, Descripcion, RIF FROM Clientes WHERE idCliente = ?")) {}
   ~PlainDatabase() {
     sqlite3_finalize(insert_);
     sqlite3_finalize(select_);
@@ -77,7 +73,7 @@ class PlainDatabase {
   PlainDatabase(const PlainDatabase&) = delete;
   PlainDatabase& operator=(const PlainDatabase&) = delete;
 
-  void Run(const char* text) { Check(sqlite3_exec(handle_, text, nullptr, nullptr, nullptr)); }
+  void Run(const char* text) { Run(handle_, text); }
 
   void Insert() {
     for (int first = 0; first < rows; first += rowsPerTransaction) {
@@ -106,6 +102,14 @@ class PlainDatabase {
     std::fprintf(stderr, "SQLite: %s\n", sqlite3_errstr(code));
     std::exit(2);
   }
+  static void Run(sqlite3* handle, const char* text) { Check(sqlite3_exec(handle, text, nullptr, nullptr, nullptr)); }
+  static sqlite3* Open(const std::string& path) {
+    sqlite3* handle = nullptr;
+    Check(sqlite3_open(path.c_str(), &handle));
+    Run(handle, "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; PRAGMA cache_size=-65536; PRAGMA foreign_keys=ON");
+    Run(handle, createTable);
+    return handle;
+  }
   static void BindText(sqlite3_stmt* statement, int place, const std::string& text) {
     Check(sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()), SQLITE_STATIC));
   }
@@ -127,9 +131,9 @@ class PlainDatabase {
     Check(sqlite3_reset(insert_));
   }
 
-  sqlite3* handle_ = nullptr;
-  sqlite3_stmt* insert_ = nullptr;
-  sqlite3_stmt* select_ = nullptr;
+  sqlite3* handle_;
+  sqlite3_stmt* insert_;
+  sqlite3_stmt* select_;
 };
 
 int Main() {

@@ -23,8 +23,9 @@ const Date firstDay = Date::FromParts(2023, 1, 1);
 SqlStatement InsertSale(int number) {
   const Date day = firstDay.PlusDays(number % daysOfSales);  // rows of one day lie apart, as after years of use
   const DateTime moment{day, 8 + number % 12, number % 60, (number / 60) % 60};
-  const Currency total = Currency::FromTenThousandths(10'000 + number % 977 * 12'345);
-  const Currency tax = Currency::FromTenThousandths(number % 977 * 1'883);
+  const std::int64_t size = number % 977;
+  const Currency total = Currency::FromTenThousandths(10'000 + size * 12'345);
+  const Currency tax = Currency::FromTenThousandths(size * 1'883);
   SqlStatement insert(
       "INSERT INTO Ventas (idVenta, idCompania, FechaValidacion, VentaRealizada, Anulado, SubTotal, Impuestos, "
       "GranTotal) VALUES (");
