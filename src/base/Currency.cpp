@@ -10,6 +10,9 @@
 namespace tolvan {
 namespace {
 
+/// Up to here ten thousand times a double is off by less than 0.01.
+constexpr double surelyExact = 1e9;
+
 constexpr std::uint64_t maximum = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
 
 constexpr std::uint64_t Magnitude(std::int64_t value) {
@@ -137,6 +140,12 @@ Currency Currency::FromUnits(std::int64_t units) {
 
 std::optional<Currency> Currency::FromDouble(double value) {
   if (!std::isfinite(value) || std::fabs(value) > 1e15) return std::nullopt;
+  if (std::fabs(value) < surelyExact) {
+    // The product is off by far less than a hundredth, so away from a tie it rounds to the same count as the text.
+    const double scaled = value * static_cast<double>(unit);
+    const auto nearest = static_cast<std::int64_t>(scaled < 0 ? scaled - 0.5 : scaled + 0.5);
+    if (std::fabs(scaled - static_cast<double>(nearest)) < 0.49) return Currency(nearest);
+  }
   // The shortest text that reads back as the same double is the number a person typed; rounding that text, not its
   // binary neighbour, makes 1.00005 a true tie.
   std::array<char, 40> buffer{};

@@ -24,7 +24,14 @@ template <class Map>
 std::string MapCharacters(std::string_view text, Map map) {
   std::string out;
   out.reserve(text.size());
-  for (std::size_t position = 0; position < text.size();) AppendKept(out, map(NextCodePoint(text, position)));
+  for (std::size_t position = 0; position < text.size();) {
+    // Most text of a store is ASCII, which maps to ASCII.
+    if (static_cast<unsigned char>(text[position]) < 0x80) {
+      out.push_back(static_cast<char>(map(static_cast<char32_t>(text[position++]))));
+    } else {
+      AppendKept(out, map(NextCodePoint(text, position)));
+    }
+  }
   return out;
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -242,6 +243,11 @@ TEST(Currency, TextAndFloatingValueReadBackAsTheSameAmount) {
     if (Magnitude(amount.TenThousandths()) < 1'000'000'000'000'000) {
       ASSERT_EQ(Currency::FromDouble(amount.ToDouble()), amount) << amount.ToText();
     }
+    // With more decimals than are kept: as its shortest text is rounded.
+    const double finer = amount.ToDouble() / 1000;
+    std::array<char, 40> text{};
+    const char* end = std::to_chars(text.data(), text.data() + text.size(), finer).ptr;
+    ASSERT_EQ(Currency::FromDouble(finer), Currency::Parse({text.data(), static_cast<std::size_t>(end - text.data())}));
   }
 }
 
