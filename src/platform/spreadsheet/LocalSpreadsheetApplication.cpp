@@ -1,0 +1,91 @@
+#include "platform/spreadsheet/LocalSpreadsheetApplication.h"
+
+#include <new>
+
+#include "platform/spreadsheet/NewXlsxWorkbook.h"
+#include "platform/spreadsheet/WorkbookFailure.h"
+#include "platform/spreadsheet/WorkbookKind.h"
+#include "platform/spreadsheet/XlsReader.h"
+#include "platform/spreadsheet/XlsxReader.h"
+
+namespace tolvan {
+namespace {
+
+/// Runs a step of reading; what it throws comes out with the path as its context.
+template <class Step>
+auto WithPath(const std::string& path, Step step) {
+  try {
+    return step();
+  } catch (const HostError& error) {
+    throw HostError(error.Kind(), error.what(), path, error.NativeCode());
+  } catch (const std::bad_alloc&) {
+    throw HostError(HostErrorKind::Failed, "no hay memoria suficiente", path);
+  }
+}
+
+std::unique_ptr<WorksheetReader> OpenByContent(const std::string& path, const Interruption& interruption) {
+  auto file = std::make_unique<WorkbookFile>(path);
+  switch (KindOf(*file)) {
+    case WorkbookKind::Zip:
+      return std::make_unique<XlsxReader>(std::move(file), interruption);
+    case WorkbookKind::Compound:
+      return std::make_unique<XlsReader>(std::move(file), interruption);
+    case WorkbookKind::Other:
+      break;
+  }
+  FailDamaged(DescribeOther(*file));
+}
+
+class NamedReader : public WorksheetReader {
+ public:
+  NamedReader(std::string path, const Interruption& interruption)
+      : path_(std::move(path)), interruption_(interruption), reader_(OpenByContent(path_, interruption)) {}
+
+  bool NextRow(SheetRow& row) override {
+    return WithPath(path_, [&] {
+      if (interruption_.Requested()) throw HostError(HostErrorKind::Interrupted, "");
+      return reader_->NextRow(row);
+    });
+  }
+
+ private:
+  std::string path_;
+  const Interruption& interruption_;
+  std::unique_ptr<WorksheetReader> reader_;
+};
+
+/// The name of a file without folder and extension; "Libro" when there is none.
+std::string BaseName(std::string_view path) {
+  const std::string_view name = path.substr(path.rfind('/') + 1);
+  const std::string_view base = name.substr(0, name.rfind('.'));
+  return base.empty() ? "Libro" : std::string(base);
+}
+
+class NeverInterrupted : public Interruption {
+ public:
+  bool Requested() const noexcept override { return false; }
+};
+
+}  // namespace
+
+std::unique_ptr<WorksheetReader> LocalSpreadsheetApplication::OpenFirstWorksheet(std::string_view path,
+                                                                                 const Interruption& interruption) {
+  const std::string name(path);
+  return WithPath(name, [&] { return std::make_unique<NamedReader>(name, interruption); });
+}
+
+std::unique_ptr<NewWorkbook> LocalSpreadsheetApplication::CreateFromTemplate(std::string_view templatePath,
+                                                                             std::uint32_t headingRows) {
+  auto workbook = std::make_unique<NewXlsxWorkbook>(
+      files_, NewXlsxWorkbook::Options{.created = clock_.Today(),
+                                       .openFolder = newWorkbookFolder_,
+                                       .openName = BaseName(templatePath),
+                                       .headingRows = templatePath.empty() ? 0 : headingRows});
+  if (templatePath.empty()) return workbook;
+  const NeverInterrupted always;
+  const auto reader = OpenFirstWorksheet(templatePath, always);
+  for (SheetRow row; reader->NextRow(row) && row.number <= headingRows;) workbook->WriteHeading(row);
+  return workbook;
+}
+
+}  // namespace tolvan

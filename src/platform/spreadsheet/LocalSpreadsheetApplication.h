@@ -1,0 +1,30 @@
+// The spreadsheet application where none is installed that could be driven: own readers for .xlsx and .xls, new
+// workbooks written by a library, and the desktop's own program to show them.
+#pragma once
+
+#include <string>
+
+#include "host/Clock.h"
+#include "host/FileHelper.h"
+#include "host/SpreadsheetApplication.h"
+
+namespace tolvan {
+
+class LocalSpreadsheetApplication : public SpreadsheetApplication {
+ public:
+  /// `newWorkbookFolder` (absolute, made when missing) takes the workbooks that are opened for the user. The clock's
+  /// day becomes the date of creation inside a workbook, so that the same content on the same day is the same file.
+  LocalSpreadsheetApplication(const Clock& clock, FileHelper& files, std::string newWorkbookFolder)
+      : clock_(clock), files_(files), newWorkbookFolder_(std::move(newWorkbookFolder)) {}
+
+  void Start() override {}
+  std::unique_ptr<WorksheetReader> OpenFirstWorksheet(std::string_view path, const Interruption& interruption) override;
+  std::unique_ptr<NewWorkbook> CreateFromTemplate(std::string_view templatePath, std::uint32_t headingRows) override;
+
+ private:
+  const Clock& clock_;
+  FileHelper& files_;
+  std::string newWorkbookFolder_;
+};
+
+}  // namespace tolvan
