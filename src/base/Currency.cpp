@@ -218,4 +218,8 @@ Currency Currency::DividedBy(Currency divisor) const {
   return Currency(Scale(count_, unit, divisor.count_));
 }
 
+Currency Currency::ScaledBy(std::int64_t numerator, std::int64_t denominator) const {
+  return Currency(Scale(count_, numerator, denominator));
+}
+
 }  // namespace tolvan

@@ -57,6 +57,9 @@ class Currency {
   Currency MultipliedBy(Currency factor) const;
   Currency DividedBy(Currency divisor) const;
 
+  /// The amount times `numerator` over `denominator`, rounded once, half to even. Throws as the two above.
+  Currency ScaledBy(std::int64_t numerator, std::int64_t denominator) const;
+
   constexpr auto operator<=>(const Currency&) const = default;
 
  private:
