@@ -4,22 +4,19 @@
 
 namespace tolvan {
 
-BufferedRecordset::BufferedRecordset(std::vector<std::string> names, std::vector<Row> rows)
-    : names_(std::move(names)), rows_(std::move(rows)) {}
-
-std::unique_ptr<BufferedRecordset> BufferedRecordset::ReadWhole(std::vector<std::string> names, Recordset& source) {
+std::unique_ptr<BufferedRecordset> BufferedRecordset::ReadWhole(Names names, Recordset& source) {
   std::vector<Row> rows;
   for (; !source.AtEnd(); source.MoveNext()) {
     Row& row = rows.emplace_back();
-    row.reserve(names.size());
-    for (std::size_t index = 0; index < names.size(); ++index) row.push_back(source.Value(index));
+    row.reserve(names->size());
+    for (std::size_t index = 0; index < names->size(); ++index) row.push_back(source.Value(index));
   }
   return std::make_unique<BufferedRecordset>(std::move(names), std::move(rows));
 }
 
 std::optional<std::size_t> BufferedRecordset::FindField(std::string_view name) const {
-  for (std::size_t index = 0; index < names_.size(); ++index) {
-    if (EqualIgnoringCase(names_[index], name)) return index;
+  for (std::size_t index = 0; index < names_->size(); ++index) {
+    if (EqualIgnoringCase((*names_)[index], name)) return index;
   }
   return std::nullopt;
 }

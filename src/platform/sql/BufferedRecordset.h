@@ -14,22 +14,30 @@ class BufferedRecordset final : public Recordset {
  public:
   using Row = std::vector<FieldValue>;
 
+  /// Names that many recordsets of one statement share.
+  using Names = std::shared_ptr<const std::vector<std::string>>;
+
   /// Every row has one value for each name.
-  BufferedRecordset(std::vector<std::string> names, std::vector<Row> rows);
+  BufferedRecordset(std::vector<std::string> names, std::vector<Row> rows)
+      : BufferedRecordset(std::make_shared<const std::vector<std::string>>(std::move(names)), std::move(rows)) {}
+  BufferedRecordset(Names names, std::vector<Row> rows) : names_(std::move(names)), rows_(std::move(rows)) {}
 
   /// Reads what is left of `source`, current row included. Throws what `source` throws.
-  static std::unique_ptr<BufferedRecordset> ReadWhole(std::vector<std::string> names, Recordset& source);
+  static std::unique_ptr<BufferedRecordset> ReadWhole(Names names, Recordset& source);
+  static std::unique_ptr<BufferedRecordset> ReadWhole(std::vector<std::string> names, Recordset& source) {
+    return ReadWhole(std::make_shared<const std::vector<std::string>>(std::move(names)), source);
+  }
 
   bool AtEnd() const override { return current_ == rows_.size(); }
   void MoveNext() override { ++current_; }
-  std::size_t FieldCount() const override { return names_.size(); }
+  std::size_t FieldCount() const override { return names_->size(); }
   std::optional<std::size_t> FindField(std::string_view name) const override;
   FieldValue Value(std::size_t index) const override { return rows_[current_][index]; }
   std::string_view Text(std::size_t index) const override;
   using Recordset::Value;
 
  private:
-  std::vector<std::string> names_;
+  Names names_;
   std::vector<Row> rows_;
   std::size_t current_ = 0;
   mutable std::string text_;  // what Text last made

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 #include "platform/sql/BufferedRecordset.h"
 #include "platform/sqlite/SqliteRecordset.h"
 
@@ -34,11 +36,30 @@ class SqliteTransaction final : public Transaction {
   bool ended_ = false;
 };
 
-std::unique_ptr<Recordset> ReadWhole(Recordset& source, const SqliteStatement& statement) {
-  std::vector<std::string> names;
-  for (std::size_t index = 0; index < statement.ColumnCount(); ++index) names.push_back(statement.ColumnName(index));
-  return BufferedRecordset::ReadWhole(std::move(names), source);
+bool IsQuery(const SqlStatement& statement) {
+  return statement.ParameterText().starts_with("SELECT ");
 }
+
+/// Many queries outside a transaction read one state of the file: taking and leaving its lock once for all of them is
+/// half of their cost. What cannot be begun or ended here changes nothing for them.
+class SharedRead {
+ public:
+  SharedRead(sqlite3* database, bool wanted) : database_(database) {
+    if (wanted) began_ = sqlite3_exec(database_, "BEGIN", nullptr, nullptr, nullptr) == SQLITE_OK;
+  }
+  ~SharedRead() {
+    // A severe failure has ended it already.
+    if (began_ && sqlite3_get_autocommit(database_) == 0) {
+      sqlite3_exec(database_, "COMMIT", nullptr, nullptr, nullptr);
+    }
+  }
+  SharedRead(const SharedRead&) = delete;
+  SharedRead& operator=(const SharedRead&) = delete;
+
+ private:
+  sqlite3* database_;
+  bool began_ = false;
+};
 
 }  // namespace
 
@@ -72,6 +93,8 @@ std::int64_t SqliteDatabaseServices::Execute(const SqlStatement& statement) {
 std::vector<BatchResult> SqliteDatabaseServices::RunBatch(std::span<const SqlStatement> statements) {
   std::vector<BatchResult> results;
   results.reserve(statements.size());
+  const bool onlyQueries = std::all_of(statements.begin(), statements.end(), IsQuery);
+  const SharedRead shared(connection_.Handle(), onlyQueries && statements.size() > 1 && !connection_.InTransaction());
   for (const SqlStatement& statement : statements) {
     try {
       results.push_back(Guarded([&] { return RunOne(statement); }));
@@ -107,7 +130,7 @@ BatchResult SqliteDatabaseServices::RunOne(const SqlStatement& statement) {
   if (lease->ColumnCount() == 0) return {RunToEnd(*lease), nullptr, {}};
   const SqliteStatement& source = *lease;
   SqliteRecordset rows(connection_, std::move(lease));
-  return {{}, ReadWhole(rows, source), {}};
+  return {{}, BufferedRecordset::ReadWhole(source.ColumnNames(), rows), {}};
 }
 
 }  // namespace tolvan

@@ -185,11 +185,13 @@ SqliteStatement::ColumnKind SqliteStatement::KindOf(const char* declaredType) {
 void SqliteStatement::Describe() {
   preparations_ = sqlite3_stmt_status(handle_.get(), SQLITE_STMTSTATUS_REPREPARE, 0);
   columns_.clear();
+  std::vector<std::string> names;
   const int count = sqlite3_column_count(handle_.get());
   for (int column = 0; column < count; ++column) {
-    columns_.push_back(
-        {sqlite3_column_name(handle_.get(), column), KindOf(sqlite3_column_decltype(handle_.get(), column))});
+    names.emplace_back(sqlite3_column_name(handle_.get(), column));
+    columns_.push_back({names.back(), KindOf(sqlite3_column_decltype(handle_.get(), column))});
   }
+  names_ = std::make_shared<const std::vector<std::string>>(std::move(names));
 }
 
 std::string SqliteStatement::ExpandedText() const {

@@ -36,7 +36,7 @@ class SqliteStatement {
   void Reset() noexcept;
 
   std::size_t ColumnCount() const { return columns_.size(); }
-  const std::string& ColumnName(std::size_t index) const { return columns_[index].name; }
+  const std::shared_ptr<const std::vector<std::string>>& ColumnNames() const { return names_; }
   std::optional<std::size_t> FindColumn(std::string_view name) const;
 
   /// Of the current row.
@@ -64,6 +64,7 @@ class SqliteStatement {
   SqliteConnection& connection_;
   std::unique_ptr<sqlite3_stmt, Finalize> handle_;
   std::vector<Column> columns_;
+  std::shared_ptr<const std::vector<std::string>> names_;  // shared with the recordsets of batches
   std::size_t parameterCount_ = 0;
   int preparations_ = 0;  // how often SQLite has prepared it anew, after a change of the schema
 };
