@@ -1,0 +1,35 @@
+#include "import/AlternateUnitRule.h"
+
+#include "base/Text.h"
+#include "import/CellCleaning.h"
+
+namespace tolvan {
+
+bool AlternateUnitRule::Named(const TemplateRow& row) {
+  return !row.unitCode.empty() && row.unitCode != defaultCode && row.multiplier > 1;
+}
+
+SqlStatement AlternateUnitRule::UnitsStatement(std::string_view code, std::string_view principalUnit) {
+  SqlStatement statement("SELECT idItem, idUnidad, Multiplicador FROM ItemsUnidades WHERE idItem = ");
+  return statement.Text(code).Sql(" AND idUnidad <> ").Text(principalUnit);
+}
+
+SqlStatement AlternateUnitRule::SerialsStatement(std::string_view code) {
+  SqlStatement statement("SELECT 1 FROM Items WHERE idItem = ");
+  return statement.Text(code).Sql(" AND RequiereSeriales = ").Boolean(true);
+}
+
+bool AlternateUnitRule::Matches(const TemplateRow& row, Recordset& units, std::string& remarks) {
+  for (; !units.AtEnd(); units.MoveNext()) {
+    if (!EqualIgnoringCase(units.Text(1), row.unitCode)) continue;
+    const std::int64_t multiplier = IntegerOf(units.Value(std::size_t{2})).value_or(0);
+    if (multiplier == row.multiplier) return true;
+    AppendSentence(remarks, "la unidad " + row.unitCode + " del Item es de " + std::to_string(multiplier) +
+                                " y no de " + std::to_string(row.multiplier) + ": no se toma en cuenta");
+    return false;
+  }
+  AppendSentence(remarks, "el Item no tiene la unidad " + row.unitCode + ": no se toma en cuenta");
+  return false;
+}
+
+}  // namespace tolvan

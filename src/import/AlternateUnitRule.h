@@ -1,0 +1,28 @@
+// Whether the alternate-unit columns of a template row apply to an item. The rule is described in docs/importacion.md.
+#pragma once
+
+#include <string>
+
+#include "host/Recordset.h"
+#include "host/SqlStatement.h"
+#include "import/TemplateRow.h"
+
+namespace tolvan {
+
+class AlternateUnitRule {
+ public:
+  /// Whether the row names an alternate unit at all: a unit code other than "DEF", and a multiplier above 1.
+  static bool Named(const TemplateRow& row);
+
+  /// The item's units other than the principal one.
+  static SqlStatement UnitsStatement(std::string_view code, std::string_view principalUnit);
+
+  /// Finds a row when the item is sold with serial numbers.
+  static SqlStatement SerialsStatement(std::string_view code);
+
+  /// Whether one of `units` is the row's: the same code, in any casing, and the same multiplier. When not, `remarks`
+  /// tells why.
+  static bool Matches(const TemplateRow& row, Recordset& units, std::string& remarks);
+};
+
+}  // namespace tolvan

@@ -1,0 +1,47 @@
+#include "import/AmountCell.h"
+
+namespace tolvan {
+namespace {
+
+constexpr std::int64_t sixteenDigits = 1'000'000'000'000'000;  // the first count with more than fifteen digits
+
+}  // namespace
+
+void AppendSentence(std::string& sentences, std::string_view sentence) {
+  if (!sentences.empty()) sentences += "; ";
+  sentences += sentence;
+}
+
+GivenAmount ReadAmount(const SheetCell& cell, std::string_view name, std::string& remarks, std::string& reason) {
+  if (cell.kind == CellKind::Empty || (cell.kind == CellKind::Text && cell.text.empty())) return {};
+  if (cell.kind != CellKind::Number) {
+    AppendSentence(remarks, std::string(name) + " no es un número (" + cell.AsText() + ") y no se toma en cuenta");
+    return {};
+  }
+  const std::optional<Currency> amount = Currency::FromDouble(cell.number);
+  if (!amount) {
+    AppendSentence(reason, std::string(name) + " es demasiado grande para un importe");
+    return {};
+  }
+  if (*amount < Currency()) {
+    AppendSentence(reason, std::string(name) + " es negativo (" + amount->ToShortestText() + ")");
+    return {};
+  }
+  return {amount};
+}
+
+Currency AmountInCell(Currency amount) {
+  const std::int64_t count = amount.TenThousandths();
+  std::int64_t step = 1;
+  while (count / step >= sixteenDigits || count / step <= -sixteenDigits) step *= 10;
+  if (step == 1) return amount;
+  std::int64_t steps = count / step;
+  const std::int64_t rest = count % step;
+  if (rest >= step / 2) ++steps;
+  if (-rest >= step / 2) --steps;
+  // At the very end of the range the rounded amount may not fit any more; there the digits are cut off.
+  if (__builtin_mul_overflow(steps, step, &steps)) return Currency::FromTenThousandths(count - rest);
+  return Currency::FromTenThousandths(steps);
+}
+
+}  // namespace tolvan

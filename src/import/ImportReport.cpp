@@ -1,0 +1,120 @@
+#include "import/ImportReport.h"
+
+#include <array>
+#include <functional>
+#include <vector>
+
+#include "base/Text.h"
+#include "import/AmountCell.h"
+
+namespace tolvan {
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t writeSize = 1U << 16;
+
+/// A text, an amount, or nothing.
+using ReportCell = std::variant<std::monostate, std::string, Currency>;
+using ReportLine = std::vector<ReportCell>;
+using LineTaker = std::function<void(const ReportLine& line, bool heading)>;
+
+ReportCell AmountOrNothing(const std::optional<Currency>& amount) {
+  if (!amount) return {};
+  return *amount;
+}
+
+ReportLine Headings() {
+  return {"Acción",      "Fila",         "Código",    "Descripción", "Costo anterior",
+          "Costo nuevo", "PVP anterior", "PVP nuevo", "Observación"};
+}
+
+ReportLine LineOf(const ReviewRow& row) {
+  const bool applied = row.action != RowAction::None;
+  std::string remarks = row.reason;
+  if (!row.remarks.empty()) remarks += (remarks.empty() ? "" : "; ") + row.remarks;
+  // A value that the workbook does not give stays as it was.
+  const auto after = [&](const std::optional<Currency>& given, const std::optional<Currency>& before) {
+    return applied ? AmountOrNothing(given ? given : before) : ReportCell();
+  };
+  return {std::string(ActionText(row.action)),
+          std::to_string(row.sheetRow),
+          row.associated.empty() ? row.code : row.associated,
+          row.description,
+          AmountOrNothing(row.previousCost),
+          after(row.cost, row.previousCost),
+          AmountOrNothing(row.previousPrice),
+          after(row.price, row.previousPrice),
+          remarks};
+}
+
+void ForEachLine(const PriceImporter& importer, const LineTaker& take) {
+  take(Headings(), true);
+  for (const bool applied : {true, false}) {
+    for (std::int32_t number = 1; number <= importer.NumeroRenglones(); ++number) {
+      const ReviewRow row = importer.RowAt(number);
+      if ((row.action != RowAction::None) == applied) take(LineOf(row), false);
+    }
+  }
+}
+
+std::string CsvField(const ReportCell& cell) {
+  if (const auto* amount = std::get_if<Currency>(&cell)) return amount->ToText();
+  const auto* text = std::get_if<std::string>(&cell);
+  if (text == nullptr) return {};
+  if (text->find_first_of(",\"\r\n") == std::string::npos) return *text;
+  return '"' + ReplaceAll(*text, "\"", "\"\"") + '"';
+}
+
+void WriteCsv(const PriceImporter& importer, FileHelper& files, std::string_view path) {
+  const auto file = files.CreateWhole(path);
+  std::string pending(byteOrderMark);
+  ForEachLine(importer, [&](const ReportLine& line, bool) {
+    for (std::size_t index = 0; index < line.size(); ++index) {
+      if (index > 0) pending += ',';
+      pending += CsvField(line[index]);
+    }
+    pending += "\r\n";
+    if (pending.size() < writeSize) return;
+    file->Write(pending);
+    pending.clear();
+  });
+  file->Write(pending);
+  file->Commit();
+}
+
+void WriteWorkbook(const PriceImporter& importer, SpreadsheetApplication& spreadsheets, std::string_view path) {
+  spreadsheets.Start();
+  const auto workbook = spreadsheets.CreateFromTemplate({}, 0);
+  std::vector<NewCell> cells;
+  ForEachLine(importer, [&](const ReportLine& line, bool heading) {
+    cells.clear();
+    for (const ReportCell& cell : line) {
+      NewCell& written = cells.emplace_back();
+      if (const auto* text = std::get_if<std::string>(&cell)) written = std::string_view(*text);
+      if (const auto* amount = std::get_if<Currency>(&cell)) written = AmountInCell(*amount).ToDouble();
+    }
+    workbook->AppendRow(cells, heading ? NewRowStyle::Heading : NewRowStyle::Data);
+  });
+  workbook->SaveAs(path);
+}
+
+bool EndsWith(std::string_view path, std::string_view ending) {
+  return path.size() > ending.size() && EqualIgnoringCase(path.substr(path.size() - ending.size()), ending);
+}
+
+}  // namespace
+
+bool IsReportPath(std::string_view path) {
+  return EndsWith(path, ".csv") || EndsWith(path, ".xlsx");
+}
+
+void WriteImportReport(const PriceImporter& importer, FileHelper& files, SpreadsheetApplication& spreadsheets,
+                       std::string_view path) {
+  if (EndsWith(path, ".xlsx")) {
+    WriteWorkbook(importer, spreadsheets, path);
+  } else {
+    WriteCsv(importer, files, path);
+  }
+}
+
+}  // namespace tolvan

@@ -1,0 +1,20 @@
+// What an import did, row by row, for labels to be reprinted and suppliers to be answered. The columns are described in
+// docs/importacion.md.
+#pragma once
+
+#include <string_view>
+
+#include "host/FileHelper.h"
+#include "import/PriceImporter.h"
+
+namespace tolvan {
+
+/// Whether a report can be written under a name: it ends in ".csv" or ".xlsx", in any casing.
+bool IsReportPath(std::string_view path);
+
+/// Writes the report of an import that was applied, whole or not at all. The rows that changed something come first,
+/// then those that were not processed. Throws HostError.
+void WriteImportReport(const PriceImporter& importer, FileHelper& files, SpreadsheetApplication& spreadsheets,
+                       std::string_view path);
+
+}  // namespace tolvan

@@ -1,0 +1,122 @@
+#include "import/MovilnetClassifier.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <unordered_map>
+
+#include "base/Text.h"
+#include "base/Windows1252.h"
+#include "import/Batch.h"
+#include "import/CellCleaning.h"
+#include "import/ItemQueries.h"
+
+namespace tolvan {
+namespace {
+
+/// Whether the row's item is asked for at all: not when the user removed the association.
+bool AsksForItem(const MovilnetRow& row) {
+  return !row.chosenItem || !row.chosenItem->empty();
+}
+
+}  // namespace
+
+std::string OriginFingerprint(const HashService& hashes, std::string_view brand, std::string_view description) {
+  const std::string joined = std::string(brand) + std::string(description);
+  return hashes.Md5(ToWindows1252(ToUpper(joined), '?'));
+}
+
+std::vector<MovilnetDecision> MovilnetClassifier::LookUp(std::span<const MovilnetRow> rows) const {
+  std::vector<MovilnetDecision> decisions(rows.size());
+  for (std::size_t begin = 0; begin < rows.size(); begin += rowsPerBatch) {
+    if (store_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "interrumpido");
+    const std::size_t count = std::min(rowsPerBatch, rows.size() - begin);
+    const std::span<MovilnetDecision> block = std::span(decisions).subspan(begin, count);
+    LookUpBlock(rows.subspan(begin, count), block);
+    LookUpCosts(block);
+  }
+  return decisions;
+}
+
+SqlStatement MovilnetClassifier::ItemStatement(const MovilnetRow& row, const MovilnetDecision& decision) const {
+  SqlStatement statement(
+      "SELECT I.idItem, I.Descripcion, P.Precio FROM Items AS I LEFT JOIN Precios AS P ON I.idItem = P.idItem AND "
+      "P.idUnidad = ");
+  statement.Text(defaultCode).Sql(" AND P.Fijo = ").Boolean(true);
+  if (row.chosenItem) return statement.Sql(" WHERE I.idItem = ").Text(*row.chosenItem);
+  return statement.Sql(" WHERE I.MD5OrigenImportar = ").Text(decision.fingerprint);
+}
+
+void MovilnetClassifier::LookUpBlock(std::span<const MovilnetRow> rows, std::span<MovilnetDecision> decisions) const {
+  std::vector<SqlStatement> statements;
+  statements.reserve(rows.size() * 2);
+  for (std::size_t index = 0; index < rows.size(); ++index) {
+    const MovilnetRow& row = rows[index];
+    decisions[index].fingerprint = OriginFingerprint(store_.hashes, row.brand, row.description);
+    if (AsksForItem(row)) statements.push_back(ItemStatement(row, decisions[index]));
+    statements.push_back(CodeExistsStatement(row.code));
+  }
+  const std::vector<BatchResult> results = RunWhole(store_.database, statements);
+  std::size_t next = 0;
+  for (std::size_t index = 0; index < rows.size(); ++index) {
+    const MovilnetRow& row = rows[index];
+    MovilnetDecision& decision = decisions[index];
+    if (AsksForItem(row)) {
+      const BatchResult& item = results[next++];
+      decision.lost = row.chosenItem && !FoundRows(item);
+      if (FoundRows(item)) Associate(row, *item.rows, decision);
+      if (decision.lost) decision.associated = *row.chosenItem;
+    }
+    decision.codeTaken = FoundRows(results[next++]);
+  }
+}
+
+void MovilnetClassifier::LookUpCosts(std::span<MovilnetDecision> decisions) const {
+  std::vector<SqlStatement> statements;
+  std::vector<MovilnetDecision*> asked;
+  for (MovilnetDecision& decision : decisions) {
+    if (decision.associated.empty()) continue;
+    SqlStatement& statement = statements.emplace_back("SELECT CostoActual FROM ItemsUnidadesInv WHERE idItem = ");
+    statement.Text(decision.associated).Sql(" AND idUnidad = ").Text(defaultCode);
+    statement.Sql(" AND Inv = ").Integer(store_.inventory);
+    asked.push_back(&decision);
+  }
+  const std::vector<BatchResult> costs = RunWhole(store_.database, statements);
+  for (std::size_t index = 0; index < costs.size(); ++index) {
+    if (FoundRows(costs[index])) asked[index]->currentCost = CurrencyOf(costs[index].rows->Value(std::size_t{0}));
+  }
+}
+
+void MovilnetClassifier::Associate(const MovilnetRow& row, const Recordset& item, MovilnetDecision& decision) const {
+  decision.associated = item.Text(0);
+  decision.itemDescription = item.Text(1);
+  const Currency net = CurrencyOf(item.Value(std::size_t{2})).value_or(Currency());
+  try {
+    decision.currentPrice = store_.generalRate.WithTax(net);
+    decision.difference = row.price.OrZero() - *decision.currentPrice;
+  } catch (const std::overflow_error&) {
+    throw HostError(HostErrorKind::InvalidValue,
+                    "el precio con impuestos del Item " + decision.associated + " es demasiado grande");
+  }
+}
+
+void MovilnetClassifier::Settle(std::span<const MovilnetRow> rows, std::span<MovilnetDecision> decisions) {
+  std::unordered_map<std::string_view, std::uint32_t> newCodes;
+  for (std::size_t index = 0; index < rows.size(); ++index) {
+    const MovilnetRow& row = rows[index];
+    MovilnetDecision& decision = decisions[index];
+    decision.reason = row.reason;
+    if (decision.lost) AppendSentence(decision.reason, "el Item " + decision.associated + " ya no está registrado");
+    const bool isNew = decision.associated.empty();
+    if (decision.reason.empty() && isNew) {
+      if (decision.codeTaken) {
+        decision.reason = "el código " + row.code + " ya está registrado en otro Item";
+      } else if (const auto [first, unused] = newCodes.emplace(row.code, row.sheetRow); !unused) {
+        decision.reason = "el código " + row.code + " se repite: ya está en la fila " + std::to_string(first->second);
+      }
+    }
+    decision.action = isNew ? RowAction::Create : RowAction::Update;
+    if (!decision.reason.empty()) decision.action = RowAction::None;
+  }
+}
+
+}  // namespace tolvan

@@ -1,0 +1,123 @@
+// What both price-list importers do alike: the way from the workbook through the review into one transaction. What is
+// particular to a list - its columns, how rows are classified, what is written - is in the classes made from this one.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+#include "host/HashService.h"
+#include "host/SpreadsheetApplication.h"
+#include "import/IClaseImportar.h"
+#include "import/ImportReview.h"
+#include "import/ItemWriter.h"
+#include "import/ReviewRow.h"
+#include "import/StoreTables.h"
+#include "services/ComponentContext.h"
+#include "services/TaxTable.h"
+
+namespace tolvan {
+
+/// What an importer works with beside the component's own services. All of it must outlive the importer.
+struct ImportTools {
+  SpreadsheetApplication& spreadsheets;
+  const HashService& hashes;
+  ImportReviewFactory review;
+};
+
+/// How an import went, for fronts that tell more than success.
+struct ImportOutcome {
+  bool applied = false;      ///< the rows were committed
+  std::string failure{};     ///< the text for a last step that failed, Spanish; empty when it did not
+  std::string cause{};       ///< what the failure came from, with the row where one is to blame; may be empty
+  bool shown = false;        ///< a box has shown `failure`
+  std::int32_t created = 0;  ///< counted when applied
+  std::int32_t updated = 0;
+  std::int32_t unprocessed = 0;
+};
+
+/// `failure` and `cause` on lines of their own (CR LF).
+std::string FailureText(const ImportOutcome& outcome);
+
+/// What applying has read before its transaction.
+struct ApplyTables {
+  DepartmentTable departments;
+  TaxTable taxes;
+  Rate foreignFactor;
+};
+
+class PriceImporter : public IClaseImportar, public ReviewLineSource {
+ public:
+  PriceImporter(const ComponentContext& context, ImportTools tools);
+
+  const std::string& RutaArchivo() const { return path_; }
+  void SetRutaArchivo(std::string path) { path_ = std::move(path); }
+
+  /// Reads and classifies the workbook, and shows the review. True when the review was shown and closed, whatever came
+  /// of it; Outcome tells.
+  bool Procesar(StatusWindow& callingWindow);
+
+  const ImportOutcome& Outcome() const { return outcome_; }
+
+  /// `number` is a row, from 1 to NumeroRenglones.
+  virtual ReviewRow RowAt(std::int32_t number) const = 0;
+
+  ReviewLine LineOf(std::int32_t row) const final;
+
+ protected:
+  const ComponentContext& Context() const { return *context_; }
+  const ImportTools& Tools() const { return tools_; }
+  DatabaseServices& Database() const { return context_->application.Database(); }
+  const Interruption& UserInterruption() const { return context_->services.UserInterruption(); }
+  bool IsRow(std::int32_t row) const { return row >= 1 && row <= NumeroRenglones(); }
+
+  /// A warning with an exclamation mark and the product's name.
+  void Warn(std::string_view text) const;
+
+  /// Tells the user why applying cannot begin, and keeps the text for Outcome.
+  void Refuse(std::string_view title, std::string_view text);
+
+  virtual std::uint32_t FirstDataRow() const = 0;
+  virtual void ForgetRows() = 0;
+
+  /// Takes a data row; false when it ends the data.
+  virtual bool TakeRow(const SheetRow& row) = 0;
+
+  /// Decides on all rows anew, keeping what the user chose. Throws HostError; then the former decisions stand.
+  virtual void Classify(const DepartmentTable& departments, const TaxTable& taxes) = 0;
+
+  /// Whether applying may begin; when not, the user has been told. Throws HostError.
+  virtual bool MayApply() { return true; }
+
+  virtual RowAction ActionOf(std::int32_t row) const = 0;
+  virtual ItemCreation CreationOf(std::int32_t number, const ApplyTables& tables) const = 0;
+  virtual ItemUpdate UpdateOf(std::int32_t number, const ApplyTables& tables) const = 0;
+
+  /// Whether the column "Libre" says so.
+  virtual bool ShowsFree(const ReviewRow& row) const { return row.codeFree; }
+
+ private:
+  bool IClaseImportar_Iniciar(StatusWindow& reviewWindow) final;
+  void IClaseImportar_PintarLV(ReviewList& list, std::int32_t row, int tab) final;
+
+  bool Read(StatusWindow& callingWindow);
+  bool ClassifyRead();
+  void Review();
+  bool Prepare(ApplyTables& tables);
+  void ClassifyAgain(const ApplyTables& tables);
+  bool Apply(StatusWindow& reviewWindow, const ApplyTables& tables);
+  void ApplyRows(StatusDisplay& status, const ApplyTables& tables);
+  void CountActions();
+  bool Fail(std::string_view text, const std::exception& cause);
+  bool FailSilently(const HostError& error);
+  std::string Explain(const std::exception& cause) const;
+  void TellRemoval();
+
+  const ComponentContext* context_;
+  ImportTools tools_;
+  std::string path_;
+  ImportOutcome outcome_;
+  bool removalTold_ = false;
+};
+
+}  // namespace tolvan

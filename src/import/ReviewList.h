@@ -1,0 +1,57 @@
+// The list of the review window as an importer fills it: line numbers only. The texts of a line are asked for when it
+// is shown, so that a list of any length is filled at once.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace tolvan {
+
+/// The columns in their order: Excel, Tolvan, Libre, Descripción, Costo, PVP, Dif, Acción.
+using ReviewLine = std::array<std::string, 8>;
+
+class ReviewLineSource {
+ public:
+  virtual ~ReviewLineSource() = default;
+
+  /// `row` is one of the rows of the list.
+  virtual ReviewLine LineOf(std::int32_t row) const = 0;
+};
+
+class ReviewList {
+ public:
+  virtual ~ReviewList() = default;
+
+  /// Between the two nothing is drawn.
+  virtual void LockUpdates() = 0;
+  virtual void UnlockUpdates() noexcept = 0;
+
+  /// Empties the list and takes the texts of what is added from `source`, which outlives its use here.
+  virtual void Clear(const ReviewLineSource& source) = 0;
+
+  /// Adds a line behind the others; rows are added in ascending order. Its key is KeyOf(row).
+  virtual void Add(std::int32_t row) = 0;
+
+  /// Shows a line's texts anew, or takes it away; nothing happens when it is not there.
+  virtual void Refresh(std::int32_t row) = 0;
+  virtual void Remove(std::int32_t row) = 0;
+  virtual bool Contains(std::int32_t row) const = 0;
+
+  /// "_" and the number, so that a key never begins with a digit.
+  static std::string KeyOf(std::int32_t row) { return "_" + std::to_string(row); }
+};
+
+/// Holds a list's updates while it lives.
+class ReviewListLock {
+ public:
+  explicit ReviewListLock(ReviewList& list) : list_(list) { list_.LockUpdates(); }
+  ~ReviewListLock() { list_.UnlockUpdates(); }
+  ReviewListLock(const ReviewListLock&) = delete;
+  ReviewListLock& operator=(const ReviewListLock&) = delete;
+
+ private:
+  ReviewList& list_;
+};
+
+}  // namespace tolvan

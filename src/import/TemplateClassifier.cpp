@@ -1,0 +1,171 @@
+#include "import/TemplateClassifier.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "import/AlternateUnitRule.h"
+#include "import/Batch.h"
+#include "import/CellCleaning.h"
+
+namespace tolvan {
+namespace {
+
+constexpr std::string_view codeTaken =
+    "el código ya está registrado en un Item sin unidad principal en este inventario";
+constexpr std::string_view unchanged = "sin cambios en costo ni PVP";
+constexpr std::string_view serials = "el Item requiere seriales: la unidad alterna no se toma en cuenta";
+
+/// A code that comes again is not processed again: the second row would meet what the first has written.
+void RefuseRepeated(std::span<const TemplateRow> rows, std::span<TemplateDecision> decisions) {
+  std::unordered_map<std::string_view, std::uint32_t> firstRows;
+  for (std::size_t index = 0; index < rows.size(); ++index) {
+    if (!decisions[index].looked) continue;
+    const auto [first, isNew] = firstRows.emplace(rows[index].code, rows[index].sheetRow);
+    if (!isNew) decisions[index].reason = "el código se repite: ya está en la fila " + std::to_string(first->second);
+  }
+}
+
+/// A row with a reason is not processed, whatever else was found out about it.
+void Settle(const TemplateRow& row, TemplateDecision& decision) {
+  if (!row.reason.empty()) decision.reason = row.reason;
+  if (!decision.reason.empty()) decision.action = RowAction::None;
+  if (decision.action != RowAction::Update) {
+    decision.associated.clear();
+    decision.databaseDescription.clear();
+  }
+  if (decision.action == RowAction::None && decision.reason.empty()) decision.reason = unchanged;
+}
+
+}  // namespace
+
+std::vector<TemplateDecision> TemplateClassifier::Classify(std::span<const TemplateRow> rows) const {
+  std::vector<TemplateDecision> decisions(rows.size());
+  for (std::size_t begin = 0; begin < rows.size(); begin += rowsPerBatch) {
+    if (store_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "interrumpido");
+    const std::size_t count = std::min(rowsPerBatch, rows.size() - begin);
+    ClassifyBlock(rows.subspan(begin, count), std::span(decisions).subspan(begin, count));
+  }
+  RefuseRepeated(rows, decisions);
+  for (std::size_t index = 0; index < rows.size(); ++index) Settle(rows[index], decisions[index]);
+  return decisions;
+}
+
+void TemplateClassifier::ClassifyBlock(std::span<const TemplateRow> rows, std::span<TemplateDecision> decisions) const {
+  std::vector<SqlStatement> statements;
+  statements.reserve(rows.size());
+  for (const TemplateRow& row : rows) {
+    if (!row.code.empty()) statements.push_back(ItemStatement(row.code, store_.inventory));
+  }
+  const std::vector<BatchResult> items = RunWhole(store_.database, statements);
+  std::vector<std::size_t> unknown;
+  std::vector<std::size_t> withUnits;
+  std::size_t next = 0;
+  for (std::size_t index = 0; index < rows.size(); ++index) {
+    TemplateDecision& decision = decisions[index];
+    decision.remarks = rows[index].remarks;
+    if (rows[index].code.empty()) continue;
+    decision.looked = true;
+    const BatchResult& item = items[next++];
+    decision.found = FoundRows(item);
+    if (!decision.found) {
+      unknown.push_back(index);
+    } else if (Compare(rows[index], *item.rows, decision)) {
+      withUnits.push_back(index);
+    }
+  }
+  if (!unknown.empty()) DecideNew(rows, decisions, unknown);
+  if (!withUnits.empty()) CheckUnits(rows, decisions, withUnits);
+}
+
+void TemplateClassifier::DecideNew(std::span<const TemplateRow> rows, std::span<TemplateDecision> decisions,
+                                   std::span<const std::size_t> unknown) const {
+  // Only these are asked whether their code is free: that of a row that was found is not.
+  std::vector<SqlStatement> statements;
+  statements.reserve(unknown.size());
+  for (const std::size_t index : unknown) statements.push_back(CodeExistsStatement(rows[index].code));
+  const std::vector<BatchResult> codes = RunWhole(store_.database, statements);
+  for (std::size_t place = 0; place < unknown.size(); ++place) {
+    TemplateDecision& decision = decisions[unknown[place]];
+    decision.codeFree = !FoundRows(codes[place]);
+    DecideNew(rows[unknown[place]], decision);
+  }
+}
+
+void TemplateClassifier::DecideNew(const TemplateRow& row, TemplateDecision& decision) const {
+  decision.action = RowAction::Create;
+  decision.rate = store_.taxes.GeneralRate();
+  decision.costChanged = true;
+  decision.priceChanged = row.price.Given();
+  if (appliesAlternateUnit_ && AlternateUnitRule::Named(row)) {
+    decision.unitUpdate = !store_.departments.RequiresSerials(row.department);
+    if (!decision.unitUpdate) AppendSentence(decision.remarks, serials);
+  }
+  decision.unitPrice = decision.unitUpdate;
+  decision.unitCost = decision.unitUpdate && row.alternateCost.Given();
+  if (!decision.codeFree) decision.reason = codeTaken;
+}
+
+bool TemplateClassifier::Compare(const TemplateRow& row, const Recordset& found, TemplateDecision& decision) const {
+  try {
+    const ItemRecord item = ItemRecord::Read(found, store_.taxes);
+    Compare(row, item, decision);
+    if (!appliesAlternateUnit_ || !AlternateUnitRule::Named(row)) return false;
+    if (!store_.departments.RequiresSerials(item.department)) return true;
+    AppendSentence(decision.remarks, serials);
+  } catch (const HostError& error) {
+    // One item with an impossible amount in the database is no cause to refuse the others.
+    if (error.Kind() != HostErrorKind::InvalidValue) throw;
+    decision.reason = error.what();
+  }
+  return false;
+}
+
+void TemplateClassifier::Compare(const TemplateRow& row, const ItemRecord& item, TemplateDecision& decision) {
+  decision.associated = item.code;
+  decision.databaseDescription = item.description;
+  decision.rate = item.rate;
+  decision.previousCost = item.cost;
+  decision.previousPrice = item.PriceWithTax();
+  decision.costChanged = row.cost.Given() && AmountInCell(*row.cost.value) != AmountInCell(item.cost);
+  if (decision.previousPrice && row.price.Given()) {
+    // A price with tax whose net price is the stored one is that price: the same list imported again must not change it
+    // by the ten-thousandth that rounding lost.
+    decision.priceChanged = AmountInCell(*row.price.value) != AmountInCell(*decision.previousPrice) &&
+                            item.rate.WithoutTax(*row.price.value) != *item.net;
+    if (decision.priceChanged) decision.difference = *row.price.value - *decision.previousPrice;
+  } else if (row.price.Given()) {
+    AppendSentence(decision.remarks, "el Item no tiene precio en la lista DEF: el PVP no se compara");
+  }
+  if (decision.costChanged || decision.priceChanged) decision.action = RowAction::Update;
+}
+
+void TemplateClassifier::CheckUnits(std::span<const TemplateRow> rows, std::span<TemplateDecision> decisions,
+                                    std::span<const std::size_t> asked) const {
+  std::vector<SqlStatement> statements;
+  for (const std::size_t index : asked) {
+    statements.push_back(PrincipalUnitStatement(decisions[index].associated));
+    statements.push_back(AlternateUnitRule::SerialsStatement(decisions[index].associated));
+  }
+  const std::vector<BatchResult> principals = RunWhole(store_.database, statements);
+  statements.clear();
+  for (std::size_t place = 0; place < asked.size(); ++place) {
+    const BatchResult& principal = principals[2 * place];
+    const std::string unit = FoundRows(principal) ? std::string(principal.rows->Text(0)) : std::string(defaultCode);
+    statements.push_back(AlternateUnitRule::UnitsStatement(decisions[asked[place]].associated, unit));
+  }
+  const std::vector<BatchResult> units = RunWhole(store_.database, statements);
+  for (std::size_t place = 0; place < asked.size(); ++place) {
+    const TemplateRow& row = rows[asked[place]];
+    TemplateDecision& decision = decisions[asked[place]];
+    if (FoundRows(principals[2 * place + 1])) {
+      AppendSentence(decision.remarks, serials);
+    } else if (AlternateUnitRule::Matches(row, *units[place].rows, decision.remarks)) {
+      decision.unitPrice = row.alternatePrice.Given();
+      decision.unitCost = row.alternateCost.Given();
+      decision.unitUpdate = decision.unitPrice || decision.unitCost;
+      if (decision.unitUpdate) decision.action = RowAction::Update;
+    }
+  }
+}
+
+}  // namespace tolvan

@@ -1,0 +1,102 @@
+#include "import/TemplateRow.h"
+
+#include <array>
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+#include "base/Text.h"
+#include "import/CellCleaning.h"
+
+namespace tolvan {
+namespace {
+
+namespace column {
+constexpr std::uint32_t code = 1;
+constexpr std::uint32_t description = 2;
+constexpr std::uint32_t brand = 3;
+constexpr std::uint32_t department = 4;
+constexpr std::uint32_t cost = 5;
+constexpr std::uint32_t price = 6;
+constexpr std::uint32_t unitCode = 8;
+constexpr std::uint32_t multiplier = 9;
+constexpr std::uint32_t alternatePrice = 10;
+constexpr std::uint32_t alternateCost = 11;
+constexpr std::uint32_t foreignCost = 13;
+}  // namespace column
+
+struct TextColumn {
+  std::uint32_t number;
+  std::string_view name;
+};
+
+constexpr std::array<TextColumn, 5> textColumns{{{column::code, "el código"},
+                                                 {column::description, "la descripción"},
+                                                 {column::brand, "la marca"},
+                                                 {column::department, "el departamento"},
+                                                 {column::unitCode, "la unidad"}}};
+
+/// An error such as #N/A stands for a text that nobody knows; a default in its place would be a guess.
+void RefuseErrors(const SheetRow& row, std::string& reason) {
+  for (const TextColumn& text : textColumns) {
+    const SheetCell& cell = row.At(text.number);
+    if (cell.kind != CellKind::Error) continue;
+    AppendSentence(reason, std::string(text.name) + " es un error de la hoja (" + std::string(cell.text) + ")");
+  }
+}
+
+std::string Code(const SheetCell& cell, std::size_t length) {
+  return cell.kind == CellKind::Error ? std::string() : CleanCode(cell.AsText(), length);
+}
+
+std::string CodeOrDefault(const SheetCell& cell) {
+  std::string code = Code(cell, shortCodeLength);
+  return code.empty() ? std::string(defaultCode) : code;
+}
+
+std::string Description(const SheetCell& cell, const std::string& code) {
+  if (cell.kind == CellKind::Error) return code;
+  std::string description = CleanDescription(cell.AsText(), descriptionLength);
+  return description.empty() ? code : description;
+}
+
+/// A whole number, a tie going to the even one; 0 when the cell is not numeric.
+std::int32_t WholeNumber(const SheetCell& cell, std::string& reason) {
+  if (cell.kind != CellKind::Number) return 0;
+  const double whole = std::nearbyint(cell.number);
+  constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
+  if (std::fabs(whole) <= static_cast<double>(largest)) return static_cast<std::int32_t>(whole);
+  AppendSentence(reason, "el multiplicador de la unidad es demasiado grande");
+  return 0;
+}
+
+}  // namespace
+
+bool EndsTemplateData(const SheetRow& row) {
+  const SheetCell& cell = row.At(column::code);
+  return cell.kind == CellKind::Empty || (cell.kind == CellKind::Text && cell.text.empty());
+}
+
+TemplateRow ReadTemplateRow(const SheetRow& row) {
+  TemplateRow read;
+  read.sheetRow = row.number;
+  RefuseErrors(row, read.reason);
+  read.code = Code(row.At(column::code), itemCodeLength);
+  if (read.code.empty() && read.reason.empty()) read.reason = "el código queda vacío al quitarle los espacios";
+  read.description = Description(row.At(column::description), read.code);
+  read.brand = CodeOrDefault(row.At(column::brand));
+  read.department = CodeOrDefault(row.At(column::department));
+  const auto amount = [&](std::uint32_t number, std::string_view name) {
+    return ReadAmount(row.At(number), name, read.remarks, read.reason);
+  };
+  read.cost = amount(column::cost, "el costo");
+  read.price = amount(column::price, "el PVP");
+  read.unitCode = Code(row.At(column::unitCode), shortCodeLength);
+  read.multiplier = WholeNumber(row.At(column::multiplier), read.reason);
+  read.alternatePrice = amount(column::alternatePrice, "el PVP de la unidad alterna");
+  read.alternateCost = amount(column::alternateCost, "el costo de la unidad alterna");
+  read.foreignCost = amount(column::foreignCost, "el costo en moneda extranjera");
+  return read;
+}
+
+}  // namespace tolvan

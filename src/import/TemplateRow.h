@@ -1,0 +1,36 @@
+// One data row of a workbook in the product's own template, cleaned.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "host/SheetRow.h"
+#include "import/AmountCell.h"
+
+namespace tolvan {
+
+struct TemplateRow {
+  std::uint32_t sheetRow = 0;  ///< in the worksheet, from 5
+  std::string code{};          ///< at most 14 characters; empty only when `reason` is not
+  std::string description{};
+  std::string brand{};
+  std::string department{};
+  GivenAmount cost{};
+  GivenAmount price{};  ///< tax included
+  std::string unitCode{};
+  std::int32_t multiplier = 0;
+  GivenAmount alternatePrice{};  ///< column 10, tax included
+  GivenAmount alternateCost{};   ///< column 11
+  GivenAmount foreignCost{};     ///< column 13: the cost in foreign currency
+  std::string reason{};          ///< why it cannot be processed, Spanish; empty when it can
+  std::string remarks{};         ///< cells that were not taken into account, Spanish; may be empty
+};
+
+inline constexpr std::uint32_t firstTemplateRow = 5;
+
+/// Whether the row ends the data: its first column is empty or an empty text. Blanks alone do not end it.
+bool EndsTemplateData(const SheetRow& row);
+
+TemplateRow ReadTemplateRow(const SheetRow& row);
+
+}  // namespace tolvan

@@ -1,0 +1,38 @@
+// What the review window shows, seen from its logic. A view only shows and forwards; it decides nothing.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/SqlStatement.h"
+#include "host/StatusDisplay.h"
+#include "import/ReviewList.h"
+
+namespace tolvan {
+
+class StatusImportarView : public StatusWindow {
+ public:
+  virtual ReviewList& lvStatus() = 0;
+
+  /// The explanation of the current tab, lbExp.
+  virtual void SetExplanation(std::string_view text) = 0;
+
+  /// One of the summary lines lCant; `index` is 0 to 2.
+  virtual void SetSummary(int index, std::string_view text) = 0;
+
+  /// Enables or disables bAceptar.
+  virtual void EnableAccept(bool enabled) = 0;
+
+  /// Pops mnuRenglon up at the mouse with its three entries enabled or not.
+  virtual void PopUpMenu(bool associate, bool dissociate, bool setCode) = 0;
+
+  /// The host's search over the items of a query that selects idItem. Nothing when the user cancels.
+  virtual std::optional<std::string> PickItem(const SqlStatement& items) = 0;
+
+  /// Returns when Close was called.
+  virtual void ShowModal() = 0;
+  virtual void Close() = 0;
+};
+
+}  // namespace tolvan

@@ -1,0 +1,145 @@
+#include "ui/frmStatusImportar.h"
+
+#include <array>
+#include <string>
+
+#include "import/CellCleaning.h"
+#include "import/ItemQueries.h"
+#include "services/ApplicationError.h"
+#include "services/ResourceTexts.h"
+
+namespace tolvan {
+namespace {
+
+constexpr int rightButton = 2;
+constexpr std::array<std::int32_t, 3> explanations{text_id::newItemsExplanation, text_id::updatedItemsExplanation,
+                                                   text_id::unprocessedExplanation};
+constexpr std::string_view codeTitle = "Nuevo Código";
+constexpr std::string_view codePrompt = "Establezca el código del nuevo Item (12 Caracteres Max, Sin Espacios)";
+
+/// "3 renglones nuevos o sin asociar."
+std::string SummaryLine(std::int32_t count, std::string_view adjective, std::string_view rest) {
+  std::string line = std::to_string(count) + (count == 1 ? " renglon" : " renglones");
+  line.append(adjective);
+  if (count != 1 && !adjective.empty()) line += 's';
+  return line.append(rest);
+}
+
+}  // namespace
+
+void frmStatusImportar::RefrescarSumario() {
+  view_->SetSummary(0, SummaryLine(importer_->NumeroRenglones(), "", " en total."));
+  view_->SetSummary(1, SummaryLine(importer_->NumeroNuevos(), " nuevo", " o sin asociar."));
+  view_->SetSummary(2, SummaryLine(importer_->NumeroAsociados(), " previamente asociado", "."));
+}
+
+void frmStatusImportar::ShowModal() {
+  view_->SetExplanation(ResourceText(explanations.front()));
+  view_->EnableAccept(false);
+  view_->ShowModal();
+}
+
+void frmStatusImportar::tabFiltro_Click(int tab) {
+  tab_ = tab;
+  importer_->PintarLV(view_->lvStatus(), 0, tab);
+  view_->SetExplanation(ResourceText(explanations.at(static_cast<std::size_t>(tab) - 1)));
+}
+
+void frmStatusImportar::lvStatus_MouseUp(int button, std::int32_t row) {
+  if (button != rightButton || row <= 0) return;
+  bool associate = false;
+  bool dissociate = false;
+  bool setCode = false;
+  importer_->DeterminarAtributosMenu(row, associate, dissociate, setCode);
+  view_->PopUpMenu(associate, dissociate, setCode);
+}
+
+bool frmStatusImportar::mnuRenglonR_Click(int entry, std::int32_t row) {
+  if (row <= 0 || applying_) return false;
+  std::array<bool, 3> enabled{};
+  importer_->DeterminarAtributosMenu(row, enabled[0], enabled[1], enabled[2]);
+  if (entry < 0 || entry > 2 || !enabled.at(static_cast<std::size_t>(entry))) return false;
+  if (entry == 0) return AsociarConBusqueda(row);
+  if (entry == 1) return Repaint(row, importer_->AsignarItem(row, ""));
+  return AsksForCode(row);
+}
+
+bool frmStatusImportar::AsociarConBusqueda(std::int32_t row) {
+  SqlStatement items("SELECT idItem FROM Items WHERE Oculto = ");
+  const std::optional<std::string> item = view_->PickItem(items.Boolean(false));
+  if (!item || item->empty()) return false;
+  return Repaint(row, importer_->AsignarItem(row, *item));
+}
+
+bool frmStatusImportar::AsksForCode(std::int32_t row) {
+  const std::optional<std::string> answer = context_->UserDialogs().AskText(codeTitle, codePrompt, "");
+  return answer && EstablecerCodigo(row, *answer);
+}
+
+bool frmStatusImportar::EstablecerCodigo(std::int32_t row, std::string_view answer) {
+  const std::string code = CleanCode(answer, shortCodeLength);
+  if (code.empty()) return false;
+  Dialogs& dialogs = context_->UserDialogs();
+  const std::string product = context_->application.ProductName();
+  try {
+    if (!context_->application.Database().OpenRecordset(CodeExistsStatement(code))->AtEnd()) {
+      dialogs.ShowMessage(MessageIcon::Exclamation, product,
+                          "Este código " + code + " ya está registrado en la base de datos.");
+      return false;
+    }
+  } catch (const HostError& error) {
+    dialogs.ShowMessage(MessageIcon::Exclamation, product, TextForPeople(error));
+    return false;
+  }
+  return Repaint(row, importer_->AsignarNuevoItem(row, code));
+}
+
+bool frmStatusImportar::Repaint(std::int32_t row, bool changed) {
+  if (!changed) return false;
+  importer_->PintarLV(view_->lvStatus(), row, tab_);
+  RefrescarSumario();
+  return true;
+}
+
+bool frmStatusImportar::bAceptar_Click() {
+  // Applying lets window events through; a second click must not begin a second import.
+  if (applying_) return false;
+  applying_ = true;
+  const bool applied = importer_->Iniciar(*view_);
+  applying_ = false;
+  if (!applied) {
+    // The rows were classified again: the window shows what holds now.
+    tabFiltro_Click(tab_);
+    RefrescarSumario();
+    return false;
+  }
+  ForgetFile();
+  view_->Close();
+  return true;
+}
+
+void frmStatusImportar::bCancelar_Click() {
+  if (!applying_) view_->Close();
+}
+
+bool frmStatusImportar::QueryUnload() {
+  bCancelar_Click();
+  return false;
+}
+
+void frmStatusImportar::ForgetFile() {
+  std::string detail;
+  try {
+    context_->settings.SetText(Setting::RutaUltimoArchivo, "");
+    context_->settings.Save();
+    return;
+  } catch (const ApplicationError&) {
+    // the text that follows says it all
+  } catch (const HostError& error) {
+    detail = "\r\n" + TextForPeople(error);
+  }
+  const std::string text = std::string(ResourceText(text_id::cannotSaveSettings)) + detail;
+  context_->UserDialogs().ShowMessage(MessageIcon::Exclamation, context_->application.ProductName(), text);
+}
+
+}  // namespace tolvan

@@ -1,0 +1,63 @@
+// The review window without its toolkit: the rows of an import on three tabs, the menu that corrects single rows, and
+// the decision to go on or not. It knows the importer only through IClaseImportar.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "import/ImportReview.h"
+#include "services/ComponentContext.h"
+#include "ui/StatusImportarView.h"
+
+namespace tolvan {
+
+class frmStatusImportar final : public ImportReview {
+ public:
+  static constexpr std::string_view caption = "Resultados Lectura Archivo";
+
+  /// Both must outlive the window.
+  frmStatusImportar(const ComponentContext& context, StatusImportarView& view) : context_(&context), view_(&view) {}
+
+  void SetClase(IClaseImportar& importer) override { importer_ = &importer; }
+  void RefrescarSumario() override;
+  ReviewList& lvStatus() override { return view_->lvStatus(); }
+
+  /// Shows tab 1's explanation, accept disabled, and returns when the window is closed.
+  void ShowModal() override;
+
+  /// `tab` is 1 to 3.
+  void tabFiltro_Click(int tab);
+
+  /// A released mouse button over the list; `row` is the selected line's, 0 when none is selected. Only the right
+  /// button (2) does anything.
+  void lvStatus_MouseUp(int button, std::int32_t row);
+
+  /// An entry of the row menu (0 to 2), for a row that must be selected (above 0). Whether it changed the row.
+  bool mnuRenglonR_Click(int entry, std::int32_t row);
+
+  /// The third entry with the code already asked for.
+  bool EstablecerCodigo(std::int32_t row, std::string_view answer);
+
+  void Check1_Click(bool checked) { view_->EnableAccept(checked); }
+
+  /// Applies the import; the window stays open when that fails. True when it was applied.
+  bool bAceptar_Click();
+  void bCancelar_Click();
+
+  /// The close box: always refused, and treated as cancel. False.
+  bool QueryUnload();
+
+ private:
+  bool AsksForCode(std::int32_t row);
+  bool AsociarConBusqueda(std::int32_t row);
+  bool Repaint(std::int32_t row, bool changed);
+  void ForgetFile();
+
+  const ComponentContext* context_;
+  StatusImportarView* view_;
+  IClaseImportar* importer_ = nullptr;
+  int tab_ = 1;
+  bool applying_ = false;
+};
+
+}  // namespace tolvan

@@ -1,0 +1,177 @@
+// An import that fails, at whatever point and for whatever cause: the message, and a database as it was.
+#include <sqlite3.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <random>
+
+#include "import/StoreFixture.h"
+#include "import/clsIE_PreciosExcel.h"
+
+namespace tolvan {
+namespace {
+
+constexpr const char* notFinished = "La operación no pudo concluirse";
+
+class ImportFailure : public test::StoreTest {
+ protected:
+  void FillSheet(int count) {
+    for (int row = 0; row < count; ++row) {
+      const std::string code = "N" + std::to_string(row);
+      sheets.rows.push_back({code, "articulo", "M" + std::to_string(row % 20), "", 10.0, 11.8});
+    }
+    sheets.rows.push_back({"EXENTO", "x", "", "", 9.0, 25.0});
+  }
+
+  /// Applies at once, and tells how it ended.
+  ImportOutcome Import(const std::function<void()>& beforeApplying = [] {}) {
+    auto importer = MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar& shown) {
+      beforeApplying();
+      EXPECT_EQ(shown.Iniciar(status), importerOf(shown).Outcome().applied);
+    });
+    importer.Procesar(status);
+    return importer.Outcome();
+  }
+  static PriceImporter& importerOf(IClaseImportar& shown) { return dynamic_cast<PriceImporter&>(shown); }
+
+  void ExpectNotFinished(const ImportOutcome& outcome, const std::string& before, const std::string& cause) {
+    EXPECT_FALSE(outcome.applied);
+    EXPECT_EQ(outcome.failure, notFinished);
+    EXPECT_NE(outcome.cause.find(cause), std::string::npos) << outcome.cause;
+    EXPECT_EQ(host.services.dialogs.boxes.back(),
+              (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", notFinished}));
+    EXPECT_EQ(Dump(), before);
+    EXPECT_EQ(Query("PRAGMA integrity_check"), "ok");
+  }
+};
+
+TEST_F(ImportFailure, InTheLastOfTenThousandRowsLeavesNothing) {
+  FillSheet(9'999);
+  real->Execute(
+      SqlStatement("CREATE TRIGGER falla BEFORE UPDATE ON Precios WHEN NEW.idItem = 'EXENTO' BEGIN SELECT "
+                   "RAISE(ABORT, 'precio bloqueado'); END"));
+  const std::string before = Dump();
+  ExpectNotFinished(Import(), before, "Fila 10004 del libro, código EXENTO: ");
+}
+
+TEST_F(ImportFailure, OfTheDatabaseLeavesNothing) {
+  FillSheet(500);
+  const std::string before = Dump();
+  // Another program holds the write lock.
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(path.c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+  ExpectNotFinished(Import(), before, "");
+  sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+  sqlite3_close(other);
+  // No room for the pages that are needed.
+  Query("PRAGMA max_page_count = 45");
+  ExpectNotFinished(Import(), before, "");
+  Query("PRAGMA max_page_count = 1000000");
+  // Another import was quicker: the rows that the review saw as new are there.
+  std::string quicker;
+  ExpectNotFinished(Import([&] {
+                      Run("CREATE TABLE Espera (x); INSERT INTO Espera VALUES (1)");
+                      real->Execute(
+                          SqlStatement("CREATE TRIGGER otro AFTER INSERT ON Marcas WHEN NEW.idMarca = 'M0' "
+                                       "BEGIN INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES "
+                                       "('N7', 'DEF', 'DEF'); END"));
+                      quicker = Dump();
+                    }),
+                    before, "código N7");
+  real->Execute(SqlStatement("DROP TRIGGER otro"));
+  database->beginFailure = HostError(HostErrorKind::Busy, "ocupada");
+  ExpectNotFinished(Import(), before, "ocupada");
+  database->beginFailure.reset();
+  EXPECT_TRUE(Import().applied);  // nothing of all that stands in the way
+}
+
+TEST_F(ImportFailure, ByInterruptionIsAFailedStep) {
+  FillSheet(300);
+  const std::string before = Dump();
+  ExpectNotFinished(Import([&] { host.services.interruption.requested = true; }), before, "");
+  const std::size_t boxes = host.services.dialogs.boxes.size();
+  EXPECT_FALSE(Import().applied);  // already while reading: no review, no box
+  EXPECT_EQ(host.services.dialogs.boxes.size(), boxes);
+}
+
+TEST_F(ImportFailure, OfTheWorkbookShowsNoReview) {
+  struct Case {
+    std::optional<HostError> start;
+    std::optional<HostError> read;
+    const char* text;
+  };
+  const std::vector<Case> cases{
+      {HostError(HostErrorKind::Unreachable, "no instalado"), std::nullopt,
+       "Error al conectar con Microsoft Excel, verifique que Excel está instalado en su sistema"},
+      {std::nullopt, HostError(HostErrorKind::Damaged, "cambió mientras se leía"),
+       "El archivo tiene el formato incorrecto o bien está dañado"},
+      {std::nullopt, HostError(HostErrorKind::Unreachable, "borrado"),
+       "El archivo tiene el formato incorrecto o bien está dañado"}};
+  FillSheet(10);
+  for (const Case& each : cases) {
+    sheets.startFailure = each.start;
+    sheets.readFailure = each.read;
+    bool reviewed = false;
+    auto importer = MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar&) { reviewed = true; });
+    EXPECT_FALSE(importer.Procesar(status));
+    EXPECT_FALSE(reviewed);
+    EXPECT_EQ(host.services.dialogs.boxes.back(),
+              (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", each.text}));
+    EXPECT_EQ(importer.NumeroRenglones(), 0);
+  }
+}
+
+TEST_F(ImportFailure, BeforeTheTransactionIsSilent) {
+  FillSheet(10);
+  Run("DELETE FROM Monedas WHERE MonedaExtranjera = 1");
+  const std::string before = Dump();
+  const ImportOutcome outcome = Import();
+  EXPECT_FALSE(outcome.applied);
+  EXPECT_TRUE(host.services.dialogs.boxes.empty());
+  EXPECT_NE(outcome.failure.find("moneda extranjera"), std::string::npos);
+  EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(ImportFailure, ByAKillIsAllOrNothing) {
+  FillSheet(3'000);
+  const std::string before = Dump();
+  real.reset();
+  const std::string copy = folder.File("copia.db");
+  std::mt19937 random(7);
+  int whole = 0;
+  for (int attempt = 0; attempt < 50; ++attempt) {
+    std::filesystem::remove(copy + "-wal");
+    std::filesystem::remove(copy + "-shm");
+    std::filesystem::copy_file(path, copy, std::filesystem::copy_options::overwrite_existing);
+    const pid_t child = fork();
+    if (child == 0) {
+      real = std::make_unique<SqliteDatabaseServices>(SqliteOptions{.path = copy});
+      database = std::make_unique<test::CountingDatabase>(*real);
+      host.application.database = database.get();
+      _exit(Import().applied ? 0 : 1);
+    }
+    ASSERT_GT(child, 0);
+    usleep(static_cast<useconds_t>(random() % 250'000));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    real = std::make_unique<SqliteDatabaseServices>(SqliteOptions{.path = copy});
+    EXPECT_EQ(Query("PRAGMA integrity_check"), "ok");
+    const std::string items = Query("SELECT count(*) FROM Items WHERE idItem GLOB 'N[0-9]*'");
+    if (items == "0") {
+      EXPECT_EQ(Dump(), before);
+    } else {
+      EXPECT_EQ(items, "3000");
+      EXPECT_EQ(Query("SELECT count(*) FROM Precios WHERE idItem GLOB 'N[0-9]*'"), "6000");
+      EXPECT_EQ(Query("SELECT Precio FROM Precios WHERE idItem = 'EXENTO' ORDER BY Inv"), "25|25");
+      ++whole;
+    }
+    real.reset();
+  }
+  RecordProperty("whole", whole);
+}
+
+}  // namespace
+}  // namespace tolvan

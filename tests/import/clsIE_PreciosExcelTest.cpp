@@ -1,0 +1,213 @@
+#include "import/clsIE_PreciosExcel.h"
+
+#include "import/StoreFixture.h"
+
+namespace tolvan {
+namespace {
+
+using test::Given;
+using test::none;
+
+class PreciosExcel : public test::StoreTest {
+ protected:
+  /// Reads, reviews and, when `apply`, applies; the rows as they were decided.
+  std::vector<ReviewRow> Import(bool apply = true) {
+    applied = false;
+    auto importer = MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar& shown) {
+      if (apply) applied = shown.Iniciar(status);
+    });
+    processed = importer.Procesar(status);
+    outcome = importer.Outcome();
+    numbers = {importer.NumeroRenglones(), importer.NumeroNuevos(), importer.NumeroAsociados()};
+    std::vector<ReviewRow> rows;
+    for (std::int32_t row = 1; row <= importer.NumeroRenglones(); ++row) rows.push_back(importer.RowAt(row));
+    return rows;
+  }
+
+  std::vector<std::int32_t> numbers;
+  bool processed = false;
+  bool applied = false;
+  ImportOutcome outcome;
+};
+
+TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
+  const Given error(CellKind::Error, "#N/A");
+  const Given date(CellKind::Date);
+  struct Case {
+    test::GivenRow row;
+    RowAction action;
+    bool free;
+    const char* difference;
+    const char* reason;
+    const char* remarks;
+  };
+  const std::vector<Case> cases{
+      {{"nuevo 1", "tv  led", "", "", 10.5, 15.0}, RowAction::Create, true, "0.0000", "", ""},
+      {{"viejo", "x", "ACME", "DEF", 10.0, 118.0}, RowAction::None, false, "0.0000", "sin cambios en costo ni PVP", ""},
+      {{"exento", "x", "ACME", "DEF", 7.5, 21.25}, RowAction::Update, false, "1.2500", "", ""},
+      {{"sinprincipal", "x", "", "", 1.0, 1.0},
+       RowAction::None,
+       false,
+       "0.0000",
+       "el código ya está registrado en un Item sin unidad principal en este inventario",
+       ""},
+      {{"NUEVO1", "otra vez", "", "", 9.0, 9.0},
+       RowAction::None,
+       true,
+       "0.0000",
+       "el código se repite: ya está en la fila 5",
+       ""},
+      {{error, "x", "", "", 1.0, 1.0}, RowAction::None, false, "0.0000", "el código es un error de la hoja (#N/A)", ""},
+      {{"  ", "x"}, RowAction::None, false, "0.0000", "el código queda vacío al quitarle los espacios", ""},
+      {{"n2", "x", "", "", 1e300, 1.0},
+       RowAction::None,
+       true,
+       "0.0000",
+       "el costo es demasiado grande para un importe",
+       ""},
+      {{"n3", "x", "", "", 1.0, -2.5}, RowAction::None, true, "0.0000", "el PVP es negativo (-2.5)", ""},
+      {{"n4", "x", "", "", "gratis", date},
+       RowAction::Create,
+       true,
+       "0.0000",
+       "",
+       "el costo no es un número (gratis) y no se toma en cuenta; el PVP no es un número (0) y no se toma en cuenta"},
+      {{1234567890123.0, "numero"}, RowAction::Create, true, "0.0000", "", ""},
+  };
+  for (const Case& each : cases) sheets.rows.push_back(each.row);
+  sheets.rows.push_back({});
+  sheets.rows.push_back({"DESPUES", "de un hueco no se lee"});
+  const std::vector<ReviewRow> rows = Import(false);
+  ASSERT_EQ(rows.size(), cases.size());
+  for (std::size_t index = 0; index < cases.size(); ++index) {
+    EXPECT_EQ(rows[index].action, cases[index].action) << rows[index].code;
+    EXPECT_EQ(rows[index].codeFree, cases[index].free) << rows[index].code;
+    EXPECT_EQ(rows[index].difference.ToText(), cases[index].difference) << rows[index].code;
+    EXPECT_EQ(rows[index].reason, cases[index].reason) << rows[index].code;
+    EXPECT_EQ(rows[index].remarks, cases[index].remarks) << rows[index].code;
+  }
+  EXPECT_EQ(rows[0].description, "TV LED");
+  EXPECT_EQ(rows[0].brand + rows[0].department, "DEFDEF");
+  EXPECT_EQ(rows[10].code, "1234567890123");
+  EXPECT_EQ(numbers, (std::vector<std::int32_t>{11, 7, 1}));
+  EXPECT_EQ(status.texts.front(), "Analizando fila 5");
+}
+
+TEST_F(PreciosExcel, CreatesItemsWholeAndKeepsFormerValues) {
+  sheets.rows = {{"nuevo", "articulo", "OTRA", "SERIAL", 100.0, 118.0, none, "caja", 6.0, 708.0, 600.0},
+                 {"SUELTO", "suelto", "ACME", "TIENDA", 20.0, 23.6, none, "caja", 6.0, 118.0, 100.0, none, 3.0},
+                 {"VIEJO", "x", "ACME", "DEF", 12.0, 236.0, none, "caja", 12.0, 1180.0, 120.0},
+                 {"EXENTO", "x", "ACME", "DEF", 7.5, 30.0}};
+  Import();
+  ASSERT_TRUE(applied) << outcome.failure << outcome.cause;
+  EXPECT_EQ(Query("SELECT * FROM Marcas WHERE idMarca = 'OTRA'"), "OTRA,OTRA");
+  EXPECT_EQ(Query("SELECT idDepartamento, Descripcion FROM Departamentos WHERE idDepartamento = 'TIENDA'"),
+            "TIENDA,TIENDA");
+  EXPECT_EQ(Query("SELECT * FROM Items WHERE idItem IN ('NUEVO', 'SUELTO') ORDER BY 1"),
+            "NUEVO,ARTICULO,OTRA,SERIAL,1,False,False,True,0,True,NULL|"
+            "SUELTO,SUELTO,ACME,TIENDA,1,False,False,True,0,False,NULL");
+  // A department with serial numbers takes no alternate unit.
+  EXPECT_EQ(Query("SELECT * FROM ItemsUnidades WHERE idItem IN ('NUEVO', 'SUELTO') ORDER BY 1, 2"),
+            "NUEVO,DEF,True,1,False|SUELTO,CAJA,False,6,True|SUELTO,DEF,True,1,False");
+  EXPECT_EQ(Query("SELECT * FROM ItemsUnidadesInv WHERE idItem IN ('NUEVO', 'SUELTO') ORDER BY 1, 2, 3"),
+            "NUEVO,DEF,0,100,0,2,0|NUEVO,DEF,1,100,0,2,0|SUELTO,CAJA,0,100,0,2,0|SUELTO,CAJA,1,100,0,2,0|"
+            "SUELTO,DEF,0,20,0,3,0|SUELTO,DEF,1,20,0,3,0");
+  EXPECT_EQ(Query("SELECT * FROM Precios WHERE idItem IN ('NUEVO', 'SUELTO') ORDER BY 1, 2, 4"),
+            "NUEVO,DEF,DEF,0,100,NULL,False|NUEVO,DEF,DEF,1,100,NULL,False|SUELTO,CAJA,DEF,0,100,NULL,False|"
+            "SUELTO,CAJA,DEF,1,100,NULL,False|SUELTO,DEF,DEF,0,20,NULL,False|SUELTO,DEF,DEF,1,20,NULL,False");
+  EXPECT_EQ(Query("SELECT * FROM ItemsUnidadesInv WHERE idItem IN ('VIEJO', 'EXENTO') ORDER BY 1, 2, 3"),
+            "EXENTO,DEF,0,7.5,0,0.15,0|VIEJO,CAJA,0,120,0,2.4,0|VIEJO,CAJA,1,120,0,2.4,0|VIEJO,UND,0,12,10,0.24,0.2|"
+            "VIEJO,UND,1,12,10,0.24,0.2");
+  EXPECT_EQ(Query("SELECT * FROM Precios WHERE idItem IN ('VIEJO', 'EXENTO') ORDER BY 1, 2, 4"),
+            "EXENTO,DEF,DEF,0,30,20,False|EXENTO,DEF,DEF,1,30,NULL,False|VIEJO,CAJA,DEF,0,1000,NULL,False|"
+            "VIEJO,CAJA,DEF,1,1000,NULL,False|VIEJO,UND,DEF,0,200,100,False|VIEJO,UND,DEF,1,200,NULL,False");
+  const test::FakeDialogs::Box summary{
+      MessageIcon::Information, "Tolvan",
+      "Operación realizada con éxito: \r\n\r\nNuevos Items: 2\r\nPrecios Actualizados: "
+      "2\r\nRenglones no procesados: 0"};
+  EXPECT_EQ(host.services.dialogs.boxes, std::vector{summary});
+  EXPECT_EQ(status.range, 4);
+  EXPECT_EQ(status.advanced, 4);
+}
+
+TEST_F(PreciosExcel, AppliesTheAlternateUnitOnlyWhereItIsTheItemsOwn) {
+  struct Case {
+    test::GivenRow unit;
+    RowAction action;
+    const char* remarks;
+  };
+  const std::vector<Case> cases{
+      {{"caja", 12.0, 1180.0}, RowAction::Update, ""},
+      {{"caja", 12.0}, RowAction::None, ""},
+      {{"caja", 1.0, 1180.0}, RowAction::None, ""},
+      {{"def", 12.0, 1180.0}, RowAction::None, ""},
+      {{"caja", 24.0, 1180.0}, RowAction::None, "la unidad CAJA del Item es de 12 y no de 24: no se toma en cuenta"},
+      {{"saco", 12.0, 1180.0}, RowAction::None, "el Item no tiene la unidad SACO: no se toma en cuenta"},
+      {{"und", 12.0, 1180.0}, RowAction::None, "el Item no tiene la unidad UND: no se toma en cuenta"},
+  };
+  for (const Case& each : cases) {
+    test::GivenRow row{"VIEJO", "x", "", "", 10.0, 118.0, none};
+    row.insert(row.end(), each.unit.begin(), each.unit.end());
+    sheets.rows = {row};
+    const ReviewRow decided = Import(false).front();
+    EXPECT_EQ(decided.action, each.action) << each.remarks;
+    EXPECT_EQ(decided.remarks, each.remarks);
+  }
+  Run("UPDATE Items SET RequiereSeriales = 1 WHERE idItem = 'VIEJO'");
+  sheets.rows = {{"VIEJO", "x", "", "", 10.0, 118.0, none, "caja", 12.0, 1180.0}};
+  EXPECT_EQ(Import(false).front().action, RowAction::None);
+}
+
+TEST_F(PreciosExcel, PaintsTabsAndHasNoAssociation) {
+  sheets.rows = {{"A", "nuevo", "", "", 1234.5, 10.0}, {"EXENTO", "x", "", "", 7.5, 21.25}, {"VIEJO", "x"}};
+  auto importer = MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar& shown) {
+    EXPECT_EQ(list.Lines(), 1U);  // the first tab
+    EXPECT_EQ(list.TextsOf(0), (ReviewLine{"A", "", "Sí", "NUEVO", "1,234.50", "10.00", " ", "Agregar"}));
+    shown.PintarLV(list, 0, 2);
+    ASSERT_EQ(list.Lines(), 1U);
+    EXPECT_EQ(list.TextsOf(0), (ReviewLine{"EXENTO", "EXENTO", " ", "X", " ", "21.25", "1.25", "Actualizar"}));
+    shown.PintarLV(list, 0, 3);
+    EXPECT_EQ(list.RowOfLine(0), 3);
+    const std::vector<std::vector<bool>> expected{
+        {false, false, false}, {true, false, true}, {false, true, false}, {true, false, false}, {false, false, false}};
+    for (std::int32_t row = 0; row <= 4; ++row) {
+      bool a = true;
+      bool b = true;
+      bool c = true;
+      shown.DeterminarAtributosMenu(row, a, b, c);
+      EXPECT_EQ((std::vector{a, b, c}), expected[static_cast<std::size_t>(row)]) << row;
+    }
+    EXPECT_FALSE(shown.AsignarItem(1, "VIEJO"));
+    EXPECT_FALSE(shown.AsignarNuevoItem(1, "OTRO"));
+  });
+  EXPECT_TRUE(importer.Procesar(status));
+}
+
+TEST_F(PreciosExcel, AsksTheDatabaseInFewRoundTrips) {
+  constexpr int count = 2'000;
+  for (int row = 0; row < count; ++row) {
+    const std::string code = "N" + std::to_string(row);
+    sheets.rows.push_back({code, "x", "M" + std::to_string(row % 50), "", 1.0, 1.0});
+  }
+  Import(false);
+  EXPECT_LE(database->roundTrips, count / 50);
+  database->roundTrips = 0;
+  Import();
+  ASSERT_TRUE(applied) << outcome.cause;
+  EXPECT_LE(database->roundTrips, count / 10 + 2 * count / 50);
+  // Now all of them are there, and change.
+  for (test::GivenRow& row : sheets.rows) row[4] = 2.0;
+  database->roundTrips = 0;
+  Import();
+  EXPECT_EQ(outcome.updated, count);
+  EXPECT_LE(database->roundTrips, count / 10 + 2 * count / 50);
+}
+
+TEST_F(PreciosExcel, AppliesAnEmptyWorkbook) {
+  Import();
+  EXPECT_TRUE(applied);
+  EXPECT_EQ(numbers, (std::vector<std::int32_t>{0, 0, 0}));
+}
+
+}  // namespace
+}  // namespace tolvan

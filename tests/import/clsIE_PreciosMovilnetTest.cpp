@@ -1,0 +1,111 @@
+#include "import/clsIE_PreciosMovilnet.h"
+
+#include "import/StoreFixture.h"
+
+namespace tolvan {
+namespace {
+
+using test::none;
+
+test::GivenRow Line(const char* model, const char* brand, const char* type, double price, double cost) {
+  return {model, brand, type, none, price, none, cost};
+}
+
+class PreciosMovilnet : public test::StoreTest {
+ protected:
+  PreciosMovilnet() { sheets.firstRow = 4; }
+
+  void Import(const std::function<void(IClaseImportar&)>& review) {
+    auto importer = MakeImporter<clsIE_PreciosMovilnet>(review);
+    made = &importer;
+    importer.Procesar(status);
+    made = nullptr;
+  }
+  RowAction ActionOf(std::int32_t row) const { return made->RowAt(row).action; }
+
+  clsIE_PreciosMovilnet* made = nullptr;
+};
+
+TEST_F(PreciosMovilnet, TakesTheFingerprintOfBrandAndDescription) {
+  // md5sum of "ÑANDÚMÓDEM 3G" in Windows-1252.
+  EXPECT_EQ(OriginFingerprint(hashes, "Ñandú", "Módem 3g"), "34d4816aea782899dfbeece7c0bca717");
+}
+
+TEST_F(PreciosMovilnet, CreatesAndThenFindsItsItemsAgain) {
+  sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 118, 50),
+                 Line("Curve 8520", "Blackberry", "Telefono", 236, 100),
+                 {"Nota al pie", "x", "y", none, "consultar", none, 1.0},
+                 Line("Nunca", "leido", "GSM", 1, 1)};
+  Import([&](IClaseImportar& shown) { EXPECT_TRUE(shown.Iniciar(status)) << made->Outcome().cause; });
+  EXPECT_EQ(Query("SELECT idItem, Descripcion, idMarca, idDepartamento, RequiereSeriales, length(MD5OrigenImportar) "
+                  "FROM Items WHERE MD5OrigenImportar IS NOT NULL ORDER BY 1"),
+            "TBLCURVE8520,Curve 8520,BLACKBERRY,DEF,False,32|TSAGALAXYY,Galaxy Y,SAMSUNG,GSM,False,32");
+  EXPECT_EQ(Query("SELECT Inv, Precio, PrecioAnterior, Fijo FROM Precios WHERE idItem = 'TSAGALAXYY'"),
+            "0,100,NULL,True|1,100,NULL,True");
+  sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 236, 60)};
+  Import([&](IClaseImportar& shown) {
+    const ReviewRow row = made->RowAt(1);
+    EXPECT_EQ(row.action, RowAction::Update);
+    EXPECT_EQ(row.difference.ToText(), "118.0000");
+    EXPECT_FALSE(row.codeFree);
+    EXPECT_EQ(made->LineOf(1)[2], "Sí");  // deliberate: taken, not free
+    EXPECT_TRUE(shown.Iniciar(status));
+  });
+  EXPECT_EQ(Query("SELECT Inv, Precio, PrecioAnterior, Fijo FROM Precios WHERE idItem = 'TSAGALAXYY'"),
+            "0,200,100,True|1,200,100,True");
+  EXPECT_EQ(Query("SELECT Inv, CostoActual, CostoAnterior, CostoActual_Ext, CostoAnterior_Ext FROM ItemsUnidadesInv "
+                  "WHERE idItem = 'TSAGALAXYY'"),
+            "0,60,50,1.2,1|1,60,50,1.2,1");
+}
+
+TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
+  Run("INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('TSAGALAXYY', 'DEF', 'DEF')");
+  sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 118, 50),       // its code is another item's
+                 Line("Modelo largo A1", "Nokia", "GSM", 118, 50),  // these two share twelve characters
+                 Line("Modelo largo A2", "Nokia", "GSM", 118, 50), Line("Lumia", "Nokia", "CDMA", 118, 50)};
+  Import([&](IClaseImportar& shown) {
+    EXPECT_EQ(ActionOf(1), RowAction::None);
+    EXPECT_EQ(ActionOf(2), RowAction::Create);
+    EXPECT_EQ(ActionOf(3), RowAction::None);
+    EXPECT_EQ(made->RowAt(3).reason, "el código TNOMODELOLAR se repite: ya está en la fila 5");
+    EXPECT_FALSE(shown.AsignarNuevoItem(3, "tnolumia"));  // row 4 has it
+    EXPECT_EQ(host.services.dialogs.boxes.back().title, "Código duplicado");
+    EXPECT_TRUE(shown.AsignarNuevoItem(3, "LARGO2"));
+    EXPECT_FALSE(shown.AsignarItem(4, "NOEXISTE"));
+    EXPECT_TRUE(shown.AsignarItem(4, "VIEJO"));
+    EXPECT_EQ(shown.NumeroAsociados(), 1);
+    EXPECT_TRUE(shown.Iniciar(status)) << made->Outcome().cause;
+    EXPECT_EQ(made->Outcome().unprocessed, 1);
+  });
+  EXPECT_EQ(Query("SELECT idItem FROM Items WHERE MD5OrigenImportar IS NOT NULL ORDER BY 1"),
+            "LARGO2|TNOMODELOLAR|VIEJO");
+  // The associated item had no unit DEF; it gets one, and keeps its principal.
+  EXPECT_EQ(Query("SELECT idUnidad, EsPrincipal, Multiplicador FROM ItemsUnidades WHERE idItem = 'VIEJO' ORDER BY 1"),
+            "CAJA,False,12|DEF,False,1|UND,True,1");
+  EXPECT_EQ(Query("SELECT idUnidad, Inv, CostoActual FROM ItemsUnidadesInv WHERE idItem = 'VIEJO' ORDER BY 1, 2"),
+            "DEF,0,50|DEF,1,50|UND,0,10|UND,1,10");
+  Import([&](IClaseImportar& shown) {  // the same list again; now the association is taken away
+    EXPECT_EQ(made->RowAt(4).associated, "VIEJO");
+    EXPECT_TRUE(shown.AsignarItem(4, ""));
+    EXPECT_TRUE(shown.Iniciar(status));
+  });
+  EXPECT_EQ(Query("SELECT idItem FROM Items WHERE MD5OrigenImportar = (SELECT MD5OrigenImportar FROM Items WHERE "
+                  "idItem = 'TNOLUMIA')"),
+            "TNOLUMIA");
+}
+
+TEST_F(PreciosMovilnet, NeedsBothDepartmentsAndThePermission) {
+  sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 118, 50)};
+  Run("DELETE FROM Departamentos WHERE idDepartamento = 'CDMA'");
+  const std::string before = Dump();
+  Import([&](IClaseImportar& shown) { EXPECT_FALSE(shown.Iniciar(status)); });
+  EXPECT_EQ(host.services.dialogs.boxes.back().title, "Falta registrar departamentos");
+  host.application.permissions.clear();
+  Import([&](IClaseImportar& shown) { EXPECT_FALSE(shown.Iniciar(status)); });
+  EXPECT_EQ(host.services.dialogs.boxes.back().text,
+            "No tiene permiso para realizar esta función. Favor consulte al personal técnico.");
+  EXPECT_EQ(Dump(), before);
+}
+
+}  // namespace
+}  // namespace tolvan

@@ -1,0 +1,208 @@
+#include "ui/frmStatusImportar.h"
+
+#include <gtest/gtest.h>
+
+#include "support/FakeHost.h"
+#include "ui/ReviewListModel.h"
+
+namespace tolvan {
+namespace {
+
+/// Five rows; associating works for the first three.
+class FakeImporter : public IClaseImportar, public ReviewLineSource {
+ public:
+  ReviewLine LineOf(std::int32_t row) const override { return {"C" + std::to_string(row)}; }
+
+  std::vector<std::string> calls;
+  std::int32_t rows = 5;
+  std::int32_t fresh = 1;
+  std::int32_t associated = 3;
+  bool succeeds = true;
+  std::function<void()> whileApplying = [] {};
+
+ private:
+  bool IClaseImportar_Iniciar(StatusWindow&) override {
+    calls.emplace_back("iniciar");
+    whileApplying();
+    return succeeds;
+  }
+  std::int32_t IClaseImportar_NumeroRenglones() const override { return rows; }
+  std::int32_t IClaseImportar_NumeroNuevos() const override { return fresh; }
+  std::int32_t IClaseImportar_NumeroAsociados() const override { return associated; }
+  void IClaseImportar_PintarLV(ReviewList&, std::int32_t row, int tab) override {
+    calls.push_back("pintar " + std::to_string(row) + " " + std::to_string(tab));
+  }
+  void IClaseImportar_DeterminarAtributosMenu(std::int32_t row, bool& a, bool& b, bool& c) const override {
+    a = row <= 3;
+    b = row == 2;
+    c = row != 2;
+  }
+  bool IClaseImportar_AsignarItem(std::int32_t row, std::string_view item) override {
+    calls.push_back("item " + std::to_string(row) + " " + std::string(item));
+    return succeeds;
+  }
+  bool IClaseImportar_AsignarNuevoItem(std::int32_t row, std::string_view code) override {
+    calls.push_back("codigo " + std::to_string(row) + " " + std::string(code));
+    return succeeds;
+  }
+};
+
+struct FakeView : StatusImportarView {
+  ReviewList& lvStatus() override { return list; }
+  void SetExplanation(std::string_view text) override { explanation = text; }
+  void SetSummary(int index, std::string_view text) override { summary[index] = text; }
+  void EnableAccept(bool enabled) override { accept = enabled; }
+  void PopUpMenu(bool a, bool b, bool c) override { menu = {a, b, c}; }
+  std::optional<std::string> PickItem(const SqlStatement& items) override {
+    query = items.ParameterText();
+    return picked;
+  }
+  void ShowModal() override {}
+  void Close() override { ++closed; }
+  std::unique_ptr<StatusDisplay> OpenStatus() override { return nullptr; }
+
+  ReviewListModel list;
+  std::string explanation;
+  std::map<int, std::string> summary;
+  bool accept = true;
+  std::vector<bool> menu;
+  std::string query;
+  std::optional<std::string> picked = "ITEM";
+  int closed = 0;
+};
+
+class StatusImportar : public ::testing::Test {
+ protected:
+  StatusImportar() { form.SetClase(importer); }
+
+  test::FakeHost host;
+  FakeView view;
+  FakeImporter importer;
+  frmStatusImportar form{host.context, view};
+};
+
+TEST_F(StatusImportar, CountsInSingularAndPlural) {
+  form.RefrescarSumario();
+  EXPECT_EQ(view.summary[0], "5 renglones en total.");
+  EXPECT_EQ(view.summary[1], "1 renglon nuevo o sin asociar.");
+  EXPECT_EQ(view.summary[2], "3 renglones previamente asociados.");
+  importer.rows = 1;
+  importer.fresh = 3;
+  importer.associated = 0;
+  form.RefrescarSumario();
+  EXPECT_EQ(view.summary[0], "1 renglon en total.");
+  EXPECT_EQ(view.summary[1], "3 renglones nuevos o sin asociar.");
+  EXPECT_EQ(view.summary[2], "0 renglones previamente asociados.");
+}
+
+TEST_F(StatusImportar, OffersTheMenuOfARow) {
+  form.lvStatus_MouseUp(1, 2);
+  form.lvStatus_MouseUp(2, 0);
+  EXPECT_TRUE(view.menu.empty());
+  form.lvStatus_MouseUp(2, 2);
+  EXPECT_EQ(view.menu, (std::vector<bool>{true, true, false}));
+}
+
+TEST_F(StatusImportar, ChangesRowsThroughTheMenu) {
+  struct Case {
+    int entry;
+    std::int32_t row;
+    std::optional<std::string> answer;
+    bool importerAccepts;
+    std::vector<std::string> calls;
+  };
+  const std::vector<Case> cases{
+      {0, 1, "ITEM", true, {"item 1 ITEM", "pintar 1 3"}},
+      {0, 1, "ITEM", false, {"item 1 ITEM"}},
+      {0, 1, "", true, {}},
+      {0, 1, std::nullopt, true, {}},
+      {0, 4, "ITEM", true, {}},
+      {0, 0, "ITEM", true, {}},
+      {1, 2, std::nullopt, true, {"item 2 ", "pintar 2 3"}},
+      {1, 1, std::nullopt, true, {}},
+      {2, 1, " nuevo codigo largo", true, {"codigo 1 NUEVOCODIGOL", "pintar 1 3"}},
+      {2, 1, "  ", true, {}},
+      {2, 1, std::nullopt, true, {}},
+      {2, 2, "x", true, {}},
+      {3, 1, "x", true, {}},
+  };
+  form.tabFiltro_Click(3);
+  for (const Case& each : cases) {
+    importer.calls.clear();
+    importer.succeeds = each.importerAccepts;
+    view.picked = host.services.dialogs.answer = each.answer;
+    EXPECT_EQ(form.mnuRenglonR_Click(each.entry, each.row), each.calls.size() == 2);
+    EXPECT_EQ(importer.calls, each.calls) << each.entry << " " << each.row;
+  }
+  EXPECT_EQ(view.query, "SELECT idItem FROM Items WHERE Oculto = ?");
+  EXPECT_TRUE(host.services.dialogs.boxes.empty());
+}
+
+TEST_F(StatusImportar, RefusesACodeThatIsRegistered) {
+  host.application.fakeDatabase.answer = [](const SqlStatement&) {
+    return std::make_unique<test::FakeRecordset>(std::vector<std::string>{"idItem"},
+                                                 std::vector<std::vector<FieldValue>>{{std::string("AB")}});
+  };
+  EXPECT_FALSE(form.EstablecerCodigo(1, "a b"));
+  EXPECT_TRUE(importer.calls.empty());
+  EXPECT_EQ(host.services.dialogs.boxes.back(),
+            (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan",
+                                    "Este código AB ya está registrado en la base de datos."}));
+}
+
+TEST_F(StatusImportar, ProceedsOnceAndForgetsTheFile) {
+  host.settings.SetText(Setting::RutaUltimoArchivo, "libro.xlsx");
+  form.ShowModal();
+  EXPECT_FALSE(view.accept);
+  EXPECT_TRUE(view.explanation.starts_with("Estos renglones representan Nuevos Items"));
+  form.Check1_Click(true);
+  EXPECT_TRUE(view.accept);
+  form.Check1_Click(false);
+  EXPECT_FALSE(view.accept);
+  // Clicks that arrive while the import runs.
+  importer.whileApplying = [&] {
+    EXPECT_FALSE(form.bAceptar_Click());
+    EXPECT_FALSE(form.QueryUnload());
+    EXPECT_FALSE(form.mnuRenglonR_Click(0, 1));
+  };
+  importer.succeeds = false;
+  EXPECT_FALSE(form.bAceptar_Click());
+  EXPECT_EQ(view.closed, 0);
+  EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "libro.xlsx");
+  importer.succeeds = true;
+  EXPECT_TRUE(form.bAceptar_Click());
+  EXPECT_EQ(view.closed, 1);
+  EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "");
+  EXPECT_EQ(std::count(importer.calls.begin(), importer.calls.end(), "iniciar"), 2);
+}
+
+TEST_F(StatusImportar, TheCloseBoxIsCancel) {
+  host.settings.SetText(Setting::RutaUltimoArchivo, "libro.xlsx");
+  EXPECT_FALSE(form.QueryUnload());
+  EXPECT_EQ(view.closed, 1);
+  EXPECT_TRUE(importer.calls.empty());
+  EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "libro.xlsx");
+}
+
+TEST(ReviewListModel, HoldsATabOfAnyLength) {
+  FakeImporter importer;
+  int changes = 0;
+  ReviewListModel list([&] { ++changes; });
+  {
+    const ReviewListLock lock(list);
+    list.Clear(importer);
+    for (std::int32_t row = 2; row <= 100'000; row += 2) list.Add(row);
+  }
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(list.TextsOf(49'999)[0], "C100000");
+  list.Remove(50'000);
+  list.Remove(50'000);
+  list.Refresh(50'001);
+  EXPECT_EQ(changes, 2);
+  EXPECT_EQ(list.Lines(), 49'999U);
+  EXPECT_EQ(list.LineOfRow(50'002), 24'999U);
+  EXPECT_EQ(ReviewList::KeyOf(7), "_7");
+}
+
+}  // namespace
+}  // namespace tolvan
