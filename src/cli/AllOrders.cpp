@@ -1,6 +1,9 @@
 #include "cli/Order.h"
 #include "cli/OrderDemo.h"
+#include "cli/OrderImportarExcel.h"
+#include "cli/OrderImportarMovilnet.h"
 #include "cli/OrderOpciones.h"
+#include "cli/OrderPlantilla.h"
 #include "cli/OrderVentas.h"
 #include "cli/OrderVexlor.h"
 
@@ -11,6 +14,9 @@ std::vector<std::unique_ptr<Order>> AllOrders() {
   orders.push_back(std::make_unique<OrderDemo>());
   orders.push_back(std::make_unique<OrderVexlor>());
   orders.push_back(std::make_unique<OrderVentas>());
+  orders.push_back(std::make_unique<OrderImportarExcel>());
+  orders.push_back(std::make_unique<OrderImportarMovilnet>());
+  orders.push_back(std::make_unique<OrderPlantilla>());
   orders.push_back(std::make_unique<OrderOpciones>());
   return orders;
 }

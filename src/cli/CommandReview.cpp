@@ -1,0 +1,107 @@
+#include "cli/CommandReview.h"
+
+#include <ostream>
+
+#include "cli/ConsoleDialogs.h"
+#include "cli/ReviewPrinter.h"
+#include "import/ImportReport.h"
+
+namespace tolvan {
+namespace {
+
+constexpr std::string_view question = "¿Ya revisó los renglones y desea proceder con la importación?";
+
+}  // namespace
+
+CommandReview::CommandReview(OrderCall& call, const ComponentContext& context, SpreadsheetApplication& spreadsheets,
+                             PriceImporter& importer, const ReviewPlan& plan, ReviewResult& result)
+    : call_(call),
+      context_(context),
+      spreadsheets_(spreadsheets),
+      importer_(importer),
+      plan_(plan),
+      result_(result),
+      status_(call.Messages(), call.ShowsProgress()),
+      form_(context, *this) {}
+
+void CommandReview::ShowModal() {
+  Review();
+  if (call_.WantsJson()) result_.document = ReviewJson(importer_, result_.applied, ForTerminal(result_.failure));
+}
+
+void CommandReview::Review() {
+  if (!MakeChanges()) return;
+  if (!call_.WantsJson()) {
+    PrintReview(call_.Out(), importer_);
+    summary_.clear();
+    RefrescarSumario();
+    for (const std::string& line : summary_) call_.Out() << line << '\n';
+    call_.Out().flush();
+  }
+  if (plan_.simulate) return;
+  if (WantsToGoOn()) {
+    Proceed();
+  } else {
+    result_.declined = true;
+  }
+}
+
+bool CommandReview::MakeChanges() {
+  for (const RowChange& change : plan_.changes) {
+    if (Change(change)) continue;
+    const bool associates = change.kind == RowChange::Kind::Associate;
+    Fail("No se aplicó nada: el renglón " + std::to_string(change.row) + " no admite " +
+         (associates ? "--asociar" : "--codigo") + " con el valor \"" + change.value + "\"");
+    return false;
+  }
+  return true;
+}
+
+bool CommandReview::Change(const RowChange& change) {
+  if (change.kind == RowChange::Kind::SetCode) {
+    bool associate = false;
+    bool dissociate = false;
+    bool setCode = false;
+    importer_.DeterminarAtributosMenu(change.row, associate, dissociate, setCode);
+    return setCode && form_.EstablecerCodigo(change.row, change.value);
+  }
+  if (change.value.empty()) return form_.mnuRenglonR_Click(1, change.row);
+  itemToPick_ = change.value;
+  return form_.mnuRenglonR_Click(0, change.row);
+}
+
+std::optional<std::string> CommandReview::PickItem(const SqlStatement& items) {
+  SqlStatement search = items;
+  const auto found = context_.application.Database().OpenRecordset(search.Sql(" AND idItem = ").Text(itemToPick_));
+  if (found->AtEnd()) return std::nullopt;
+  return std::string(found->Text(0));
+}
+
+bool CommandReview::WantsToGoOn() {
+  // With --json nobody has seen the rows, so nobody is asked about them.
+  if (call_.WantsJson()) return true;
+  return context_.UserDialogs().AskYesNo(context_.application.ProductName(), question, true);
+}
+
+void CommandReview::Proceed() {
+  form_.Check1_Click(true);
+  result_.applied = form_.bAceptar_Click();
+  if (!result_.applied) {
+    const ImportOutcome& outcome = importer_.Outcome();
+    result_.failure = FailureText(outcome);
+    result_.untold = outcome.shown ? outcome.cause : result_.failure;
+    return;
+  }
+  if (plan_.reportPath.empty()) return;
+  try {
+    WriteImportReport(importer_, context_.Files(), spreadsheets_, plan_.reportPath);
+  } catch (const HostError& error) {
+    Fail("La importación se aplicó, pero no se pudo escribir el informe\r\n" + TextForPeople(error));
+  }
+}
+
+void CommandReview::Fail(const std::string& text) {
+  result_.failure = result_.untold = text;
+}
+
+}  // namespace tolvan

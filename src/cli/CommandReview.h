@@ -1,0 +1,83 @@
+// The review of an import when the command runs it: the review window's logic over a view without controls. What a
+// person would do in the window - correct rows, look, proceed - is done as the command line says.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Order.h"
+#include "cli/TerminalStatus.h"
+#include "import/ImportReview.h"
+#include "ui/ReviewListModel.h"
+#include "ui/StatusImportarView.h"
+#include "ui/frmStatusImportar.h"
+
+namespace tolvan {
+
+class PriceImporter;
+class SpreadsheetApplication;
+
+/// A change that the row menu would make.
+struct RowChange {
+  enum class Kind { Associate, SetCode };
+  Kind kind;
+  std::int32_t row;
+  std::string value;  ///< an item, "" to remove the association, or a code
+};
+
+struct ReviewPlan {
+  std::vector<RowChange> changes;
+  bool simulate = false;
+  std::string reportPath;  ///< absolute; empty for none
+};
+
+/// How a review ended.
+struct ReviewResult {
+  bool applied = false;
+  bool declined = false;   ///< a person did not want to go on
+  std::string failure{};   ///< with its cause; empty when nothing failed
+  std::string untold{};    ///< what of it has not been on standard error yet
+  std::string document{};  ///< with --json
+};
+
+class CommandReview final : public ImportReview, private StatusImportarView {
+ public:
+  /// Everything must outlive the review; `importer` is the one whose review this is.
+  CommandReview(OrderCall& call, const ComponentContext& context, SpreadsheetApplication& spreadsheets,
+                PriceImporter& importer, const ReviewPlan& plan, ReviewResult& result);
+
+  void SetClase(IClaseImportar& importer) override { form_.SetClase(importer); }
+  void RefrescarSumario() override { form_.RefrescarSumario(); }
+  ReviewList& lvStatus() override { return list_; }
+  void ShowModal() override;
+
+ private:
+  void SetExplanation(std::string_view) override {}
+  void SetSummary(int, std::string_view text) override { summary_.emplace_back(text); }
+  void EnableAccept(bool) override {}
+  void PopUpMenu(bool, bool, bool) override {}
+  std::optional<std::string> PickItem(const SqlStatement& items) override;
+  void Close() override {}
+  std::unique_ptr<StatusDisplay> OpenStatus() override { return status_.OpenStatus(); }
+
+  void Review();
+  bool Change(const RowChange& change);
+  bool MakeChanges();
+  bool WantsToGoOn();
+  void Proceed();
+  void Fail(const std::string& text);
+
+  OrderCall& call_;
+  const ComponentContext& context_;
+  SpreadsheetApplication& spreadsheets_;
+  PriceImporter& importer_;
+  const ReviewPlan& plan_;
+  ReviewResult& result_;
+  TerminalStatus status_;
+  ReviewListModel list_;
+  frmStatusImportar form_;
+  std::vector<std::string> summary_;
+  std::string itemToPick_;
+};
+
+}  // namespace tolvan

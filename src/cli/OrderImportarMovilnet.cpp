@@ -1,0 +1,55 @@
+#include "cli/OrderImportarMovilnet.h"
+
+#include "base/Text.h"
+#include "cli/ImportOrder.h"
+#include "ui/ActionTable.h"
+
+namespace tolvan {
+namespace {
+
+constexpr std::string_view associate = "--asociar";
+constexpr std::string_view setCode = "--codigo";
+
+/// "3=ITEM".
+RowChange ChangeOf(const GivenOption& option) {
+  const bool associates = option.name == associate;
+  const std::size_t sign = option.value.find('=');
+  const auto row = ParseInteger(std::string_view(option.value).substr(0, sign));
+  const bool usable = sign != std::string::npos && row && *row > 0;
+  if (!usable || (!associates && sign + 1 == option.value.size())) {
+    throw CommandFailure(ExitCode::Usage, option.name + " espera " + (associates ? "FILA=ITEM" : "FILA=CODIGO") +
+                                              ", no \"" + option.value + "\"");
+  }
+  return {associates ? RowChange::Kind::Associate : RowChange::Kind::SetCode, *row, option.value.substr(sign + 1)};
+}
+
+}  // namespace
+
+OrderDefinition OrderImportarMovilnet::Definition() const {
+  OrderDefinition order{.name = "importar-movilnet",
+                        .summary = "Importa la lista de precios de teléfonos y módems de Movilnet",
+                        .arguments = {{.name = "LIBRO", .summary = "la lista (.xls o .xlsx)", .isPath = true}},
+                        .options = ImportOptions(),
+                        .notes =
+                            "Todo se aplica en una sola transacción, o nada. FILA cuenta los renglones leídos, "
+                            "desde 1. --asociar y --codigo valen en el orden en que se dan."};
+  order.options.push_back({.name = std::string(associate),
+                           .summary = "asocia el renglón a un Item existente; sin ITEM quita la asociación",
+                           .valueName = "FILA=ITEM",
+                           .repeated = true});
+  order.options.push_back({.name = std::string(setCode),
+                           .summary = "establece el código con que se creará el Item del renglón",
+                           .valueName = "FILA=CODIGO",
+                           .repeated = true});
+  return order;
+}
+
+ExitCode OrderImportarMovilnet::Run(OrderCall& call) const {
+  std::vector<RowChange> changes;
+  for (const GivenOption& option : call.Given().options) {
+    if (option.name == associate || option.name == setCode) changes.push_back(ChangeOf(option));
+  }
+  return RunImport(call, action::movilnetPrices, std::move(changes));
+}
+
+}  // namespace tolvan

@@ -1,0 +1,47 @@
+#include "cli/OrderPlantilla.h"
+
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "cli/CommandHost.h"
+#include "cli/ImportOrder.h"
+#include "import/TemplateExport.h"
+#include "platform/spreadsheet/LocalSpreadsheetApplication.h"
+
+namespace tolvan {
+namespace {
+
+constexpr const char* templateMissing =
+    "No se encuentra el archivo de plantilla. Favor actualice Tolvan para reponer el archivo de plantilla";
+
+}  // namespace
+
+OrderDefinition OrderPlantilla::Definition() const {
+  return {.name = "plantilla",
+          .summary = "Escribe un libro nuevo desde la plantilla, vacío o con los Items actuales",
+          .arguments = {{.name = "SALIDA", .summary = "el libro que se escribe (.xlsx)", .isPath = true}},
+          .options = {{.name = "--con-datos", .summary = "incluye los Items con sus costos y precios"}}};
+}
+
+ExitCode OrderPlantilla::Run(OrderCall& call) const {
+  const std::string output = AbsolutePath(call.Given().arguments.front());
+  const bool withData = call.Given().Has("--con-datos");
+  CommandHost& host = call.Host();
+  const ComponentContext& context = host.Context();
+  if (withData) static_cast<void>(host.RequireDatabase());
+  const std::string templatePath = TemplateExport::TemplatePath(context.services);
+  if (!context.Files().FileExists(templatePath)) throw CommandFailure(ExitCode::Failed, templateMissing);
+  LocalSpreadsheetApplication spreadsheets(call.SystemClock(), context.Files(),
+                                           context.services.ApplicationFolder() + "Exportar");
+  TemplateExport filled(context, spreadsheets);
+  filled.Make(templatePath, withData)->SaveAs(output);
+  if (call.WantsJson()) {
+    const nlohmann::ordered_json document{{"archivo", output}, {"filas", filled.Rows()}};
+    call.PrintJson(document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
+  } else {
+    call.Out() << "Archivo: " << output << '\n' << "Filas:   " << filled.Rows() << '\n';
+  }
+  return ExitCode::Done;
+}
+
+}  // namespace tolvan

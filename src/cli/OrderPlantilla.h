@@ -1,0 +1,13 @@
+#pragma once
+
+#include "cli/Order.h"
+
+namespace tolvan {
+
+class OrderPlantilla final : public Order {
+ public:
+  OrderDefinition Definition() const override;
+  ExitCode Run(OrderCall& call) const override;
+};
+
+}  // namespace tolvan

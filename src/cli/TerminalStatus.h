@@ -1,0 +1,23 @@
+// The importers' status on a terminal: one line that is written over and over, at most ten times a second, with counts
+// and the time left. Elsewhere it shows nothing.
+#pragma once
+
+#include <iosfwd>
+
+#include "host/StatusDisplay.h"
+
+namespace tolvan {
+
+class TerminalStatus : public StatusWindow {
+ public:
+  /// `shown` false shows nothing. `out` must outlive this object.
+  TerminalStatus(std::ostream& out, bool shown) : out_(&out), shown_(shown) {}
+
+  std::unique_ptr<StatusDisplay> OpenStatus() override;
+
+ private:
+  std::ostream* out_;
+  bool shown_;
+};
+
+}  // namespace tolvan

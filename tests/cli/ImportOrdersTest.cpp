@@ -1,0 +1,151 @@
+// The orders that import price lists, on a demo store and real workbooks, from the words to the database.
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/demo/DemoStore.h"
+#include "contract/TemporaryFolder.h"
+#include "platform/files/PosixFileHelper.h"
+#include "platform/spreadsheet/LocalSpreadsheetApplication.h"
+#include "support/CommandRunner.h"
+#include "support/FileContent.h"
+
+namespace tolvan {
+namespace {
+
+using nlohmann::json;
+using Cells = std::vector<NewCell>;
+
+class ImportOrders : public ::testing::Test {
+ protected:
+  ImportOrders() {
+    places = PlacesOfDemo(folder.File("tienda"));
+    runner.Run({"demo", places.folder});
+    runner.host = places.host;
+  }
+
+  /// A workbook with `headings` rows that nobody reads and the given ones behind them.
+  std::string Workbook(const std::string& name, std::size_t headings, const std::vector<Cells>& rows) {
+    PosixFileHelper files(folder.File(""));
+    LocalSpreadsheetApplication application(runner.clock, files, folder.File("nuevos"));
+    const auto workbook = application.CreateFromTemplate({}, 0);
+    for (std::size_t row = 0; row < headings; ++row) workbook->AppendRow(Cells{std::string_view("titulo")});
+    for (const Cells& row : rows) workbook->AppendRow(row);
+    std::string path = folder.File(name);
+    workbook->SaveAs(path);
+    return path;
+  }
+
+  std::string Query(const std::string& text) {
+    sqlite3* handle = nullptr;
+    EXPECT_EQ(sqlite3_open(places.database.c_str(), &handle), SQLITE_OK);
+    std::string result;
+    const auto take = [](void* out, int count, char** values, char**) {
+      auto& line = *static_cast<std::string*>(out);
+      for (int index = 0; index < count; ++index) line.append(values[index] ? values[index] : "NULL").append(",");
+      return 0;
+    };
+    EXPECT_EQ(sqlite3_exec(handle, text.c_str(), take, &result, nullptr), SQLITE_OK) << sqlite3_errmsg(handle);
+    sqlite3_close(handle);
+    return result;
+  }
+
+  test::TemporaryFolder folder;
+  DemoPlaces places;
+  test::CommandRunner runner;
+};
+
+TEST_F(ImportOrders, SimulateApplyAndReport) {
+  const std::string book = Workbook("lista.xlsx", 4, {{"nuevo, 1", "tv  23.5/led-x", {}, {}, 10.5, 15.0}, {" ", "y"}});
+  test::CommandResult result = runner.Run({"--json", "importar-excel", book, "--simular"});
+  EXPECT_EQ(result.code, 0) << result.messages;
+  const json simulated = json::parse(result.output);
+  EXPECT_EQ(simulated["aplicado"], false);
+  EXPECT_EQ(simulated["resumen"], (json{{"nuevos_items", 1}, {"precios_actualizados", 0}, {"no_procesados", 1}}));
+  const json row{{"fila", 1},
+                 {"codigo", "NUEVO,1"},
+                 {"descripcion", "TV 235LEDX"},
+                 {"marca", "DEF"},
+                 {"departamento", "DEF"},
+                 {"costo", "10.5000"},
+                 {"pvp", "15.0000"},
+                 {"accion", 2},
+                 {"asociado", ""},
+                 {"libre", true},
+                 {"costo_cambia", true},
+                 {"pvp_cambia", true},
+                 {"diferencia", "0.0000"}};
+  EXPECT_EQ(simulated["filas"][0], row);
+  EXPECT_EQ(simulated["filas"][1]["pvp"], nullptr);
+  EXPECT_EQ(Query("SELECT count(*) FROM Items WHERE idItem = 'NUEVO,1'"), "0,");
+  const std::string report = folder.File("informe.csv");
+  result = runner.Run({"importar-excel", book, "--informe", report});
+  EXPECT_EQ(result.code, 0) << result.messages;
+  EXPECT_NE(result.messages.find("Nuevos Items: 1\n"), std::string::npos);
+  EXPECT_EQ(Query("SELECT count(*) FROM Items WHERE idItem = 'NUEVO,1'"), "1,");
+  EXPECT_EQ(test::ReadFile(report),
+            "\xEF\xBB\xBF"
+            "Acción,Fila,Código,Descripción,Costo anterior,Costo nuevo,PVP anterior,PVP nuevo,Observación\r\n"
+            "Agregar,5,\"NUEVO,1\",TV 235LEDX,,10.5000,,15.0000,\r\n"
+            "No procesar,6,,Y,,,,,el código queda vacío al quitarle los espacios\r\n");
+  // The same list again changes nothing, whatever rounding lost on the way.
+  result = runner.Run({"--json", "importar-excel", book});
+  EXPECT_EQ(json::parse(result.output)["resumen"]["no_procesados"], 2);
+}
+
+TEST_F(ImportOrders, DoWhatTheRowMenuDoes) {
+  const Cells galaxy{"Galaxy Y", "Samsung", "GSM", {}, 118.0, {}, 50.0};
+  const Cells curve{"Curve", "Blackberry", "CDMA", {}, 236.0, {}, 100.0};
+  const std::string book = Workbook("movilnet.xlsx", 3, {galaxy, galaxy, curve});
+  const std::string item = Query("SELECT min(idItem) FROM Items WHERE Oculto = 0");
+  const std::string code = item.substr(0, item.size() - 1);
+  for (const std::vector<std::string>& wrong :
+       {std::vector<std::string>{"--asociar", "3"}, {"--asociar", "x=1"}, {"--codigo", "2="}, {"--codigo", "0=A"}}) {
+    std::vector<std::string> words{"importar-movilnet", book};
+    words.insert(words.end(), wrong.begin(), wrong.end());
+    EXPECT_EQ(runner.Run(words).code, 2) << wrong[1];
+  }
+  const std::string before = Query("SELECT count(*), total(Precio) FROM Precios");
+  EXPECT_EQ(runner.Run({"importar-movilnet", book, "--asociar", "3=NOHAY"}).code, 1);
+  EXPECT_EQ(runner.Run({"importar-movilnet", book, "--codigo", "2=" + code}).code, 1);
+  EXPECT_EQ(runner.Run({"importar-movilnet", book, "--asociar", "9=" + code}).code, 1);
+  EXPECT_EQ(Query("SELECT count(*), total(Precio) FROM Precios"), before);
+  const test::CommandResult result = runner.Run({"--json", "importar-movilnet", book, "--asociar", "3=" + code,
+                                                 "--asociar", "3=", "--codigo", "2=otro 1", "--asociar", "1=" + code});
+  ASSERT_EQ(result.code, 0) << result.messages;
+  const json document = json::parse(result.output);
+  EXPECT_EQ(document["aplicado"], true);
+  EXPECT_EQ(document["resumen"]["nuevos_items"], 2);
+  EXPECT_EQ(document["filas"][0]["asociado"], code);
+  EXPECT_EQ(document["filas"][1]["codigo"], "OTRO1");
+  EXPECT_EQ(Query("SELECT count(*) FROM Items WHERE idItem IN ('OTRO1', 'TBLCURVE')"), "2,");
+}
+
+TEST_F(ImportOrders, FailWithTheComponentsText) {
+  const std::string text = folder.File("texto.xlsx");
+  test::WriteFile(text, "no es un libro");
+  const std::string book = Workbook("lista.xlsx", 4, {{"A", "a", {}, {}, 1.0, 1.0}});
+  struct Case {
+    std::vector<std::string> words;
+    int code;
+    const char* message;
+  };
+  const std::vector<Case> cases{
+      {{"importar-excel", folder.File("nada.xlsx")}, 1, "no existe, favor seleccione la ubicación correcta"},
+      {{"importar-excel", text}, 1, "El archivo tiene el formato incorrecto o bien está dañado"},
+      {{"importar-excel", book, "--informe", folder.File("x.txt")}, 2, ".csv o .xlsx"},
+      {{"importar-excel", book, "--informe", book}, 2, "el mismo libro"}};
+  for (const Case& each : cases) {
+    const test::CommandResult result = runner.Run(each.words);
+    EXPECT_EQ(result.code, each.code) << each.message;
+    EXPECT_NE(result.messages.find(each.message), std::string::npos) << result.messages;
+  }
+  runner.interruption.requested = true;
+  const std::string before = Query("SELECT count(*) FROM Items");
+  EXPECT_EQ(runner.Run({"importar-excel", book}).code, 1);
+  EXPECT_EQ(Query("SELECT count(*) FROM Items"), before);
+}
+
+}  // namespace
+}  // namespace tolvan
