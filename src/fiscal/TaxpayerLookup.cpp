@@ -1,0 +1,99 @@
+#include "fiscal/TaxpayerLookup.h"
+
+#include <optional>
+
+#include "base/Text.h"
+#include "fiscal/TaxpayerPage.h"
+#include "host/HostContext.h"
+
+namespace tolvan {
+namespace {
+
+struct Server {
+  std::string host;
+  std::uint16_t port = 80;
+};
+
+std::optional<Server> ReadServer(std::string_view text) {
+  Server server;
+  const bool bracketed = text.starts_with('[');
+  const std::size_t hostEnd = bracketed ? text.find(']') + 1 : text.find(':');
+  if (bracketed && hostEnd == 0) return std::nullopt;
+  server.host = text.substr(0, hostEnd);
+  if (server.host.empty() || server.host.find_first_of("/ ") != std::string::npos) return std::nullopt;
+  if (hostEnd >= text.size()) return server;
+  const auto port = ParseInteger(text.substr(hostEnd + 1));
+  if (text[hostEnd] != ':' || !port || *port < 1 || *port > 65535) return std::nullopt;
+  server.port = static_cast<std::uint16_t>(*port);
+  return server;
+}
+
+std::string RequestPath(const LookupSettings& settings, std::string_view code) {
+  // Sent as they are: the page's form values are opaque, and the code holds digits only.
+  return "app/WebApps/Consultas/rnc/RncWeb.aspx?__VIEWSTATE=" + settings.viewState +
+         "&__EVENTVALIDATION=" + settings.eventValidation +
+         "&rbtnlTipoBusqueda=0&btnBuscaRncCed=Buscar&txtRncCed=" + std::string(code);
+}
+
+LookupResult ReadAnswer(std::string_view body, std::string_view code) {
+  PageReading reading = ReadTaxpayerPage(body, code);
+  LookupResult result{.outcome = LookupOutcome::UnknownPage, .name = {}, .complete = reading.complete, .detail = {}};
+  if (reading.kind == PageKind::NotListed) result.outcome = LookupOutcome::NotListed;
+  if (reading.kind == PageKind::NameShown) {
+    result.outcome = LookupOutcome::Found;
+    result.name = std::move(reading.name);
+  }
+  return result;
+}
+
+}  // namespace
+
+LookupSettings LookupSettingsOf(const HostApplication& application) {
+  return {.server = application.TaxpayerLookupHost(),
+          .viewState = application.TaxpayerLookupViewState(),
+          .eventValidation = application.TaxpayerLookupEventValidation()};
+}
+
+LookupResult TaxpayerLookup::Ask(std::string_view code) const {
+  const std::optional<Server> server = ReadServer(settings_.server);
+  if (!server) {
+    return {.outcome = LookupOutcome::NotConfigured, .name = {}, .complete = true, .detail = settings_.server};
+  }
+  HttpRequest request;
+  request.host = server->host;
+  request.port = server->port;
+  request.pathAndQuery = RequestPath(settings_, code);
+  const HttpResponse response = client_.Get(request);
+  if (!response.succeeded) {
+    return {.outcome = LookupOutcome::NoAnswer, .name = {}, .complete = false, .detail = response.failure};
+  }
+  if (response.statusText != "200") {
+    return {.outcome = LookupOutcome::OtherStatus, .name = {}, .complete = true, .detail = response.statusText};
+  }
+  return ReadAnswer(response.body, code);
+}
+
+std::string TextForPeople(const LookupResult& result) {
+  switch (result.outcome) {
+    case LookupOutcome::NotAsked:
+      return "No se ha consultado a la DGII.";
+    case LookupOutcome::NotConfigured:
+      if (result.detail.empty()) return "No está configurado el servidor de consulta de la DGII.";
+      return "El servidor de consulta de la DGII no se entiende: " + result.detail;
+    case LookupOutcome::NoAnswer:
+      return "La DGII no respondió: " + result.detail;
+    case LookupOutcome::OtherStatus:
+      return "La DGII respondió con el estado " + result.detail +
+             "; puede que los valores capturados de su página ya no sirvan.";
+    case LookupOutcome::NotListed:
+      return "La DGII no tiene inscrito ese número.";
+    case LookupOutcome::UnknownPage:
+      return "La página de la DGII ha cambiado: no se reconoce su contenido, y el nombre no se puede leer.";
+    case LookupOutcome::Found:
+      break;
+  }
+  if (!result.complete) return "La respuesta de la DGII llegó cortada; el nombre puede estar incompleto.";
+  return {};
+}
+
+}  // namespace tolvan

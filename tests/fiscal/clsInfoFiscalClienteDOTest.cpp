@@ -1,0 +1,160 @@
+#include "fiscal/clsInfoFiscalClienteDO.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <stdexcept>
+
+#include "base/Calendar.h"
+#include "fiscal/IdentifierChecks.h"
+
+namespace tolvan {
+namespace {
+
+struct Box : TextBoxControl {
+  void SetText(std::string_view value) override { text = value; }
+  std::string text = "untouched";
+};
+
+struct List : ListControl {
+  void SetListIndex(std::int32_t value) override {
+    if (value >= entries) throw std::out_of_range("too few entries");
+    index = value;
+  }
+  std::int32_t entries = 2;
+  std::int32_t index = -1;
+};
+
+std::string RncOf(int number) {
+  const std::string body = PaddedNumber(number, 8);
+  return body + *ExpectedRncCheckDigit(body);
+}
+
+std::string CedulaOf(std::string body) {
+  body += '0';
+  while (!PassesCedulaCheck(body)) ++body.back();
+  return body;
+}
+
+clsInfoFiscalClienteDO Recognised(std::string typed) {
+  clsInfoFiscalClienteDO identity;
+  identity.ReconocerRif(typed);
+  return identity;
+}
+
+TEST(clsInfoFiscalClienteDO, Recognises) {
+  struct Case {
+    const char* typed;
+    const char* normalised;
+    bool isRnc, isCedula, isCode;
+    int personeria;
+  };
+  // Digits worked out apart from the code: over 10101234 the weighted sum is 56, and 56 modulo 11 is 1.
+  const Case cases[] = {
+      {"101012341", "101012341", true, false, true, 1},
+      {"1-01-01234-1", "101012341", true, false, true, 1},
+      {"  101012341  ", "101012341", true, false, true, 1},
+      {"101012348", "101012348", false, false, false, 0},
+      {"rnc 101012341", "101012341", true, false, false, 1},
+      {"1.01.01234.1", "101012341", true, false, false, 1},
+      {"\t101012341", "101012341", true, false, false, 1},
+      {"10101 2341", "101012341", true, false, false, 1},
+      {"024691352", "024691352", true, false, true, 0},  // rest 0
+      {"049382691", "049382691", true, false, true, 0},  // rest 1
+      {"037037022", "037037022", true, false, true, 0},  // rest 9
+      {"148148051", "148148051", true, false, true, 1},  // rest 10
+      {"400000005", "400000005", true, false, true, 1},
+      {"500000009", "500000009", true, false, true, 0},
+      {"001-0000000-8", "00100000008", false, false, false, 0},
+      {"001-0000000-9", "00100000009", false, true, true, 0},
+      {"00113918205", "00113918205", false, true, true, 0},
+      {"1010123410", "1010123410", false, false, false, 0},
+      {"001139182050", "001139182050", false, false, false, 0},
+      {"10101234", "10101234", false, false, false, 0},
+      {"", "", false, false, false, 0},
+      {"---", "", false, false, false, 0},
+      {"１０１０１２３４１", "", false, false, false, 0},  // full-width digits are no digits here
+  };
+  for (const Case& one : cases) {
+    std::string value = one.typed;
+    clsInfoFiscalClienteDO identity;
+    identity.ReconocerRif(value);
+    const bool valid = one.isRnc || one.isCedula;
+    SCOPED_TRACE(one.typed);
+    EXPECT_EQ(value, one.normalised);
+    EXPECT_EQ(identity.EsRIF(), one.isRnc);
+    EXPECT_EQ(identity.EsCedula(), one.isCedula);
+    EXPECT_EQ(identity.EsValido(), valid);
+    EXPECT_EQ(identity.EsCodigoValido(), one.isCode);
+    EXPECT_EQ(identity.Personeria(), one.personeria);
+    EXPECT_EQ(identity.TipoClienteContribuyente(), valid ? 1 : 0);
+    EXPECT_EQ(identity.ValorCodigo(), valid ? one.normalised : "");
+    EXPECT_EQ(identity.ValorParaReportes(), identity.ValorCodigo());
+  }
+}
+
+TEST(clsInfoFiscalClienteDO, EveryIdentifierWithItsDigitPassesAndOneChangedDigitDoesNot) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 20'000; ++round) {
+    const std::string rnc = RncOf(static_cast<int>(random() % 100'000'000));
+    ASSERT_TRUE(Recognised(rnc).EsRIF()) << rnc;
+    const std::string cedula = CedulaOf("0" + PaddedNumber(static_cast<int>(random() % 1'000'000'000), 9));
+    ASSERT_TRUE(Recognised(cedula).EsCedula()) << cedula;
+    std::string wrong = rnc;
+    char& digit = wrong[random() % 9];
+    digit = static_cast<char>('0' + (digit - '0' + 1 + static_cast<int>(random() % 9)) % 10);
+    // Rests 0 and 9 share the check digit 2, rests 1 and 10 the digit 1: there the modulus cannot tell.
+    const int check = rnc.back() - '0';
+    if (check > 2) {
+      ASSERT_FALSE(Recognised(wrong).EsRIF()) << rnc << " and " << wrong;
+    }
+    std::string wrongCedula = cedula;
+    char& other = wrongCedula[random() % 11];
+    other = static_cast<char>('0' + (other - '0' + 1 + static_cast<int>(random() % 9)) % 10);
+    ASSERT_FALSE(Recognised(wrongCedula).EsCedula()) << cedula << " and " << wrongCedula;
+  }
+  EXPECT_FALSE(PassesCedulaCheck("0011391820G"));
+  EXPECT_TRUE(PassesCedulaCheck("0000000009a"));  // read as hexadecimal: 9 from the 9, and 10 counts 1 + 0
+}
+
+TEST(clsInfoFiscalClienteDO, FillsTheCustomerForm) {
+  struct Case {
+    const char* typed;
+    const char* text;
+    int type, person;
+  };
+  const Case cases[] = {{"1-01-01234-1", "101012341", 1, 1},
+                        {"001-0000000-9", "00100000009", 1, 0},
+                        {"A 101012341", "", 0, 0},
+                        {"101012348", "", 0, 0},
+                        {"", "", 0, 0}};
+  for (const Case& one : cases) {
+    clsInfoFiscalClienteDO identity;
+    Box box;
+    List type, person;
+    const std::string typed = one.typed;
+    identity.LlenarRif(box, typed, &type, &person);
+    EXPECT_EQ(box.text, one.text) << one.typed;
+    EXPECT_EQ(type.index, one.type) << one.typed;
+    EXPECT_EQ(person.index, one.person) << one.typed;
+    EXPECT_EQ(typed, one.typed);
+  }
+  clsInfoFiscalClienteDO identity;
+  Box box;
+  List shortList;
+  shortList.entries = 1;
+  identity.LlenarRif(box, "101012341", nullptr, &shortList);
+  EXPECT_EQ(box.text, "101012341") << "a list that refuses its entry stops nothing";
+}
+
+TEST(clsInfoFiscalClienteDO, NamesTheAuthority) {
+  const clsInfoFiscalClienteDO identity;
+  EXPECT_EQ(identity.NombreEnteTributario(true, true), "la DGII");
+  EXPECT_EQ(identity.NombreEnteTributario(true, false), "la DGII");
+  EXPECT_EQ(identity.NombreEnteTributario(false, true), "de la DGII");
+  EXPECT_EQ(identity.NombreEnteTributario(false, false), "DGII");
+  EXPECT_EQ(identity.EtiquetaIdentificacionFiscal(), "RNC:");
+}
+
+}  // namespace
+}  // namespace tolvan
