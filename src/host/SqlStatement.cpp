@@ -36,6 +36,14 @@ SqlStatement& SqlStatement::Append(const SqlStatement& other) {
   return *this;
 }
 
+void SqlStatement::ReplaceText(std::size_t index, std::string_view value) {
+  if (auto* text = std::get_if<std::string>(&literals_[index])) {
+    text->assign(value);
+  } else {
+    literals_[index] = std::string(value);
+  }
+}
+
 std::string SqlStatement::Render(const SqlDialect& dialect) const {
   std::string text;
   std::size_t start = 0;

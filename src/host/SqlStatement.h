@@ -39,6 +39,13 @@ class SqlStatement {
   /// Appends another statement, its literals included.
   SqlStatement& Append(const SqlStatement& other);
 
+  /// Puts another text in the place of the literal at `index`, which is below Literals().size(): for a statement that
+  /// runs once per row, whose memory is used again.
+  void ReplaceText(std::size_t index, std::string_view value);
+
+  /// The same for a value of any type.
+  void ReplaceLiteral(std::size_t index, SqlLiteral value) { literals_[index] = std::move(value); }
+
   /// The text with "?" in the place of every literal.
   const std::string& ParameterText() const { return parameterText_; }
   std::span<const SqlLiteral> Literals() const { return literals_; }

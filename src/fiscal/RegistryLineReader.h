@@ -1,0 +1,56 @@
+// Reads the registry file line by line from one buffer: nothing is copied, nothing is read twice, and memory does not
+// grow with the file or with its longest line.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "host/FileHelper.h"
+#include "host/Interruption.h"
+
+namespace tolvan {
+
+/// One line without its end: LF, or CR LF. A CR elsewhere, and every other byte, is part of the line.
+struct RegistryLine {
+  std::string_view text;         ///< of a line longer than the buffer only its beginning; valid until the next line
+  std::uint64_t length = 0;      ///< of the whole line, in bytes
+  bool separatorBeyond = false;  ///< a "|" was seen behind what `text` shows
+
+  bool IsWhole() const { return length == text.size(); }
+};
+
+class RegistryLineReader {
+ public:
+  static constexpr std::size_t usualBuffer = 512U << 10;
+
+  /// `file` and `interruption` must outlive the reader. `bufferSize` is at least 8.
+  RegistryLineReader(InputFile& file, const Interruption& interruption, std::size_t bufferSize = usualBuffer);
+
+  /// Reads the next line. False at the end of the file; an end of line at the very end begins no further line. Throws
+  /// HostError, Interrupted too when a line does not end.
+  bool Next(RegistryLine& line);
+
+  /// Whether the file began with the UTF-8 mark, which is no part of its first line. Known after the first Next.
+  bool MarkedUtf8() const { return markedUtf8_; }
+
+ private:
+  void Begin();
+  void Refill();
+  bool LastLine(RegistryLine& line);
+  void LongLine(RegistryLine& line);
+  std::string_view Unread() const { return {buffer_.data() + position_, filled_ - position_}; }
+
+  InputFile& file_;
+  const Interruption& interruption_;
+  std::vector<char> buffer_;
+  std::vector<char> other_;   // the second buffer, for lines longer than the first
+  std::size_t position_ = 0;  // of the first unread byte
+  std::size_t filled_ = 0;
+  bool atEnd_ = false;
+  bool begun_ = false;
+  bool markedUtf8_ = false;
+};
+
+}  // namespace tolvan
