@@ -2,8 +2,10 @@
 #include "cli/OrderDemo.h"
 #include "cli/OrderImportarExcel.h"
 #include "cli/OrderImportarMovilnet.h"
+#include "cli/OrderImportarRnc.h"
 #include "cli/OrderOpciones.h"
 #include "cli/OrderPlantilla.h"
+#include "cli/OrderRnc.h"
 #include "cli/OrderVentas.h"
 #include "cli/OrderVexlor.h"
 
@@ -17,6 +19,8 @@ std::vector<std::unique_ptr<Order>> AllOrders() {
   orders.push_back(std::make_unique<OrderImportarExcel>());
   orders.push_back(std::make_unique<OrderImportarMovilnet>());
   orders.push_back(std::make_unique<OrderPlantilla>());
+  orders.push_back(std::make_unique<OrderImportarRnc>());
+  orders.push_back(std::make_unique<OrderRnc>());
   orders.push_back(std::make_unique<OrderOpciones>());
   return orders;
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "cli/demo/DemoDatabase.h"
+#include "cli/demo/DemoRegistry.h"
 #include "host/HostError.h"
 #include "platform/sql/SqlScript.h"
 #include "platform/sqlite/SqliteDatabaseServices.h"
@@ -37,6 +38,8 @@ conexion = tienda.db
 remitente = tienda@example.com
 destinatario = reportes@example.com
 )";
+
+constexpr std::uint32_t registryLines = 2'000;
 
 bool IsDemo(const fs::path& host) {
   std::ifstream file(host);
@@ -84,6 +87,7 @@ void MakeDemoStore(const DemoPlaces& places, Date today) {
   }
   // The mark comes first, so that a demo store that was interrupted half-made can be made again.
   Write(places.host, std::string(demoMark) + std::string(configuration));
+  Write(fs::path(places.examples) / "DGII_RNC.TXT", MakeDemoRegistry(registryLines));
   SqliteDatabaseServices database({.path = places.database, .createIfMissing = true});
   RunSqlScript(database, data::sqliteSchema);
   FillDemoDatabase(database, today);
