@@ -1,0 +1,108 @@
+// Any bytes as a registry file, through a buffer whose size the first byte chooses: the reader must give the lines that
+// a cut at every LF gives, and the import must make of each what its rules say, whatever the size of its batches.
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "base/Text.h"
+#include "fiscal/RegistryBatch.h"
+#include "fiscal/RegistryFields.h"
+#include "fiscal/clsInfoFiscalClienteDO.h"
+
+namespace tolvan {
+namespace {
+
+class Bytes final : public InputFile {
+ public:
+  explicit Bytes(std::string_view bytes) : bytes_(bytes) {}
+  std::uint64_t Size() const override { return bytes_.size(); }
+  std::size_t Read(std::span<char> buffer) override {
+    const std::size_t count = bytes_.copy(buffer.data(), buffer.size());
+    bytes_.remove_prefix(count);
+    return count;
+  }
+
+ private:
+  std::string_view bytes_;
+};
+
+class Never final : public Interruption {
+ public:
+  bool Requested() const noexcept override { return false; }
+};
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+/// The next line of `rest`, which is cut off it; false at the end.
+bool PlainLine(std::string_view& rest, std::string_view& line) {
+  if (rest.empty()) return false;
+  const std::size_t end = rest.find('\n');
+  line = rest.substr(0, end);
+  rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return true;
+}
+
+void TakeLine(RegistryBatch& batch, const RegistryLine& line, std::string_view whole, bool utf8) {
+  const RegistryFields fields = CutRegistryLine(line);
+  Require((fields.kind == FieldsKind::NoSeparator) == (whole.find('|') == std::string_view::npos));
+  if (fields.kind != FieldsKind::Two) {
+    batch.AddRejected(1, RejectionKind::Skipped, line.text, utf8);
+    Require(IsValidUtf8(batch.ExcerptOf(batch.Lines().back())));
+    return;
+  }
+  Require(fields.identifier == whole.substr(0, whole.find('|')));
+  std::string identifier(fields.identifier);
+  clsInfoFiscalClienteDO identity;
+  identity.ReconocerRif(identifier);
+  if (!identity.EsValido()) return;
+  batch.AddCustomer(1, identity.ValorCodigo(), fields.name, utf8, identity.Personeria());
+  const CustomerRow row = batch.RowOf(batch.Lines().back());
+  Require(row.code == identifier && (row.code.size() == 9 || row.code.size() == 11));
+  Require(IsValidUtf8(row.name) && CountCharacters(row.name) <= longestName);
+}
+
+void RequireOrder(RegistryBatch& batch) {
+  const BatchLine* last = nullptr;
+  for (const std::uint32_t place : batch.OrderByCode()) {
+    const BatchLine& line = batch.Lines()[place];
+    if (last != nullptr) {
+      const std::string_view before = batch.RowOf(*last).code;
+      const std::string_view code = batch.RowOf(line).code;
+      Require(before < code || (before == code && last < &line));
+    }
+    last = &line;
+  }
+}
+
+void Run(std::string_view input) {
+  if (input.empty()) return;
+  const std::size_t bufferSize = 8 + static_cast<unsigned char>(input.front());
+  std::string_view rest = input.substr(1);
+  Bytes file(rest);
+  const Never never;
+  RegistryLineReader reader(file, never, bufferSize);
+  RegistryBatch batch;
+  RegistryLine line;
+  std::string_view whole;
+  if (rest.starts_with("\xEF\xBB\xBF")) rest.remove_prefix(3);
+  while (PlainLine(rest, whole)) {
+    Require(reader.Next(line));
+    Require(line.length == whole.size() && whole.starts_with(line.text));
+    Require(line.IsWhole() || line.text.size() + 1 >= bufferSize);
+    TakeLine(batch, line, whole, reader.MarkedUtf8());
+  }
+  Require(!reader.Next(line));
+  RequireOrder(batch);
+}
+
+}  // namespace
+}  // namespace tolvan
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  tolvan::Run({reinterpret_cast<const char*>(data), size});
+  return 0;
+}
