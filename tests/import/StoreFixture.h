@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "contract/TemporaryFolder.h"
@@ -68,7 +69,8 @@ struct SilentStatus : StatusWindow {
 
 /// A review whose ShowModal does what a test says.
 struct FakeReview : ImportReview {
-  FakeReview(ReviewListModel& model, std::function<void(IClaseImportar&)> work) : list(&model), action(work) {}
+  FakeReview(ReviewListModel& model, std::function<void(IClaseImportar&)> work)
+      : list(&model), action(std::move(work)) {}
   void SetClase(IClaseImportar& made) override { importer = &made; }
   void RefrescarSumario() override {}
   ReviewList& lvStatus() override { return *list; }
