@@ -8,8 +8,8 @@
 #include "cli/ConsoleDialogs.h"
 #include "cli/ReviewPrinter.h"
 #include "import/ImportReport.h"
+#include "platform/assembly/DeferredSpreadsheetApplication.h"
 #include "platform/hash/NettleHashService.h"
-#include "platform/spreadsheet/LocalSpreadsheetApplication.h"
 #include "ui/ImportLauncher.h"
 
 namespace tolvan {
@@ -78,8 +78,8 @@ ExitCode RunImport(OrderCall& call, int action, std::vector<RowChange> changes) 
   CommandHost& host = call.Host();
   const ComponentContext& context = host.Context();
   static_cast<void>(host.RequireDatabase());
-  LocalSpreadsheetApplication spreadsheets(call.SystemClock(), context.Files(),
-                                           context.services.ApplicationFolder() + "Exportar");
+  DeferredSpreadsheetApplication spreadsheets(call.SystemClock(), context.Files(),
+                                              context.services.ApplicationFolder() + "Exportar");
   const NettleHashService hashes;
   ReviewResult result;
   PriceImporter* importer = nullptr;

@@ -6,7 +6,7 @@
 #include "cli/CommandHost.h"
 #include "cli/ImportOrder.h"
 #include "import/TemplateExport.h"
-#include "platform/spreadsheet/LocalSpreadsheetApplication.h"
+#include "platform/assembly/DeferredSpreadsheetApplication.h"
 
 namespace tolvan {
 namespace {
@@ -31,8 +31,8 @@ ExitCode OrderPlantilla::Run(OrderCall& call) const {
   if (withData) static_cast<void>(host.RequireDatabase());
   const std::string templatePath = TemplateExport::TemplatePath(context.services);
   if (!context.Files().FileExists(templatePath)) throw CommandFailure(ExitCode::Failed, templateMissing);
-  LocalSpreadsheetApplication spreadsheets(call.SystemClock(), context.Files(),
-                                           context.services.ApplicationFolder() + "Exportar");
+  DeferredSpreadsheetApplication spreadsheets(call.SystemClock(), context.Files(),
+                                              context.services.ApplicationFolder() + "Exportar");
   TemplateExport filled(context, spreadsheets);
   filled.Make(templatePath, withData)->SaveAs(output);
   if (call.WantsJson()) {

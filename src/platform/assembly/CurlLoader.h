@@ -3,22 +3,20 @@
 
 #include <memory>
 
+#include "platform/assembly/ModuleLoader.h"
 #include "platform/curl/CurlModule.h"
 
 namespace tolvan {
 
 class CurlLoader {
  public:
-  /// Throw HostError Configuration when the module is not beside the program, nor in lib/tolvan-impexp beside the
-  /// program's folder, or cannot be loaded. It stays loaded.
+  /// Throw HostError Configuration when the module cannot be loaded.
   std::unique_ptr<HttpClient> MakeHttpClient(const Interruption& interruption);
   std::unique_ptr<MailService> MakeMailService(const SmtpOptions& options, FileHelper& files,
                                                const Interruption& interruption);
 
  private:
-  void* EntryPoint(const char* name);
-
-  void* module_ = nullptr;
+  ModuleLoader module_{curlModuleFile, "el módulo de correo y red"};
 };
 
 }  // namespace tolvan

@@ -1,0 +1,26 @@
+// The entry point of the module that holds the readers and writers of workbooks and their libraries. It is a library of
+// its own, loaded when a workbook is first used: linking libxml2, libzip and libxlsxwriter costs every start of a
+// program about as much as a short order itself takes.
+#pragma once
+
+#include <string>
+
+#include "host/Clock.h"
+#include "host/FileHelper.h"
+#include "host/SpreadsheetApplication.h"
+
+extern "C" {
+
+/// The caller owns the result and deletes it; null when there is no memory. References must outlive it.
+using TolvanMakeSpreadsheetApplication = tolvan::SpreadsheetApplication*(const tolvan::Clock& clock,
+                                                                         tolvan::FileHelper& files,
+                                                                         const std::string& newWorkbookFolder);
+
+TolvanMakeSpreadsheetApplication tolvanMakeSpreadsheetApplication;
+}
+
+namespace tolvan {
+
+inline constexpr const char* spreadsheetModuleFile = "libtolvan_spreadsheet.so";
+
+}  // namespace tolvan
