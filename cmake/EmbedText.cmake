@@ -1,4 +1,4 @@
-# tolvan_embed_text(<target> <symbol> <file>): makes the bytes of a text file available to <target> as
+# tolvan_embed_text(<target> <symbol> <file>): makes the bytes of a file, text or not, available to <target> as
 #   namespace tolvan::data { extern const std::string_view <symbol>; }
 # so that the command needs no data folder beside it. The generated source is made anew when the file changes.
 set(TOLVAN_EMBED_SCRIPT ${CMAKE_CURRENT_LIST_DIR}/WriteEmbeddedText.cmake)

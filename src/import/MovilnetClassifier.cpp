@@ -111,7 +111,8 @@ void MovilnetClassifier::Settle(std::span<const MovilnetRow> rows, std::span<Mov
       if (decision.codeTaken) {
         decision.reason = "el código " + row.code + " ya está registrado en otro Item";
       } else if (const auto [first, unused] = newCodes.emplace(row.code, row.sheetRow); !unused) {
-        decision.reason = "el código " + row.code + " se repite: ya está en la fila " + std::to_string(first->second);
+        decision.reason =
+            "el código " + row.code + " se repite: ya está en la fila " + std::to_string(first->second) + " de la hoja";
       }
     }
     decision.action = isNew ? RowAction::Create : RowAction::Update;

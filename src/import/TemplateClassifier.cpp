@@ -21,7 +21,9 @@ void RefuseRepeated(std::span<const TemplateRow> rows, std::span<TemplateDecisio
   for (std::size_t index = 0; index < rows.size(); ++index) {
     if (!decisions[index].looked) continue;
     const auto [first, isNew] = firstRows.emplace(rows[index].code, rows[index].sheetRow);
-    if (!isNew) decisions[index].reason = "el código se repite: ya está en la fila " + std::to_string(first->second);
+    if (!isNew)
+      decisions[index].reason =
+          "el código se repite: ya está en la fila " + std::to_string(first->second) + " de la hoja";
   }
 }
 

@@ -28,6 +28,9 @@ TEST(DemoStore, IsTheSameForTheSameDayAndSellsUpToTheDayBefore) {
   MakeDemoStore(second, today);
   EXPECT_EQ(ReadFile(first.database), ReadFile(second.database));
   EXPECT_EQ(ReadFile(first.host), ReadFile(second.host));
+  for (const char* book : {"/precios.xlsx", "/movilnet.xlsx"}) {
+    EXPECT_EQ(ReadFile(first.examples + book), ReadFile(second.examples + book)) << book;
+  }
 
   SqliteDatabaseServices database({.path = first.database});
   EXPECT_GT(SumDaySales(database, today.PlusDays(-1), true), Currency());
@@ -51,6 +54,21 @@ TEST(DemoStore, ReplacesADemoStoreAndNothingElse) {
   EXPECT_EQ(result.code, 1);
   EXPECT_NE(result.messages.find("no son de una tienda de demostración"), std::string::npos);
   EXPECT_EQ(ReadFile(places.database), kept);
+}
+
+TEST(DemoStore, ItsPriceListsHoldTheSameRowsOfEveryKind) {
+  TemporaryFolder folder;
+  const DemoPlaces places = PlacesOfDemo(folder.File("tienda"));
+  MakeDemoStore(places, Date::FromParts(2024, 3, 1));
+  test::CommandRunner runner;
+  runner.host = places.host;
+  const auto newer = runner.Run({"--json", "importar-excel", places.examples + "/precios.xlsx", "--simular"});
+  const auto older = runner.Run({"--json", "importar-excel", places.examples + "/precios.xls", "--simular"});
+  ASSERT_EQ(newer.code, 0) << newer.messages;
+  EXPECT_EQ(newer.output, older.output) << "run tools/make-examples";
+  EXPECT_EQ(newer.output.find("\"nuevos_items\":0"), std::string::npos);
+  EXPECT_EQ(newer.output.find("\"precios_actualizados\":0"), std::string::npos);
+  EXPECT_EQ(newer.output.find("\"no_procesados\":0"), std::string::npos);
 }
 
 TEST(DemoCatalogue, HasEnoughItemsWhoseCodesAndNamesNoCleaningChanges) {

@@ -55,7 +55,7 @@ TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
        RowAction::None,
        true,
        "0.0000",
-       "el código se repite: ya está en la fila 5",
+       "el código se repite: ya está en la fila 5 de la hoja",
        ""},
       {{error, "x", "", "", 1.0, 1.0}, RowAction::None, false, "0.0000", "el código es un error de la hoja (#N/A)", ""},
       {{"  ", "x"}, RowAction::None, false, "0.0000", "el código queda vacío al quitarle los espacios", ""},

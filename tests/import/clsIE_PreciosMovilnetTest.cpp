@@ -67,7 +67,7 @@ TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
     EXPECT_EQ(ActionOf(1), RowAction::None);
     EXPECT_EQ(ActionOf(2), RowAction::Create);
     EXPECT_EQ(ActionOf(3), RowAction::None);
-    EXPECT_EQ(made->RowAt(3).reason, "el código TNOMODELOLAR se repite: ya está en la fila 5");
+    EXPECT_EQ(made->RowAt(3).reason, "el código TNOMODELOLAR se repite: ya está en la fila 5 de la hoja");
     EXPECT_FALSE(shown.AsignarNuevoItem(3, "tnolumia"));  // row 4 has it
     EXPECT_EQ(host.services.dialogs.boxes.back().title, "Código duplicado");
     EXPECT_TRUE(shown.AsignarNuevoItem(3, "LARGO2"));

@@ -5,7 +5,9 @@
 #include <string_view>
 
 #include "cli/demo/DemoDatabase.h"
+#include "cli/demo/DemoFiles.h"
 #include "cli/demo/DemoRegistry.h"
+#include "cli/demo/DemoWorkbooks.h"
 #include "host/HostError.h"
 #include "platform/sql/SqlScript.h"
 #include "platform/sqlite/SqliteDatabaseServices.h"
@@ -47,13 +49,6 @@ bool IsDemo(const fs::path& host) {
   return std::getline(file, line) && line == demoMark;
 }
 
-void Write(const fs::path& path, std::string_view text) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file << text;
-  file.close();
-  if (!file) throw HostError(HostErrorKind::Access, "no se pudo escribir el archivo", path.string());
-}
-
 /// What is replaced must be a demo store's own; a shop's data never is.
 void ClearOldStore(const DemoPlaces& places) {
   const bool occupied = fs::exists(places.host) || fs::exists(places.database);
@@ -86,11 +81,12 @@ void MakeDemoStore(const DemoPlaces& places, Date today) {
     throw HostError(HostErrorKind::Access, error.code().message(), error.path1().string());
   }
   // The mark comes first, so that a demo store that was interrupted half-made can be made again.
-  Write(places.host, std::string(demoMark) + std::string(configuration));
-  Write(fs::path(places.examples) / "DGII_RNC.TXT", MakeDemoRegistry(registryLines));
+  WriteDemoFile(places.host, std::string(demoMark) + std::string(configuration));
+  WriteDemoFile(fs::path(places.examples) / "DGII_RNC.TXT", MakeDemoRegistry(registryLines));
   SqliteDatabaseServices database({.path = places.database, .createIfMissing = true});
   RunSqlScript(database, data::sqliteSchema);
   FillDemoDatabase(database, today);
+  WriteDemoWorkbooks(places, today);
 }
 
 }  // namespace tolvan

@@ -1,4 +1,4 @@
-// The demo store: a folder with a configuration, a database, and later the files to try the orders on.
+// The demo store: a folder with a configuration, a database, the template, and files to try the orders on.
 #pragma once
 
 #include <string>
@@ -18,8 +18,9 @@ struct DemoPlaces {
 /// Where everything of a demo store in `folder` lies.
 DemoPlaces PlacesOfDemo(const std::string& folder);
 
-/// Makes the folders, the configuration and the filled database. What an earlier demo store left in the folder is
-/// replaced. Throws HostError; Access when the folder holds a configuration or database that is not of a demo store.
+/// Makes the folders, the configuration, the filled database, the template and the examples. What an earlier demo store
+/// left in the folder is replaced. Throws HostError; Access when the folder holds a configuration or database that is
+/// not of a demo store.
 void MakeDemoStore(const DemoPlaces& places, Date today);
 
 }  // namespace tolvan

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tolvan {
+
+/// Writes a whole file over one that is there. Throws HostError Access.
+void WriteDemoFile(const std::string& path, std::string_view content);
+
+}  // namespace tolvan
