@@ -77,6 +77,9 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   /// Tells the user why applying cannot begin, and keeps the text for Outcome.
   void Refuse(std::string_view title, std::string_view text);
 
+  /// Warns the user with `text` and keeps it for Outcome with its cause. Always false.
+  bool Fail(std::string_view text, const std::exception& cause);
+
   virtual std::uint32_t FirstDataRow() const = 0;
   virtual void ForgetRows() = 0;
 
@@ -108,7 +111,6 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   bool Apply(StatusWindow& reviewWindow, const ApplyTables& tables);
   void ApplyRows(StatusDisplay& status, const ApplyTables& tables);
   void CountActions();
-  bool Fail(std::string_view text, const std::exception& cause);
   bool FailSilently(const HostError& error);
   std::string Explain(const std::exception& cause) const;
   void TellRemoval();

@@ -9,6 +9,8 @@
 namespace tolvan {
 namespace {
 
+/// The departments could not be looked up, so that nothing was begun.
+constexpr std::string_view notCompleted = "No se pudo completar la operación";
 constexpr std::array<std::string_view, 2> requiredDepartments{"CDMA", "GSM"};
 
 constexpr std::string_view departmentsTitle = "Falta registrar departamentos";
@@ -110,13 +112,17 @@ void clsIE_PreciosMovilnet::Classify(const DepartmentTable&, const TaxTable& tax
 }
 
 bool clsIE_PreciosMovilnet::MayApply() {
-  for (const std::string_view department : requiredDepartments) {
-    SqlStatement statement("SELECT idDepartamento FROM Departamentos WHERE idDepartamento = ");
-    if (!Database().OpenRecordset(statement.Text(department))->AtEnd()) continue;
-    Refuse(departmentsTitle, departmentsText);
-    return false;
+  try {
+    for (const std::string_view department : requiredDepartments) {
+      SqlStatement statement("SELECT idDepartamento FROM Departamentos WHERE idDepartamento = ");
+      if (!Database().OpenRecordset(statement.Text(department))->AtEnd()) continue;
+      Refuse(departmentsTitle, departmentsText);
+      return false;
+    }
+    return true;
+  } catch (const HostError& error) {
+    return Fail(notCompleted, error);
   }
-  return true;
 }
 
 ReviewRow clsIE_PreciosMovilnet::RowAt(std::int32_t number) const {

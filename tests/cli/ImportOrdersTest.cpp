@@ -1,6 +1,7 @@
 // The orders that import price lists, on a demo store and real workbooks, from the words to the database.
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/wait.h>
 
 #include <nlohmann/json.hpp>
 
@@ -8,6 +9,7 @@
 #include "contract/TemporaryFolder.h"
 #include "platform/files/PosixFileHelper.h"
 #include "platform/spreadsheet/LocalSpreadsheetApplication.h"
+#include "support/ChildProcess.h"
 #include "support/CommandRunner.h"
 #include "support/FileContent.h"
 
@@ -92,6 +94,42 @@ TEST_F(ImportOrders, SimulateApplyAndReport) {
   // The same list again changes nothing, whatever rounding lost on the way.
   result = runner.Run({"--json", "importar-excel", book});
   EXPECT_EQ(json::parse(result.output)["resumen"]["no_procesados"], 2);
+}
+
+TEST_F(ImportOrders, WriteTheReportAsAWorkbook) {
+  const std::string book = Workbook("lista.xlsx", 4, {{"ALI0001", {}, {}, {}, {}, 99.5}, {"NUEVO", {}, {}, {}, 10.5}});
+  const std::string report = folder.File("informe.XLSX");
+  ASSERT_EQ(runner.Run({"importar-excel", book, "--informe", report}).code, 0);
+  PosixFileHelper files(folder.File(""));
+  LocalSpreadsheetApplication application(runner.clock, files, folder.File("nuevos"));
+  const auto reader = application.OpenFirstWorksheet(report, runner.interruption);
+  std::string text;
+  for (SheetRow row; reader->NextRow(row); text += "\n") {
+    for (const SheetCell& cell : row.cells) {
+      text += cell.kind == CellKind::Number ? std::to_string(cell.number) : std::string(cell.text);
+      text += ";";
+    }
+  }
+  EXPECT_NE(text.find("Agregar;6.000000;NUEVO;"), std::string::npos) << text;
+  EXPECT_NE(text.find(";44.000000;99.500000;"), std::string::npos) << text;
+}
+
+TEST_F(ImportOrders, TwoProgramsAtOnceLeaveOneWholeImport) {
+  std::vector<Cells> rows;
+  std::vector<std::string> codes;
+  for (int row = 0; row < 2'000; ++row) codes.push_back("DOBLE" + std::to_string(row));
+  for (const std::string& code : codes) rows.push_back({code, {}, {}, {}, 10.0, 11.8});
+  const std::string book = Workbook("lista.xlsx", 4, rows);
+  const std::string items = Query("SELECT count(*) FROM Items");
+  const pid_t other = test::StartChild([&] { runner.Run({"importar-excel", book}); });
+  const test::CommandResult mine = runner.Run({"importar-excel", book});
+  int ended = 0;
+  ASSERT_EQ(waitpid(other, &ended, 0), other);
+  EXPECT_TRUE(mine.code == 0 || mine.messages.find("La operación no pudo concluirse") != std::string::npos)
+      << mine.messages;
+  EXPECT_EQ(Query("SELECT count(*) FROM Items"), std::to_string(std::stoi(items) + 2'000) + ",");
+  EXPECT_EQ(Query("SELECT count(*), count(DISTINCT idItem) FROM Precios WHERE idItem LIKE 'DOBLE%'"), "4000,2000,");
+  EXPECT_EQ(Query("PRAGMA integrity_check"), "ok,");
 }
 
 TEST_F(ImportOrders, DoWhatTheRowMenuDoes) {

@@ -100,6 +100,9 @@ TEST_F(PreciosMovilnet, NeedsBothDepartmentsAndThePermission) {
   const std::string before = Dump();
   Import([&](IClaseImportar& shown) { EXPECT_FALSE(shown.Iniciar(status)); });
   EXPECT_EQ(host.services.dialogs.boxes.back().title, "Falta registrar departamentos");
+  Run("ALTER TABLE Departamentos RENAME TO Otros");
+  Import([&](IClaseImportar& shown) { EXPECT_FALSE(shown.Iniciar(status)); });
+  Run("ALTER TABLE Otros RENAME TO Departamentos");
   host.application.permissions.clear();
   Import([&](IClaseImportar& shown) { EXPECT_FALSE(shown.Iniciar(status)); });
   EXPECT_EQ(host.services.dialogs.boxes.back().text,
