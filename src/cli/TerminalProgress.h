@@ -1,13 +1,11 @@
-// Progress on a terminal: one line that is written over and over, with a bar, the pace and the time left. Draws at most
-// ten times a second, so that it may be told every step.
+// Progress on a terminal: a line with a bar, the pace and the time left. It may be told every step.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <functional>
-#include <iosfwd>
 #include <string>
 
+#include "cli/TerminalLine.h"
 #include "services/ProgressControls.h"
 
 namespace tolvan {
@@ -25,19 +23,14 @@ class TerminalProgress : public ProgressContainer, public ProgressBar, public Pr
   void SetCaption(std::string_view text) override { caption_ = text; }
 
  private:
-  using Moment = std::chrono::steady_clock::time_point;
+  std::string Line(std::int32_t value) const;
 
-  std::string Line(std::int32_t value, double seconds) const;
-
-  std::ostream* out_;
+  TerminalLine line_;
   std::function<std::int64_t()> steps_;
   std::string unitName_;
   std::string caption_;
   std::int32_t maximum_ = 0;
-  Moment began_;
-  Moment drawn_;
   bool visible_ = false;
-  bool hasDrawn_ = false;
 };
 
 }  // namespace tolvan

@@ -1,17 +1,11 @@
 #include "cli/TerminalStatus.h"
 
-#include <chrono>
-#include <cmath>
-#include <ostream>
 #include <string>
+
+#include "cli/TerminalLine.h"
 
 namespace tolvan {
 namespace {
-
-using std::chrono::steady_clock;
-
-constexpr auto betweenDrawings = std::chrono::milliseconds(100);
-constexpr const char* clearLine = "\r\x1B[K";
 
 class Silent : public StatusDisplay {
  public:
@@ -20,10 +14,12 @@ class Silent : public StatusDisplay {
   void Advance() override {}
 };
 
-class Line : public StatusDisplay {
+class Shown : public StatusDisplay {
  public:
-  explicit Line(std::ostream& out) : out_(out), began_(steady_clock::now()), drawn_(began_) {}
-  ~Line() override { out_ << clearLine << std::flush; }
+  explicit Shown(std::ostream& out) : line_(out) { line_.Begin(); }
+  ~Shown() override { line_.Clear(); }
+  Shown(const Shown&) = delete;
+  Shown& operator=(const Shown&) = delete;
 
   void SetText(std::string_view text) override {
     text_ = text;
@@ -32,7 +28,7 @@ class Line : public StatusDisplay {
   void SetRange(std::int32_t maximum) override {
     maximum_ = maximum;
     done_ = 0;
-    began_ = steady_clock::now();
+    line_.Begin();
   }
   void Advance() override {
     ++done_;
@@ -41,31 +37,26 @@ class Line : public StatusDisplay {
 
  private:
   void DrawNowAndThen() {
-    const auto now = steady_clock::now();
-    if (now - drawn_ < betweenDrawings) return;
-    drawn_ = now;
-    out_ << clearLine << text_;
+    if (!line_.Due()) return;
+    std::string text = text_;
     if (maximum_ > 0 && done_ > 0) {
-      const double passed = std::chrono::duration<double>(now - began_).count();
-      const auto left = std::lround(passed * (maximum_ - done_) / done_);
-      out_ << ": " << done_ << " de " << maximum_ << ", quedan " << left << " s";
+      text += ": " + std::to_string(done_) + " de " + std::to_string(maximum_) + ", " +
+              TimeLeft(line_.Seconds(), static_cast<double>(done_) / maximum_);
     }
-    out_ << std::flush;
+    line_.Draw(text);
   }
 
-  std::ostream& out_;
+  TerminalLine line_;
   std::string text_;
   std::int32_t maximum_ = 0;
   std::int32_t done_ = 0;
-  steady_clock::time_point began_;
-  steady_clock::time_point drawn_;
 };
 
 }  // namespace
 
 std::unique_ptr<StatusDisplay> TerminalStatus::OpenStatus() {
   if (!shown_) return std::make_unique<Silent>();
-  return std::make_unique<Line>(*out_);
+  return std::make_unique<Shown>(*out_);
 }
 
 }  // namespace tolvan

@@ -1,5 +1,4 @@
-// The importers' status on a terminal: one line that is written over and over, at most ten times a second, with counts
-// and the time left. Elsewhere it shows nothing.
+// The importers' status on a terminal: a line with counts and the time left. Elsewhere it shows nothing.
 #pragma once
 
 #include <iosfwd>
