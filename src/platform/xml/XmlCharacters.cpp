@@ -1,0 +1,65 @@
+#include "platform/xml/XmlCharacters.h"
+
+#include <algorithm>
+
+#include "base/Text.h"
+
+namespace tolvan {
+namespace {
+
+constexpr char32_t replacement = 0xFFFD;
+
+bool IsPlain(char c) {
+  return (c >= 0x20 && c < 0x7F && c != '&' && c != '<' && c != '>') || c == '\t' || c == '\n';
+}
+
+// Stray bytes come from NextCodePoint as surrogates, which are not allowed either.
+bool IsAllowed(char32_t c) {
+  if (c < 0x20) return c == '\t' || c == '\n' || c == '\r';
+  return (c < 0xD800 || c > 0xDFFF) && c != 0xFFFE && c != 0xFFFF && c <= 0x10FFFF;
+}
+
+void AppendCharacter(std::string& out, char32_t c) {
+  switch (c) {
+    case '&':
+      out += "&amp;";
+      break;
+    case '<':
+      out += "&lt;";
+      break;
+    case '>':
+      out += "&gt;";
+      break;
+    case '\r':
+      out += "&#13;";
+      break;
+    default:
+      AppendCodePoint(out, IsAllowed(c) ? c : replacement);
+  }
+}
+
+}  // namespace
+
+bool IsPlainXmlText(std::string_view text) {
+  // Without an early end, so that the compiler can look at many bytes at once; nearly every text is plain.
+  unsigned other = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    other |= static_cast<unsigned>(byte < 0x20) | static_cast<unsigned>(byte > 0x7E) |
+             static_cast<unsigned>(byte == '&') | static_cast<unsigned>(byte == '<') |
+             static_cast<unsigned>(byte == '>');
+  }
+  return other == 0;
+}
+
+void AppendXmlText(std::string& out, std::string_view text) {
+  for (std::size_t position = 0; position < text.size();) {
+    const auto* const start = text.begin() + position;
+    const auto* const stop = std::find_if_not(start, text.end(), IsPlain);
+    out.append(start, stop);
+    position += static_cast<std::size_t>(stop - start);
+    if (position < text.size()) AppendCharacter(out, NextCodePoint(text, position));
+  }
+}
+
+}  // namespace tolvan
