@@ -135,7 +135,8 @@ CREATE TABLE IF NOT EXISTS Barcodes (
   idUnidad  TEXT NOT NULL COLLATE NOCASE
 ) WITHOUT ROWID;
 
-CREATE INDEX IF NOT EXISTS BarcodesPorItem ON Barcodes (idItem);
+-- With the unit, so that a list of barcodes by item needs no visit to the table.
+CREATE INDEX IF NOT EXISTS BarcodesPorItem ON Barcodes (idItem, idUnidad);
 
 CREATE TABLE IF NOT EXISTS LoteTransporteSubida (
   idLoteTransporte  INTEGER  NOT NULL PRIMARY KEY AUTOINCREMENT,

@@ -1,0 +1,171 @@
+#include "transport/ItemDefinitionFile.h"
+
+#include <exception>
+#include <memory>
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "services/ComponentContext.h"
+#include "transport/ItemDefinitionQueries.h"
+#include "transport/XMLUtil.h"
+#include "transport/basComponenteXML.h"
+#include "transport/clsDatosTransporteXMLSalida.h"
+
+namespace tolvan {
+namespace {
+
+constexpr std::size_t rowsBetweenReports = 1000;
+constexpr std::string_view successText =
+    "Archivo guardado con éxito\r\nFavor copie el archivo guardado en el dispositivo y ábralo desde el mismo";
+
+enum class LeafKind {
+  Text,
+  Boolean,
+  Rule,  ///< a text, or a boolean where the store only tells whether there is a rule
+};
+
+/// A child of a row's element and the column of the query that it takes its text from.
+struct Leaf {
+  std::string_view element;
+  std::size_t column;
+  LeafKind kind = LeafKind::Text;
+};
+
+struct Section {
+  std::string_view element;
+  std::string_view rowElement;
+  std::span<const Leaf> leaves;
+};
+
+// The names and their order are the device's: a unit and an identifier travel under other names than their columns',
+// and a barcode stands before the item it belongs to.
+constexpr Leaf itemLeaves[] = {{"Codigo", 0},
+                               {"Unidad", 1},
+                               {"Descripcion", 2},
+                               {"RequiereSeriales", 3, LeafKind::Boolean},
+                               {"RequiereSerialesRegla", 4, LeafKind::Rule}};
+constexpr Leaf barcodeLeaves[] = {{"Barcode", 1}, {"Codigo", 0}, {"Unidad", 2}};
+constexpr Leaf depositLeaves[] = {{"Codigo", 0}};
+
+constexpr Section itemSection = {"Articulos", "Articulo", itemLeaves};
+constexpr Section barcodeSection = {"Barcodes", "Barcode", barcodeLeaves};
+constexpr Section depositSection = {"Depositos", "Deposito", depositLeaves};
+
+/// A query that could not be opened, which is told otherwise than a failure while its rows are read.
+struct QueryNotOpened {
+  HostError reason;
+};
+
+std::unique_ptr<Recordset> Open(DatabaseServices& database, const SqlStatement& query) {
+  try {
+    return database.OpenRecordset(query);
+  } catch (const HostError& error) {
+    if (error.Kind() == HostErrorKind::Interrupted) throw;
+    throw QueryNotOpened{error};
+  }
+}
+
+// Some engines keep a boolean as a number.
+std::string_view LeafText(const Recordset& rows, const Leaf& leaf) {
+  if (leaf.kind != LeafKind::Text) {
+    const FieldValue value = rows.Value(leaf.column);
+    const bool canBeBoolean = leaf.kind == LeafKind::Boolean || !std::holds_alternative<std::string>(value);
+    const std::optional<bool> flag = canBeBoolean ? BooleanOf(value) : std::nullopt;
+    if (flag) return *flag ? "True" : "False";
+  }
+  return rows.Text(leaf.column);
+}
+
+/// Adds rows to a document and sees to interruption and progress.
+class SectionWriter {
+ public:
+  SectionWriter(XmlDocument& document, XmlNode content, const ItemDefinitionServices& services)
+      : document_(document), content_(content), services_(services) {}
+
+  /// The number of rows written.
+  std::size_t Write(const Section& section, const SqlStatement& query) {
+    const std::unique_ptr<Recordset> rows = Open(services_.database, query);
+    const XmlNode parent = document_.AppendElement(content_, section.element);
+    std::size_t count = 0;
+    for (; !rows->AtEnd(); rows->MoveNext(), ++count) {
+      document_.BeginRecord(parent, section.rowElement);
+      for (const Leaf& leaf : section.leaves) document_.AppendField(leaf.element, LeafText(*rows, leaf));
+      document_.EndRecord();
+      CountRow();
+    }
+    return count;
+  }
+
+ private:
+  void CountRow() {
+    if (services_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, {});
+    if (++rowsRead_ % rowsBetweenReports == 0 && services_.progress) services_.progress(rowsRead_);
+  }
+
+  XmlDocument& document_;
+  XmlNode content_;
+  const ItemDefinitionServices& services_;
+  std::size_t rowsRead_ = 0;
+};
+
+ItemDefinitionResult NotWritten(ItemDefinitionResult result, ItemDefinitionOutcome outcome, std::string error) {
+  result.outcome = outcome;
+  result.error = std::move(error);
+  return result;
+}
+
+}  // namespace
+
+ItemDefinitionServices CollectorServices(const ComponentContext& context, basComponenteXML& xml) {
+  return {.database = context.application.Database(),
+          .files = context.Files(),
+          .dialogs = context.UserDialogs(),
+          .interruption = context.services.UserInterruption(),
+          .xml = xml,
+          .productName = context.application.ProductName(),
+          .progress = {}};
+}
+
+ItemDefinitionFile::ItemDefinitionFile(ItemDefinitionServices services) : services_(std::move(services)) {}
+
+ItemDefinitionResult ItemDefinitionFile::Write(std::string_view path, bool multipleAreas, bool receiving) {
+  ItemDefinitionResult result;
+  try {
+    clsDatosTransporteXMLSalida document(services_.xml);
+    result.instance = document.Instancia();
+    if (!document.NuevoDocumento(documentClass)) {
+      return NotWritten(result, ItemDefinitionOutcome::NoXmlLibrary, std::string(basComponenteXML::missingText));
+    }
+    Build(document, multipleAreas, receiving, result);
+    Save(document, path);
+  } catch (const QueryNotOpened& stop) {
+    return NotWritten(result, ItemDefinitionOutcome::QueryNotOpened, TextForPeople(stop.reason));
+  } catch (const HostError& error) {
+    return NotWritten(result, ItemDefinitionOutcome::Failed, TextForPeople(error));
+  } catch (const std::exception& error) {  // such as no memory left
+    return NotWritten(result, ItemDefinitionOutcome::Failed, std::string("Error: ") + error.what());
+  }
+  services_.dialogs.ShowMessage(MessageIcon::Information, services_.productName, successText);
+  result.outcome = ItemDefinitionOutcome::Written;
+  return result;
+}
+
+void ItemDefinitionFile::Build(clsDatosTransporteXMLSalida& document, bool multipleAreas, bool receiving,
+                               ItemDefinitionResult& result) {
+  XmlDocument& xml = *document.XD();
+  const XmlNode content = document.NodoContenido().value();
+  XMLUtil::AddElement(xml, content, "MultiplesAreas", std::string_view(multipleAreas ? "1" : "0"));
+  SectionWriter writer(xml, content, services_);
+  result.items = writer.Write(itemSection, CollectorItemsQuery());
+  result.barcodes = writer.Write(barcodeSection, CollectorBarcodesQuery());
+  result.deposits = writer.Write(depositSection, CollectorDepositsQuery(receiving));
+}
+
+void ItemDefinitionFile::Save(clsDatosTransporteXMLSalida& document, std::string_view path) {
+  const std::unique_ptr<WholeFile> file = services_.files.CreateWhole(path);
+  document.XD()->Save(*file);
+  file->Commit();
+}
+
+}  // namespace tolvan

@@ -1,0 +1,49 @@
+// Upload transport batches of one company and site. At most one is open at a time: the database's unique index over
+// open batches sees to it when two programs open at once. Where the host's database has no such index, Find gives the
+// newest and Close closes all.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "host/DatabaseServices.h"
+#include "host/SqlDialect.h"
+
+namespace tolvan {
+
+struct OpenedBatch {
+  std::int64_t number = 0;
+  bool isNew = false;  ///< false: it was open already, perhaps opened by another program a moment before
+};
+
+/// Every operation throws HostError.
+class LoteTransporte {
+ public:
+  /// Database and dialect outlive this object.
+  LoteTransporte(DatabaseServices& database, const SqlDialect& dialect, std::int32_t companyId, std::int32_t siteId);
+
+  /// The number of the newest open batch; nothing when none is open.
+  std::optional<std::int64_t> Find();
+
+  /// Opens a batch unless one is open.
+  OpenedBatch Open();
+
+  /// Closes every open batch with the server's date and time; how many there were. Closing again is harmless.
+  std::int64_t Close();
+
+  /// The statements, with the columns that a caller wants to see (such as "idLoteTransporte").
+  SqlStatement FindStatement(std::string_view columns) const;
+  SqlStatement OpenStatement() const;
+  SqlStatement CloseStatement() const;
+
+ private:
+  std::optional<OpenedBatch> TryInsert();
+
+  DatabaseServices& database_;
+  const SqlDialect& dialect_;
+  std::int32_t companyId_;
+  std::int32_t siteId_;
+};
+
+}  // namespace tolvan

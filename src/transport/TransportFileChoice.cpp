@@ -1,0 +1,18 @@
+#include "transport/TransportFileChoice.h"
+
+#include "services/ZelC_CDL.h"
+
+namespace tolvan {
+
+std::string TransportFileName(std::string_view prefix, Date day) {
+  std::string name(prefix);
+  name.append(" ").append(PaddedNumber(day.Year(), 4)).append(PaddedNumber(day.Month(), 2));
+  return name.append(PaddedNumber(day.Day(), 2)).append(".tolpak");
+}
+
+std::string ChooseTransportFile(std::string_view prefix, Dialogs& dialogs, const Clock& clock) {
+  return ChooseFile(dialogs, FileChoice::Save, "Guardar Archivo de Transporte",
+                    "Archivo de Transporte (*.tolpak)|*.tolpak|", TransportFileName(prefix, clock.Today()));
+}
+
+}  // namespace tolvan

@@ -1,0 +1,92 @@
+#include "transport/CRC32.h"
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "base/Windows1252.h"
+#include "transport/Crc32Digest.h"
+
+namespace tolvan::test {
+namespace {
+
+std::uint32_t ByZlib(std::span<const std::uint8_t> bytes) {
+  return static_cast<std::uint32_t>(::crc32(0, bytes.data(), static_cast<uInt>(bytes.size())));
+}
+
+std::vector<std::uint8_t> RandomBytes(std::mt19937& random, std::size_t count) {
+  std::vector<std::uint8_t> bytes(count);
+  for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
+  return bytes;
+}
+
+TEST(CRC32Test, KnownTexts) {
+  const struct {
+    std::string_view text;
+    std::uint32_t checksum;
+  } cases[] = {
+      {"", 0},
+      {"123456789", 0xCBF43926},                                   // the published check value
+      {"ñ", ByZlib(std::vector<std::uint8_t>{0xF1})},              // not its two bytes of UTF-8
+      {"5 €", ByZlib(std::vector<std::uint8_t>{'5', ' ', 0x80})},  // beyond Latin-1, yet one byte
+      {std::string_view("a\0b", 3), ByZlib(std::vector<std::uint8_t>{'a', 0, 'b'})},
+  };
+  for (const auto& [text, checksum] : cases) {
+    EXPECT_EQ(static_cast<std::uint32_t>(CRC32().GetStringCrc32(text)), checksum) << text;
+  }
+  EXPECT_EQ(CRC32().GetStringCrc32("123456789"), -873187034);
+  for (const std::string_view text : {"Ω", "a\U0001F600", "\xFF"}) {
+    EXPECT_THROW(CRC32().GetStringCrc32(text), Crc32Overflow) << text;
+  }
+}
+
+TEST(CRC32Test, BoundsOfArrays) {
+  const std::vector<std::uint8_t> whole(65'537, 7);
+  const struct {
+    std::size_t size;
+    std::int64_t lowerBound;
+    bool fits;
+  } cases[] = {
+      {0, 0, true},
+      {0, 1, true},
+      {32'768, 0, true},
+      {32'769, 0, false},
+      {65'536, -32'768, true},
+      {65'537, -32'768, false},
+      {1, 32'767, true},
+      {1, 32'768, false},
+      {1, -32'769, false},
+  };
+  for (const auto& [size, lowerBound, fits] : cases) {
+    const std::span bytes(whole.data(), size);
+    SCOPED_TRACE(std::to_string(size) + " from " + std::to_string(lowerBound));
+    if (fits) {
+      EXPECT_EQ(static_cast<std::uint32_t>(CRC32().GetByteArrayCrc32(bytes, lowerBound)), ByZlib(bytes));
+    } else {
+      EXPECT_THROW(CRC32().GetByteArrayCrc32(bytes, lowerBound), Crc32Overflow);
+    }
+  }
+  EXPECT_EQ(CRC32().GetByteArrayCrc32({}), 0);
+}
+
+TEST(CRC32Test, AgreesWithZlibInPieces) {
+  std::mt19937 random(20'261'115);
+  for (int round = 0; round < 400; ++round) {
+    const std::vector<std::uint8_t> bytes = RandomBytes(random, random() % 700);
+    const std::string text = FromWindows1252({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    ASSERT_EQ(static_cast<std::uint32_t>(CRC32().GetStringCrc32(text)), ByZlib(bytes));
+    Crc32Digest digest;
+    for (std::span<const std::uint8_t> rest(bytes); !rest.empty();) {
+      const std::size_t piece = std::min<std::size_t>(rest.size(), 1 + random() % 90);
+      digest.Add(rest.first(piece));
+      rest = rest.subspan(piece);
+    }
+    ASSERT_EQ(digest.Value(), ByZlib(bytes)) << bytes.size();
+  }
+}
+
+}  // namespace
+}  // namespace tolvan::test

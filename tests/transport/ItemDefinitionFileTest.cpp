@@ -1,0 +1,206 @@
+#include "transport/ItemDefinitionFile.h"
+
+#include <sys/resource.h>
+
+#include <csignal>
+#include <cstdlib>
+
+#include "base/Text.h"
+#include "platform/files/PosixFileHelper.h"
+#include "platform/sql/MakeSqlDialect.h"
+#include "platform/xml/PugiXmlLibrary.h"
+#include "support/FakeHost.h"
+#include "transport/ItemDefinitionQueries.h"
+#include "transport/MissingXmlLibrary.h"
+#include "transport/TransportFakes.h"
+#include "transport/basComponenteXML.h"
+
+namespace tolvan::test {
+namespace {
+
+using ::testing::_;
+using ::testing::NiceMock;
+using Outcome = ItemDefinitionOutcome;
+
+constexpr auto store = R"sql(
+INSERT INTO Marcas (idMarca) VALUES ('DEF');
+INSERT INTO Departamentos (idDepartamento, RequerirReglasSeriales) VALUES ('TEL', 'IMEI'), ('DEF', NULL);
+INSERT INTO Items (idItem, Descripcion, idMarca, idDepartamento, Oculto, Activo, TipoItem, RequiereSeriales) VALUES
+  ('A1', 'Teléfono & cargador <5 V>', 'DEF', 'TEL', 0, 1, 0, 1),
+  ('A2', NULL, 'DEF', 'DEF', 0, 1, 0, 0),
+  ('OCULTO', 'x', 'DEF', 'DEF', 1, 1, 0, 0),
+  ('INACTIVO', 'x', 'DEF', 'DEF', 0, 0, 0, 0),
+  ('SERVICIO', 'x', 'DEF', 'DEF', 0, 1, 1, 0);
+INSERT INTO ItemsUnidades (idItem, idUnidad, EsPrincipal) VALUES ('A1', 'UND', 1), ('A1', 'CAJA', 0), ('A2', 'KG', 1),
+  ('OCULTO', 'UND', 1), ('INACTIVO', 'UND', 1), ('SERVICIO', 'UND', 1);
+INSERT INTO Barcodes (Barcode, idItem, idUnidad) VALUES ('7591', 'A1', 'CAJA'), ('7592' || char(29), 'A1', 'UND'),
+  ('7593', 'OCULTO', 'UND'), ('7594', 'SERVICIO', 'UND');
+INSERT INTO Depositos (idDeposito, Tipo, DisponibleEntrada) VALUES ('01', 0, 1), ('02', 0, 0), ('03', 1, 1);
+)sql";
+
+constexpr auto countContent =
+    "<MultiplesAreas>1</MultiplesAreas><Articulos>"
+    "<Articulo><Codigo>A1</Codigo><Unidad>UND</Unidad><Descripcion>Teléfono &amp; cargador &lt;5 V&gt;</Descripcion>"
+    "<RequiereSeriales>True</RequiereSeriales><RequiereSerialesRegla>IMEI</RequiereSerialesRegla></Articulo>"
+    "<Articulo><Codigo>A2</Codigo><Unidad>KG</Unidad><Descripcion></Descripcion>"
+    "<RequiereSeriales>False</RequiereSeriales><RequiereSerialesRegla></RequiereSerialesRegla></Articulo></Articulos>"
+    "<Barcodes><Barcode><Barcode>7591</Barcode><Codigo>A1</Codigo><Unidad>CAJA</Unidad></Barcode>"
+    "<Barcode><Barcode>7592\uFFFD</Barcode><Codigo>A1</Codigo><Unidad>UND</Unidad></Barcode></Barcodes>"
+    "<Depositos><Deposito><Codigo>01</Codigo></Deposito><Deposito><Codigo>02</Codigo></Deposito></Depositos>";
+
+std::string Envelope(const std::string& instance, const std::string& content) {
+  return "<?xml version=\"1.0\"?><TransporteTolvanSystems><Meta><Instancia>" + instance +
+         "</Instancia><Clase>DC_DefinicionItems</Clase></Meta><Contenido>" + content +
+         "</Contenido></TransporteTolvanSystems>";
+}
+
+class ItemDefinitionFileTest : public ::testing::Test {
+ protected:
+  ItemDefinitionFileTest() { CreateTables(database_); }
+
+  ItemDefinitionResult Write(bool areas, bool receiving, const std::string& path) {
+    ItemDefinitionFile file({database_, files_, dialogs_, interruption_, xml_, "Tolvan", {}});
+    return file.Write(path, areas, receiving);
+  }
+  ItemDefinitionResult Write(bool areas, bool receiving) { return Write(areas, receiving, path_); }
+
+  bool IsValid() const {
+    const std::string schema = std::string(TOLVAN_SOURCE_FOLDER) + "/data/colector/DC_DefinicionItems.xsd";
+    return std::system(("timeout 30 xmllint --noout --schema '" + schema + "' '" + path_ + "'").c_str()) == 0;
+  }
+
+  /// The earlier file is whole and nothing lies beside it.
+  void ExpectUntouched(const std::string& earlier) const {
+    EXPECT_EQ(ReadFile(path_), earlier);
+    int files = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(output_.Path())) files += entry.exists() ? 1 : 0;
+    EXPECT_EQ(files, earlier.empty() ? 0 : 1);
+  }
+
+  TemporaryFolder folder_;
+  TemporaryFolder output_;
+  std::string path_ = output_.File("Articulos 20261115.tolpak");
+  SqliteDatabaseServices database_ = OpenStore(folder_.File("tienda.db"));
+  PosixFileHelper files_{folder_.Path().string()};
+  NiceMock<MockDialogs> dialogs_;
+  FakeInterruption interruption_;
+  PugiXmlLibrary library_;
+  basComponenteXML xml_{library_, dialogs_, "Tolvan", ""};
+};
+
+TEST_F(ItemDefinitionFileTest, BytesForACountAndForReceiving) {
+  RunSqlScript(database_, store);
+  EXPECT_CALL(dialogs_, ShowMessage(MessageIcon::Information, "Tolvan",
+                                    "Archivo guardado con éxito\r\nFavor copie el archivo guardado en el dispositivo y "
+                                    "ábralo desde el mismo"))
+      .Times(2);
+  const ItemDefinitionResult count = Write(true, false);
+  ASSERT_EQ(count.outcome, Outcome::Written) << count.error;
+  EXPECT_EQ(ReadFile(path_), Envelope(count.instance, countContent));
+  EXPECT_TRUE(IsValid());
+  EXPECT_EQ(count.items, 2U);
+  EXPECT_EQ(count.barcodes, 2U);
+  EXPECT_EQ(count.deposits, 2U);
+
+  const ItemDefinitionResult receiving = Write(false, true);
+  const std::string content =
+      ReplaceAll(ReplaceAll(countContent, "Areas>1<", "Areas>0<"), "<Deposito><Codigo>02</Codigo></Deposito>", "");
+  EXPECT_EQ(ReadFile(path_), Envelope(receiving.instance, content));
+  EXPECT_TRUE(IsValid());
+}
+
+TEST_F(ItemDefinitionFileTest, AnEmptyStoreHasItsThreeLists) {
+  const ItemDefinitionResult result = Write(true, false);
+  EXPECT_EQ(ReadFile(path_),
+            Envelope(result.instance, "<MultiplesAreas>1</MultiplesAreas><Articulos/><Barcodes/><Depositos/>"));
+  EXPECT_TRUE(IsValid());
+}
+
+// As a server does it that has no boolean type: numbers, and a null.
+TEST_F(ItemDefinitionFileTest, BooleansKeptAsNumbers) {
+  RunSqlScript(database_, store);
+  database_.Execute(SqlStatement("ALTER TABLE Items RENAME TO ItemsDelServidor"));
+  database_.Execute(SqlStatement(
+      "CREATE VIEW Items AS SELECT idItem, Descripcion, idDepartamento, Oculto + 0 AS Oculto, Activo + 0 AS Activo, "
+      "TipoItem, CASE idItem WHEN 'A1' THEN 1 + 0 WHEN 'A2' THEN NULL END AS RequiereSeriales FROM ItemsDelServidor"));
+  database_.Execute(SqlStatement("ALTER TABLE Departamentos RENAME TO DepartamentosDelServidor"));
+  database_.Execute(SqlStatement(
+      "CREATE VIEW Departamentos AS SELECT idDepartamento, CASE idDepartamento WHEN 'TEL' THEN -1 ELSE 0 END AS "
+      "RequerirReglasSeriales FROM DepartamentosDelServidor"));
+  Write(true, false);
+  const std::string bytes = ReadFile(path_);
+  EXPECT_THAT(bytes, ::testing::HasSubstr("<RequiereSerialesRegla>True</RequiereSerialesRegla>"));
+  EXPECT_THAT(bytes, ::testing::HasSubstr("<RequiereSerialesRegla>False</RequiereSerialesRegla>"));
+  EXPECT_THAT(bytes, ::testing::HasSubstr("<RequiereSeriales>True</RequiereSeriales>"));
+  EXPECT_THAT(bytes, ::testing::HasSubstr("<RequiereSeriales></RequiereSeriales>"));
+}
+
+TEST_F(ItemDefinitionFileTest, AQueryThatCannotBeOpenedStopsSilently) {
+  EXPECT_CALL(dialogs_, ShowMessage(_, _, _)).Times(0);
+  for (const char* table : {"Depositos", "Barcodes", "ItemsUnidades"}) {
+    database_.Execute(SqlStatement(std::string("DROP TABLE ") + table));
+    const ItemDefinitionResult result = Write(true, false);
+    EXPECT_EQ(result.outcome, Outcome::QueryNotOpened);
+    EXPECT_THAT(result.error, ::testing::HasSubstr(table));
+    ExpectUntouched("");
+  }
+}
+
+TEST_F(ItemDefinitionFileTest, AFailureLeavesTheEarlierFileWhole) {
+  RunSqlScript(database_, store);
+  ASSERT_EQ(Write(true, false).outcome, Outcome::Written);
+  const std::string earlier = ReadFile(path_);
+  EXPECT_CALL(dialogs_, ShowMessage(MessageIcon::Information, _, _)).Times(0);
+
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+  const rlimit little{.rlim_cur = 400, .rlim_max = before.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &little), 0);  // the file does not fit, as on a full disk
+  const ItemDefinitionResult full = Write(true, false);
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+  EXPECT_EQ(full.outcome, Outcome::Failed);
+  EXPECT_THAT(full.error, ::testing::StartsWith("No queda espacio disponible"));
+  ExpectUntouched(earlier);
+
+  const ItemDefinitionResult nowhere = Write(true, false, output_.File("no/hay.tolpak"));
+  EXPECT_EQ(nowhere.outcome, Outcome::Failed);
+  EXPECT_THAT(nowhere.error, ::testing::HasSubstr(output_.File("no")));
+
+  interruption_.requested = true;
+  EXPECT_EQ(Write(true, false).outcome, Outcome::Failed);
+  ExpectUntouched(earlier);
+}
+
+TEST_F(ItemDefinitionFileTest, WithoutTheLibraryTheUserIsTold) {
+  MissingXmlLibrary missing;
+  basComponenteXML xml(missing, dialogs_, "Tolvan", "");
+  EXPECT_CALL(dialogs_, ShowMessage(MessageIcon::Exclamation, "Tolvan", _));
+  ItemDefinitionFile file({database_, files_, dialogs_, interruption_, xml, "Tolvan", {}});
+  EXPECT_EQ(file.Write(path_, true, false).outcome, Outcome::NoXmlLibrary);
+  ExpectUntouched("");
+}
+
+TEST(ItemDefinitionQueriesTest, ExactTexts) {
+  const struct {
+    DatabaseEngine engine;
+    std::string yes, no;
+  } cases[] = {{DatabaseEngine::SqlServer, "1", "0"}, {DatabaseEngine::Access, "True", "False"}};
+  for (const auto& [engine, yes, no] : cases) {
+    const auto dialect = MakeSqlDialect(engine);
+    const std::string condition = " I.Oculto = " + no + " AND I.Activo = " + yes + " AND I.TipoItem = 0 ";
+    EXPECT_EQ(CollectorItemsQuery().Render(*dialect),
+              "SELECT IU.idItem, IU.idUnidad, I.Descripcion, I.RequiereSeriales, D.RequerirReglasSeriales FROM "
+              "ItemsUnidades IU INNER JOIN Items I ON (IU.idItem = I.idItem AND IU.EsPrincipal = " +
+                  yes + " AND " + condition + ") INNER JOIN Departamentos D ON I.idDepartamento = D.idDepartamento");
+    EXPECT_EQ(CollectorBarcodesQuery().Render(*dialect),
+              "SELECT I.idItem, B.Barcode, B.idUnidad FROM Barcodes B INNER JOIN Items I ON (B.idItem = I.idItem AND " +
+                  condition + ")");
+    EXPECT_EQ(CollectorDepositsQuery(false).Render(*dialect), "SELECT idDeposito FROM Depositos WHERE Tipo=0 ");
+    EXPECT_EQ(CollectorDepositsQuery(true).Render(*dialect),
+              "SELECT idDeposito FROM Depositos WHERE Tipo=0  AND DisponibleEntrada=" + yes);
+  }
+}
+
+}  // namespace
+}  // namespace tolvan::test

@@ -1,0 +1,106 @@
+#include "transport/LoteTransporte.h"
+
+#include <atomic>
+#include <barrier>
+#include <thread>
+
+#include "platform/sql/MakeSqlDialect.h"
+#include "platform/sql/SqliteDialect.h"
+#include "transport/TransportFakes.h"
+
+namespace tolvan::test {
+namespace {
+
+class LoteTransporteTest : public ::testing::Test {
+ protected:
+  LoteTransporteTest() { CreateTables(database_); }
+
+  std::string Path() const { return folder_.File("tienda.db"); }
+
+  std::string Single(std::string_view query) {
+    return std::string(database_.OpenRecordset(SqlStatement(query))->Text(0));
+  }
+
+  TemporaryFolder folder_;
+  SqliteDialect dialect_;
+  SqliteDatabaseServices database_ = OpenStore(Path());
+};
+
+TEST_F(LoteTransporteTest, StatementsOfEachEngine) {
+  const struct {
+    DatabaseEngine engine;
+    std::string moment;
+  } cases[] = {{DatabaseEngine::SqlServer, "GETDATE()"},
+               {DatabaseEngine::Sqlite, SqliteDialect().CurrentMoment()},
+               {DatabaseEngine::Access, "Now()"}};
+  for (const auto& [engine, moment] : cases) {
+    const auto dialect = MakeSqlDialect(engine);
+    const LoteTransporte batches(database_, *dialect, 3, 12);
+    EXPECT_EQ(batches.FindStatement("idLoteTransporte, FechaCierre").Render(*dialect),
+              "SELECT idLoteTransporte, FechaCierre FROM LoteTransporteSubida WHERE idCompania = 3 AND idSedeCompania "
+              "= 12 AND Cerrado=0 ORDER BY idLoteTransporte DESC");
+    EXPECT_EQ(batches.OpenStatement().Render(*dialect),
+              "INSERT INTO LoteTransporteSubida ( idCompania, idSedeCompania) VALUES (3,12)");
+    EXPECT_EQ(batches.CloseStatement().Render(*dialect),
+              "UPDATE LoteTransporteSubida SET Cerrado = 1, FechaCierre = " + moment +
+                  " WHERE idCompania = 3 AND idSedeCompania = 12 AND Cerrado=0");
+  }
+}
+
+TEST_F(LoteTransporteTest, OneOpenBatchForEachSite) {
+  LoteTransporte here(database_, dialect_, 1, 1);
+  LoteTransporte there(database_, dialect_, 1, 2);
+  EXPECT_FALSE(here.Find());
+  const OpenedBatch first = here.Open();
+  EXPECT_TRUE(first.isNew);
+  EXPECT_EQ(here.Open().number, first.number);
+  EXPECT_FALSE(here.Open().isNew);
+  const OpenedBatch other = there.Open();
+  EXPECT_NE(other.number, first.number);
+
+  EXPECT_EQ(here.Close(), 1);
+  EXPECT_EQ(here.Close(), 0);
+  EXPECT_FALSE(here.Find());
+  EXPECT_EQ(there.Find(), other.number);
+  EXPECT_GT(here.Open().number, other.number);
+  EXPECT_EQ(Single("SELECT count(*) FROM LoteTransporteSubida WHERE Cerrado = 1 AND FechaCierre LIKE "
+                   "'20__-__-__ __:__:__'"),
+            "1");
+}
+
+TEST_F(LoteTransporteTest, ProgramsThatOpenAtOnceGetTheSameBatch) {
+  constexpr int programs = 4;
+  constexpr int rounds = 25;
+  std::barrier together(programs);
+  std::atomic<int> failures = 0;
+  std::vector<std::vector<OpenedBatch>> opened(programs);
+  std::vector<std::jthread> threads;
+  for (std::size_t program = 0; program < programs; ++program) {
+    threads.emplace_back([&, program] {
+      SqliteDatabaseServices connection = OpenStore(Path());
+      for (int round = 0; round < rounds; ++round) {
+        together.arrive_and_wait();
+        try {
+          opened[program].push_back(LoteTransporte(connection, dialect_, 1, round).Open());
+        } catch (const HostError& error) {
+          ADD_FAILURE() << TextForPeople(error);
+          ++failures;
+        }
+      }
+    });
+  }
+  threads.clear();
+  ASSERT_EQ(failures, 0);
+  for (std::size_t round = 0; round < rounds; ++round) {
+    int makers = 0;
+    for (const auto& batches : opened) {
+      EXPECT_EQ(batches[round].number, opened[0][round].number);
+      makers += batches[round].isNew ? 1 : 0;
+    }
+    EXPECT_EQ(makers, 1);
+  }
+  EXPECT_EQ(Single("SELECT count(*) FROM LoteTransporteSubida"), std::to_string(rounds));
+}
+
+}  // namespace
+}  // namespace tolvan::test
