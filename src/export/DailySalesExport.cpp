@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "services/ResourceTexts.h"
+#include "services/StoredDate.h"
 #include "services/SumDaySales.h"
 
 namespace tolvan {
@@ -60,16 +61,7 @@ std::string FormatDailySales(const DailySalesRecord& record, Currency total) {
 }
 
 Date StoredReportDate(const ImpExpSettings& settings) {
-  const int year = settings.Integer(Setting::FechaReporteAnno);
-  const int month = settings.Integer(Setting::FechaReporteMes);
-  const int day = settings.Integer(Setting::FechaReporteDia);
-  const bool plausible = year >= 1 && year <= 9999 && std::abs(month) <= 1200 && std::abs(day) <= 36600;
-  if (!plausible) {
-    throw HostError(HostErrorKind::InvalidValue, "la fecha de reporte guardada no es una fecha: día " +
-                                                     std::to_string(day) + ", mes " + std::to_string(month) + ", año " +
-                                                     std::to_string(year));
-  }
-  return Date::FromParts(year, month, day);
+  return StoredDate(settings, reportDateSettings, "fecha de reporte");
 }
 
 std::string DailySalesFileName(Date reportDate) {

@@ -2,31 +2,12 @@
 
 #include <optional>
 
-#include "base/Text.h"
 #include "fiscal/TaxpayerPage.h"
 #include "host/HostContext.h"
+#include "services/ServerAddress.h"
 
 namespace tolvan {
 namespace {
-
-struct Server {
-  std::string host;
-  std::uint16_t port = 80;
-};
-
-std::optional<Server> ReadServer(std::string_view text) {
-  Server server;
-  const bool bracketed = text.starts_with('[');
-  const std::size_t hostEnd = bracketed ? text.find(']') + 1 : text.find(':');
-  if (bracketed && hostEnd == 0) return std::nullopt;
-  server.host = text.substr(0, hostEnd);
-  if (server.host.empty() || server.host.find_first_of("/ ") != std::string::npos) return std::nullopt;
-  if (hostEnd >= text.size()) return server;
-  const auto port = ParseInteger(text.substr(hostEnd + 1));
-  if (text[hostEnd] != ':' || !port || *port < 1 || *port > 65535) return std::nullopt;
-  server.port = static_cast<std::uint16_t>(*port);
-  return server;
-}
 
 std::string RequestPath(const LookupSettings& settings, std::string_view code) {
   // Sent as they are: the page's form values are opaque, and the code holds digits only.
@@ -55,7 +36,7 @@ LookupSettings LookupSettingsOf(const HostApplication& application) {
 }
 
 LookupResult TaxpayerLookup::Ask(std::string_view code) const {
-  const std::optional<Server> server = ReadServer(settings_.server);
+  const std::optional<ServerAddress> server = ServerAddress::Parse(settings_.server);
   if (!server) {
     return {.outcome = LookupOutcome::NotConfigured, .name = {}, .complete = true, .detail = settings_.server};
   }
