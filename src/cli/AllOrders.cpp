@@ -6,6 +6,7 @@
 #include "cli/OrderOpciones.h"
 #include "cli/OrderPlantilla.h"
 #include "cli/OrderRnc.h"
+#include "cli/OrderSubirVentas.h"
 #include "cli/OrderVentas.h"
 #include "cli/OrderVexlor.h"
 
@@ -16,6 +17,7 @@ std::vector<std::unique_ptr<Order>> AllOrders() {
   orders.push_back(std::make_unique<OrderDemo>());
   orders.push_back(std::make_unique<OrderVexlor>());
   orders.push_back(std::make_unique<OrderVentas>());
+  orders.push_back(std::make_unique<OrderSubirVentas>());
   orders.push_back(std::make_unique<OrderImportarExcel>());
   orders.push_back(std::make_unique<OrderImportarMovilnet>());
   orders.push_back(std::make_unique<OrderPlantilla>());

@@ -28,7 +28,7 @@ std::string TerminalProgress::Line(std::int32_t value) const {
   const auto filled = static_cast<std::size_t>(share * barWidth);
   std::string line = caption_ + " [" + std::string(filled, '#') + std::string(barWidth - filled, '.') + "] " +
                      std::to_string(static_cast<int>(share * 100)) + " %";
-  const std::int64_t steps = steps_();
+  const std::int64_t steps = steps_ ? steps_() : value;
   line += ", " + std::to_string(steps) + " " + unitName_;
   if (seconds > 0) {
     line += ", " + std::to_string(static_cast<std::int64_t>(static_cast<double>(steps) / seconds)) + " por segundo";

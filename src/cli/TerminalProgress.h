@@ -12,7 +12,8 @@ namespace tolvan {
 
 class TerminalProgress : public ProgressContainer, public ProgressBar, public ProgressCaption {
  public:
-  /// `steps` tells how many `unitName` ("líneas") have been done. `out` must outlive this object.
+  /// `steps` tells how many `unitName` ("líneas") have been done; when empty, the bar's value does. `out` must outlive
+  /// this object.
   TerminalProgress(std::ostream& out, std::function<std::int64_t()> steps, std::string unitName);
 
   void SetVisible(bool visible) override;

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "export/SalesUpload.h"
 #include "services/ApplicationError.h"
 #include "services/ResourceTexts.h"
 
@@ -18,6 +19,8 @@ constexpr std::string_view emptyFileName = "_";
 frmOpciones::frmOpciones(const ComponentContext& context, OpcionesView& view) : context_(&context), view_(&view) {
   SetRoutine(action::dailySalesFile,
              [this](bool interactive, std::string& errorText, bool&) { return Exp_Micros_01(interactive, errorText); });
+  SetRoutine(action::salesUpload,
+             [this](bool, std::string& errorText, bool&) { return SalesUpload(*context_).Run(errorText).complete; });
 }
 
 void frmOpciones::LlenarCodigo() {

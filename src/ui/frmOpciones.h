@@ -26,7 +26,7 @@ using ActionRoutine = std::function<bool(bool interactive, std::string& errorTex
 
 class frmOpciones {
  public:
-  /// Both must outlive the window. The dispatcher begins with the daily sales file as its only routine.
+  /// Both must outlive the window. The dispatcher begins with the routines of the two sales exports.
   frmOpciones(const ComponentContext& context, OpcionesView& view);
 
   // The public operations, in their order.

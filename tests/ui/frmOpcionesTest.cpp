@@ -87,6 +87,16 @@ TEST(frmOpciones, TheDispatcherReportsOnceAndOnlyWhenInteractive) {
   EXPECT_TRUE(window.form.LastOutcome().succeeded);
 }
 
+TEST(frmOpciones, TheUploadHasAHandlerThoughNoNode) {
+  Window window;
+  window.host.application.http.response = {.succeeded = true, .statusText = "200", .body = "1", .failure = {}};
+  window.form.SelectAction(2);
+  window.form.ImpExp(false);
+  EXPECT_TRUE(window.form.LastOutcome().ran);
+  EXPECT_EQ(window.form.LastOutcome().errorText, "\r\nEl servidor de ventas no pidió ningún día; no se envió ninguno.");
+  EXPECT_EQ(window.boxes.size(), 0U);
+}
+
 TEST(frmOpciones, WithoutAnActionAcceptWarnsAndRunsNothing) {
   Window window;
   window.form.Cargar();

@@ -1,0 +1,58 @@
+#include "cli/OrderSubirVentas.h"
+
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "cli/CommandHost.h"
+#include "cli/ConsoleDialogs.h"
+#include "cli/TerminalProgress.h"
+#include "export/SalesUpload.h"
+#include "services/clsCallBackProgreso.h"
+
+namespace tolvan {
+namespace {
+
+void PrintJson(OrderCall& call, const SalesUploadResult& result, const std::string& failure) {
+  nlohmann::ordered_json days = nlohmann::ordered_json::array();
+  for (const Date day : result.days) days.push_back(day.ToIsoText());
+  nlohmann::ordered_json document{{"dias", days}, {"completo", result.complete}};
+  if (!failure.empty()) document["error"] = failure;
+  call.PrintJson(document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
+}
+
+void PrintText(std::ostream& out, const SalesUploadResult& result) {
+  for (const Date day : result.days) out << day.ToIsoText() << '\n';
+  out << "Días enviados: " << result.days.size() << (result.complete ? "" : " (incompleto)") << '\n';
+}
+
+}  // namespace
+
+OrderDefinition OrderSubirVentas::Definition() const {
+  return {.name = "subir-ventas",
+          .summary = "Envía los totales diarios de ventas al servidor de reportes",
+          .notes =
+              "Envía los días que el servidor pide, uno por uno y en su orden. El servidor y la fecha de referencia "
+              "son los de las opciones (SVentas_…); la fecha avanza hasta el último día enviado. Si se detiene, "
+              "repetir la orden continúa donde haga falta: un día enviado dos veces no se cuenta dos veces."};
+}
+
+ExitCode OrderSubirVentas::Run(OrderCall& call) const {
+  CommandHost& host = call.Host();
+  static_cast<void>(host.RequireDatabase());
+  clsCallBackProgreso progress;
+  TerminalProgress terminal(call.Messages(), {}, "días");
+  if (call.ShowsProgress()) progress.EstablecerControles(&terminal, &terminal, &terminal, nullptr, nullptr);
+  std::string errorText;
+  const SalesUploadResult result = SalesUpload(host.Context(), &progress).Run(errorText);
+  progress.EstablecerControles(nullptr, nullptr, nullptr, nullptr, nullptr);
+  const std::string failure = ForTerminal(errorText);
+  if (call.WantsJson()) {
+    PrintJson(call, result, failure);
+  } else {
+    PrintText(call.Out(), result);
+  }
+  if (failure.empty()) return ExitCode::Done;
+  throw CommandFailure(ExitCode::Failed, failure);
+}
+
+}  // namespace tolvan

@@ -1,0 +1,256 @@
+#include "export/clsIE_SVentas.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "export/SalesProtocol.h"
+#include "export/SalesUpload.h"
+#include "export/SumDayOperations.h"
+#include "support/FakeHost.h"
+
+namespace tolvan {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// Answers in the order given; behind the last one, "OK".
+struct ScriptedHttp : HttpClient {
+  HttpResponse Get(const HttpRequest& request) override {
+    requests.push_back(request);
+    const std::size_t index = requests.size() - 1;
+    return index < answers.size() ? answers[index] : HttpResponse{true, "200", "OK", ""};
+  }
+  std::vector<HttpRequest> requests;
+  std::vector<HttpResponse> answers;
+};
+
+struct StoreApplication : test::FakeApplication {
+  HttpClient& Http() override { return http; }
+  std::string StoreId() const override { return store; }
+  std::string SeparatorText() const override { return separator; }
+  ScriptedHttp http;
+  std::string store = "0001";
+  std::string separator = ",";
+};
+
+/// A store that sold the same on every day: 12 sales of 1234.565 in all, 34.565 off, 216.005 of taxes.
+struct UploadHost {
+  UploadHost() {
+    settings.Define(services.clock.Today(), "");
+    settings.SetText(Setting::DireccionServidor, "ventas.test");
+    Answer({std::int64_t{12}, DecimalText{"1234.565"}, 34.565, DecimalText{"216.005"}});
+  }
+
+  void Answer(const std::vector<FieldValue>& row) {
+    application.fakeDatabase.answer = [row](const SqlStatement&) {
+      return std::make_unique<test::FakeRecordset>(
+          std::vector<std::string>{"SumaDeOperaciones", "SumaDeSubTotal", "SumaDeDescuentos", "SumaDeImpuestos"},
+          std::vector<std::vector<FieldValue>>{row});
+    };
+  }
+
+  SalesUploadResult Process(std::vector<HttpResponse> answers) {
+    application.http.requests.clear();
+    application.http.answers = std::move(answers);
+    clsIE_SVentas upload(context);
+    upload.Procesar();
+    return upload.Result();
+  }
+
+  std::string Reference() const {
+    return settings.Text(Setting::OffsetAnno) + "-" + settings.Text(Setting::OffsetMes) + "-" +
+           settings.Text(Setting::OffsetDia);
+  }
+
+  std::vector<HttpRequest>& Requests() { return application.http.requests; }
+
+  test::FakeServices services;
+  StoreApplication application;
+  ImpExpSettings settings{application.settings};
+  ComponentContext context{.services = services, .application = application, .settings = settings};
+};
+
+HttpResponse Page(const std::string& body, const std::string& status = "200") {
+  return {.succeeded = true, .statusText = status, .body = body, .failure = {}};
+}
+
+TEST(clsIE_SVentas, SendsTheDaysListedInTheirOrderAndMovesTheReferenceDate) {
+  UploadHost host;
+  const SalesUploadResult sent = host.Process({Page("x 20240201 2024%30131")});
+  EXPECT_TRUE(sent.complete);
+  EXPECT_THAT(sent.days, ElementsAre(Date::FromParts(2024, 2, 1), Date::FromParts(2024, 1, 31)));
+  std::vector<std::string> paths;
+  for (const HttpRequest& request : host.Requests()) {
+    paths.push_back(request.pathAndQuery);
+    EXPECT_EQ(request.host, "ventas.test");
+    EXPECT_EQ(request.port, 80);
+    EXPECT_GT(request.connectTimeout.count(), 0);
+    EXPECT_LE(request.totalTimeout, std::chrono::seconds(30));
+  }
+  EXPECT_THAT(
+      paths, ElementsAre("registrarventas.asp?1%201%200001%201%201%202006",
+                         "registrarventas.asp?0%201%200001%201%202%202024%2012%201234.57%2034.57%20216.01%201416.01",
+                         "registrarventas.asp?0%201%200001%2031%201%202024%2012%201234.57%2034.57%20216.01%201416.01"));
+  EXPECT_EQ(host.Reference(), "2024-1-31") << "the last day sent, though it is not the latest";
+}
+
+TEST(clsIE_SVentas, AsksForTheTotalsWithTheExactStatement) {
+  const SqlStatement statement = SumDayOperationsStatement(Date::FromParts(2024, 2, 29), 7);
+  EXPECT_EQ(statement.ParameterText(),
+            "SELECT Count(Ventas.idVenta) as SumaDeOperaciones, Sum(Ventas.SubTotal) AS SumaDeSubTotal, "
+            "Sum(Ventas.Descuentos + Ventas.OtroDescuento) AS SumaDeDescuentos, Sum(Ventas.Impuestos) AS "
+            "SumaDeImpuestos FROM Ventas WHERE Ventas.Anulado<>? AND Ventas.VentaRealizada=? AND Ventas.idCompania = ? "
+            "AND Ventas.FechaValidacion >= ? AND Ventas.FechaValidacion < ?");
+  EXPECT_THAT(std::vector<SqlLiteral>(statement.Literals().begin(), statement.Literals().end()),
+              ElementsAre(true, true, std::int64_t{7}, DateTime{.date = Date::FromParts(2024, 2, 29)},
+                          DateTime{.date = Date::FromParts(2024, 3, 1)}));
+}
+
+TEST(clsIE_SVentas, EncodesEveryFieldAndThenTheWhole) {
+  const struct {
+    std::vector<std::string> fields;
+    const char* encoded;
+  } cases[] = {
+      {{"1", "A b", "ñ%"}, "1%20A%2520b%20%25C3%25B1%2525"},
+      {{"", "x", ""}, "x"},
+      {{"a", "", "~-._"}, "a%20%20~-._"},
+      {{" ", "+/\t"}, "%2520%20%252B%252F%2509"},
+  };
+  for (const auto& one : cases) EXPECT_EQ(EncodeFields(one.fields), one.encoded);
+  EXPECT_THAT(DecodeAnswer("a%20b  %C3%B1%zz%4 "), ElementsAre("a b", "", "ñ%zz%4", ""));
+  EXPECT_THAT(DecodeAnswer(""), IsEmpty());
+}
+
+TEST(clsIE_SVentas, WritesAmountsWithTwoDecimalsAndWithoutTheSeparator) {
+  UploadHost host;
+  host.Answer({std::int64_t{0}, {}, {}, {}});
+  host.application.store = "Peñón 2";
+  host.Process({Page("1 20240131")});
+  EXPECT_EQ(
+      host.Requests()[1].pathAndQuery,
+      "registrarventas.asp?0%201%20Pe%25C3%25B1%25C3%25B3n%25202%2031%201%202024%200%200.00%200.00%200.00%200.00");
+  for (const auto& [separator, text] :
+       {std::pair{",", "-1234.50"}, {".", "-123450"}, {"", "-1234.50"}, {"34", "-12.50"}}) {
+    EXPECT_EQ(FormatAmount(Currency::FromTenThousandths(-12'345'000), separator), text);
+  }
+}
+
+TEST(clsIE_SVentas, StopsAtTheFirstFailureAndSaysWhy) {
+  const HttpResponse cut{.succeeded = false, .statusText = "200", .body = "OK", .failure = "llegó incompleta"};
+  const struct {
+    std::vector<HttpResponse> answers;
+    std::size_t requests;
+    std::size_t days;
+    const char* text;
+  } cases[] = {
+      {{Page("")}, 1, 0, "sin contenido"},
+      {{Page("1")}, 1, 0, "no pidió ningún día"},
+      {{Page("1 20240131", "500")}, 1, 0, "estado 500"},
+      {{cut}, 1, 0, "ventas.test no respondió: llegó incompleta"},
+      {{Page("1 20240131 20240201"), Page("OK", "201")}, 2, 0, "estado 201"},
+      {{Page("1 20240131 20240201"), Page("OK"), cut}, 3, 1, "llegó incompleta"},
+      {{Page("1 20240131 20240201"), Page("ok")}, 2, 0, "no aceptó el día 2024-01-31: respondió «ok»"},
+      {{Page("1 20240131 20240201"), Page("OK\r\n")}, 2, 0, "respondió «OK  »"},
+      {{Page("1 20240131"), Page("")}, 2, 0, "respondió nada"},
+      {{Page("1 20240131"), Page("OK gracias")}, 2, 1, ""},
+      {{Page("1 20240131 20240230 20240201")}, 2, 1, "«20240230», que no es un día"},
+      {{Page("1 20240131 2024021")}, 2, 1, "«2024021», que no es un día"},
+      {{Page("1 20240131 ")}, 2, 1, "«», que no es un día"},
+  };
+  for (const auto& one : cases) {
+    UploadHost host;
+    const SalesUploadResult result = host.Process(one.answers);
+    EXPECT_THAT(result.failure, HasSubstr(one.text));
+    EXPECT_EQ(result.complete, result.failure.empty());
+    EXPECT_EQ(host.Requests().size(), one.requests) << result.failure;
+    EXPECT_EQ(result.days.size(), one.days) << result.failure;
+    EXPECT_EQ(host.Reference(), one.days == 0 ? "2006-1-1" : "2024-1-31") << result.failure;
+  }
+}
+
+TEST(clsIE_SVentas, SettingsThatNameNoServerOrNoDateSendNothingAndStay) {
+  const struct {
+    Setting setting;
+    const char* value;
+    bool ready;
+    const char* text;
+  } cases[] = {
+      {Setting::DireccionServidor, "", false, "No está configurada"},
+      {Setting::DireccionServidor, "http://ventas", true, "no se entiende"},
+      {Setting::DireccionServidor, "ventas:0", true, "no se entiende"},
+      {Setting::OffsetAnno, "0", true, "la fecha de referencia guardada no es una fecha"},
+  };
+  for (const auto& one : cases) {
+    UploadHost host;
+    host.settings.SetText(one.setting, one.value);
+    const auto before = host.application.settings.values;
+    EXPECT_EQ(clsIE_SVentas(host.context).Listo(), one.ready);
+    EXPECT_THAT(host.Process({Page("1 20240131")}).failure, HasSubstr(one.text));
+    EXPECT_THAT(host.Requests(), IsEmpty());
+    EXPECT_EQ(host.application.settings.values, before);
+  }
+  UploadHost host;
+  host.settings.SetText(Setting::DireccionServidor, "[::1]:8080");
+  host.settings.SetInteger(Setting::OffsetMes, 13);
+  host.settings.SetInteger(Setting::OffsetDia, 0);
+  host.Process({Page("1")});
+  EXPECT_EQ(host.Requests()[0].pathAndQuery, "registrarventas.asp?1%201%200001%2031%2012%202006");
+  EXPECT_EQ(host.Requests()[0].port, 8080);
+  EXPECT_EQ(host.Reference(), "2006-12-31") << "written back carried";
+}
+
+TEST(SalesUpload, KeepsHowFarItCameAlsoWhenItStopsEarly) {
+  struct Case {
+    const char* what;
+    std::function<void(UploadHost&)> arrange;
+    std::size_t days;
+    int saves;
+    const char* text;
+  };
+  const Case cases[] = {
+      {"well", [](UploadHost&) {}, 2, 1, ""},
+      {"the database fails",
+       [](UploadHost& host) {
+         host.application.fakeDatabase.answer = [&host](const SqlStatement&) -> std::unique_ptr<Recordset> {
+           if (host.application.fakeDatabase.statements.size() > 1) throw HostError(HostErrorKind::Timeout, "tarde");
+           return std::make_unique<test::FakeRecordset>(std::vector<std::string>(),
+                                                        std::vector<std::vector<FieldValue>>());
+         };
+       },
+       1, 1, "tarde"},
+      {"no amounts",
+       [](UploadHost& host) {
+         host.Answer({std::int64_t{1}, std::string("x"), {}, {}});
+       },
+       0, 1, "no es un importe: x"},
+      {"too much",
+       [](UploadHost& host) {
+         host.Answer({std::int64_t{1}, 9e14, -9e14, {}});
+       },
+       0, 1, "no cabe"},
+      {"interrupted", [](UploadHost& host) { host.services.interruption.requested = true; }, 0, 1, "interrumpi"},
+      {"not saved",
+       [](UploadHost& host) { host.application.settings.saveFailure = HostError(HostErrorKind::Full, "lleno"); }, 2, 0,
+       "Error al intentar guardar opciones del sistema"},
+      {"refused", [](UploadHost& host) { host.application.settings.refuses = true; }, 2, 0,
+       "Error al intentar guardar opciones del sistema"},
+  };
+  for (const Case& one : cases) {
+    SCOPED_TRACE(one.what);
+    UploadHost host;
+    host.application.http.answers = {Page("1 20240131 20240201")};
+    one.arrange(host);
+    std::string errorText;
+    const SalesUploadResult result = SalesUpload(host.context).Run(errorText);
+    EXPECT_EQ(result.days.size(), one.days);
+    EXPECT_EQ(host.application.settings.saves, one.saves);
+    EXPECT_THAT(errorText, HasSubstr(one.text));
+    EXPECT_EQ(result.complete, errorText.empty());
+  }
+}
+
+}  // namespace
+}  // namespace tolvan
