@@ -13,8 +13,8 @@ namespace {
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t writeSize = 1U << 16;
 
-/// A text, an amount, or nothing.
-using ReportCell = std::variant<std::monostate, std::string, Currency>;
+/// A text, a row's number, an amount, or nothing.
+using ReportCell = std::variant<std::monostate, std::string, std::int64_t, Currency>;
 using ReportLine = std::vector<ReportCell>;
 using LineTaker = std::function<void(const ReportLine& line, bool heading)>;
 
@@ -37,7 +37,7 @@ ReportLine LineOf(const ReviewRow& row) {
     return applied ? AmountOrNothing(given ? given : before) : ReportCell();
   };
   return {std::string(ActionText(row.action)),
-          std::to_string(row.sheetRow),
+          std::int64_t{row.sheetRow},
           row.associated.empty() ? row.code : row.associated,
           row.description,
           AmountOrNothing(row.previousCost),
@@ -59,6 +59,7 @@ void ForEachLine(const PriceImporter& importer, const LineTaker& take) {
 
 std::string CsvField(const ReportCell& cell) {
   if (const auto* amount = std::get_if<Currency>(&cell)) return amount->ToText();
+  if (const auto* number = std::get_if<std::int64_t>(&cell)) return std::to_string(*number);
   const auto* text = std::get_if<std::string>(&cell);
   if (text == nullptr) return {};
   if (text->find_first_of(",\"\r\n") == std::string::npos) return *text;
@@ -91,6 +92,7 @@ void WriteWorkbook(const PriceImporter& importer, SpreadsheetApplication& spread
     for (const ReportCell& cell : line) {
       NewCell& written = cells.emplace_back();
       if (const auto* text = std::get_if<std::string>(&cell)) written = std::string_view(*text);
+      if (const auto* number = std::get_if<std::int64_t>(&cell)) written = static_cast<double>(*number);
       if (const auto* amount = std::get_if<Currency>(&cell)) written = AmountInCell(*amount).ToDouble();
     }
     workbook->AppendRow(cells, heading ? NewRowStyle::Heading : NewRowStyle::Data);
