@@ -1,8 +1,11 @@
 #include "cli/Order.h"
+#include "cli/OrderColector.h"
+#include "cli/OrderCrc32.h"
 #include "cli/OrderDemo.h"
 #include "cli/OrderImportarExcel.h"
 #include "cli/OrderImportarMovilnet.h"
 #include "cli/OrderImportarRnc.h"
+#include "cli/OrderLote.h"
 #include "cli/OrderOpciones.h"
 #include "cli/OrderPlantilla.h"
 #include "cli/OrderRnc.h"
@@ -23,6 +26,9 @@ std::vector<std::unique_ptr<Order>> AllOrders() {
   orders.push_back(std::make_unique<OrderPlantilla>());
   orders.push_back(std::make_unique<OrderImportarRnc>());
   orders.push_back(std::make_unique<OrderRnc>());
+  orders.push_back(std::make_unique<OrderColector>());
+  orders.push_back(std::make_unique<OrderLote>());
+  orders.push_back(std::make_unique<OrderCrc32>());
   orders.push_back(std::make_unique<OrderOpciones>());
   return orders;
 }

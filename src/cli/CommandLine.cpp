@@ -71,11 +71,24 @@ void CheckRequired(const ParsedOrder& given, const OrderDefinition& order) {
   if (count < required) {
     throw Usage("La orden " + order.name + " requiere " + order.arguments[static_cast<std::size_t>(count)].name);
   }
+  for (std::size_t index = 0; index < order.arguments.size() && index < given.arguments.size(); ++index) {
+    const ArgumentDefinition& argument = order.arguments[index];
+    if (argument.isPath && given.arguments[index].empty()) throw Usage("El argumento " + argument.name + " está vacío");
+  }
   for (const OptionDefinition& option : order.options) {
     if (option.required && !given.Has(option.name)) {
       throw Usage("La orden " + order.name + " requiere " + option.name + " " + option.valueName);
     }
   }
+}
+
+/// "a, b o c".
+std::string Listed(const std::vector<std::string>& choices) {
+  std::string text = choices.front();
+  for (std::size_t index = 1; index < choices.size(); ++index) {
+    text += (index + 1 < choices.size() ? ", " : " o ") + choices[index];
+  }
+  return text;
 }
 
 void CheckOptions(const ParsedOrder& given, std::span<const OptionDefinition> options) {
@@ -87,7 +100,7 @@ void CheckOptions(const ParsedOrder& given, std::span<const OptionDefinition> op
     if (count == 0 || option.choices.empty()) continue;
     const std::string value = given.Value(option.name);
     if (std::ranges::find(option.choices, value) == option.choices.end()) {
-      throw Usage("La opción " + option.name + " no admite el valor \"" + value + "\"");
+      throw Usage("La opción " + option.name + " no admite el valor \"" + value + "\": use " + Listed(option.choices));
     }
   }
 }

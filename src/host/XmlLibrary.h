@@ -16,6 +16,9 @@ class XmlLibrary {
   /// Whether documents can be made. The first call tries to make one; later calls give the same answer without trying.
   bool Available() noexcept;
 
+  /// Why documents cannot be made, as far as it is known. Nothing while they can.
+  const std::optional<HostError>& Failure() const noexcept { return failure_; }
+
   /// An empty document. Throws when the library is missing or fails. Never returns null.
   virtual std::unique_ptr<XmlDocument> CreateDocument() = 0;
 
@@ -23,7 +26,10 @@ class XmlLibrary {
   virtual void OpenDownload(std::string_view address) noexcept = 0;
 
  private:
+  bool Try() noexcept;
+
   std::optional<bool> available_;
+  std::optional<HostError> failure_;
 };
 
 }  // namespace tolvan

@@ -109,6 +109,11 @@ class SectionWriter {
   std::size_t rowsRead_ = 0;
 };
 
+/// Beside what the user was told: the reason, as far as it is known.
+std::string MissingLibraryText(const XmlLibrary& library) {
+  return library.Failure() ? TextForPeople(*library.Failure()) : std::string(basComponenteXML::missingText);
+}
+
 ItemDefinitionResult NotWritten(ItemDefinitionResult result, ItemDefinitionOutcome outcome, std::string error) {
   result.outcome = outcome;
   result.error = std::move(error);
@@ -130,12 +135,21 @@ ItemDefinitionServices CollectorServices(const ComponentContext& context, basCom
 ItemDefinitionFile::ItemDefinitionFile(ItemDefinitionServices services) : services_(std::move(services)) {}
 
 ItemDefinitionResult ItemDefinitionFile::Write(std::string_view path, bool multipleAreas, bool receiving) {
+  ItemDefinitionResult result = TryToWrite(path, multipleAreas, receiving);
+  if (services_.progress) services_.progress(std::nullopt);
+  if (result.outcome == ItemDefinitionOutcome::Written) {
+    services_.dialogs.ShowMessage(MessageIcon::Information, services_.productName, successText);
+  }
+  return result;
+}
+
+ItemDefinitionResult ItemDefinitionFile::TryToWrite(std::string_view path, bool multipleAreas, bool receiving) {
   ItemDefinitionResult result;
   try {
     clsDatosTransporteXMLSalida document(services_.xml);
     result.instance = document.Instancia();
     if (!document.NuevoDocumento(documentClass)) {
-      return NotWritten(result, ItemDefinitionOutcome::NoXmlLibrary, std::string(basComponenteXML::missingText));
+      return NotWritten(result, ItemDefinitionOutcome::NoXmlLibrary, MissingLibraryText(services_.xml.Library()));
     }
     Build(document, multipleAreas, receiving, result);
     Save(document, path);
@@ -146,7 +160,6 @@ ItemDefinitionResult ItemDefinitionFile::Write(std::string_view path, bool multi
   } catch (const std::exception& error) {  // such as no memory left
     return NotWritten(result, ItemDefinitionOutcome::Failed, std::string("Error: ") + error.what());
   }
-  services_.dialogs.ShowMessage(MessageIcon::Information, services_.productName, successText);
   result.outcome = ItemDefinitionOutcome::Written;
   return result;
 }

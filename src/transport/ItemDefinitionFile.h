@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -33,6 +34,9 @@ struct ItemDefinitionResult {
   std::size_t deposits = 0;
 };
 
+/// Told the rows read so far, every thousand; nothing when the work has ended, before its outcome is told.
+using CollectorProgress = std::function<void(std::optional<std::size_t> rows)>;
+
 /// What the writer works on; all of it outlives the writer.
 struct ItemDefinitionServices {
   DatabaseServices& database;
@@ -40,8 +44,8 @@ struct ItemDefinitionServices {
   Dialogs& dialogs;
   const Interruption& interruption;
   basComponenteXML& xml;
-  std::string productName;                    ///< title of the success message
-  std::function<void(std::size_t)> progress;  ///< told the rows read so far, every thousand; may be empty
+  std::string productName;     ///< title of the success message
+  CollectorProgress progress;  ///< may be empty
 };
 
 /// Those of the host, without progress. Opens the database at the first call; throws HostError when it cannot.
@@ -59,6 +63,7 @@ class ItemDefinitionFile {
   ItemDefinitionResult Write(std::string_view path, bool multipleAreas, bool receiving);
 
  private:
+  ItemDefinitionResult TryToWrite(std::string_view path, bool multipleAreas, bool receiving);
   void Build(clsDatosTransporteXMLSalida& document, bool multipleAreas, bool receiving, ItemDefinitionResult& result);
   void Save(clsDatosTransporteXMLSalida& document, std::string_view path);
 

@@ -39,8 +39,12 @@ std::optional<OpenedBatch> LoteTransporte::TryInsert() {
   return OpenedBatch{*number, true};
 }
 
-std::int64_t LoteTransporte::Close() {
-  return database_.Execute(CloseStatement());
+ClosedBatches LoteTransporte::Close() {
+  const std::unique_ptr<Transaction> transaction = database_.BeginTransaction();
+  ClosedBatches closed{.newest = Find()};
+  closed.count = database_.Execute(CloseStatement());
+  transaction->Commit();
+  return closed;
 }
 
 SqlStatement LoteTransporte::FindStatement(std::string_view columns) const {

@@ -17,6 +17,11 @@ struct OpenedBatch {
   bool isNew = false;  ///< false: it was open already, perhaps opened by another program a moment before
 };
 
+struct ClosedBatches {
+  std::optional<std::int64_t> newest;  ///< the one that Find would have given
+  std::int64_t count = 0;
+};
+
 /// Every operation throws HostError.
 class LoteTransporte {
  public:
@@ -29,8 +34,8 @@ class LoteTransporte {
   /// Opens a batch unless one is open.
   OpenedBatch Open();
 
-  /// Closes every open batch with the server's date and time; how many there were. Closing again is harmless.
-  std::int64_t Close();
+  /// Closes every open batch with the server's date and time. Closing again is harmless.
+  ClosedBatches Close();
 
   /// The statements, with the columns that a caller wants to see (such as "idLoteTransporte").
   SqlStatement FindStatement(std::string_view columns) const;

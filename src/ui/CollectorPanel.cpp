@@ -3,13 +3,12 @@
 #include <utility>
 
 #include "services/ResourceTexts.h"
-#include "transport/ItemDefinitionFile.h"
 #include "transport/TransportFileChoice.h"
 #include "transport/basComponenteXML.h"
 
 namespace tolvan {
 
-CollectorPanel::CollectorPanel(const ComponentContext& context, XmlLibrary& library, Progress progress)
+CollectorPanel::CollectorPanel(const ComponentContext& context, XmlLibrary& library, CollectorProgress progress)
     : context_(context), library_(library), progress_(std::move(progress)) {}
 
 void CollectorPanel::cmdDCExportarItems_Click() {

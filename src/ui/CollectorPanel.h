@@ -1,12 +1,11 @@
 // What the collector panel of the options window decides: the purpose and the button that makes a new file.
 #pragma once
 
-#include <cstddef>
-#include <functional>
 #include <string>
 
 #include "host/XmlLibrary.h"
 #include "services/ComponentContext.h"
+#include "transport/ItemDefinitionFile.h"
 
 namespace tolvan {
 
@@ -18,11 +17,9 @@ class CollectorPanel {
     Count = 1,      ///< "Conteo físico de inventario por áreas."
   };
 
-  /// Told the rows read so far; may let the window's events through.
-  using Progress = std::function<void(std::size_t rows)>;
-
-  /// Context and library outlive the panel. The purpose is Count, the first option that the panel shows.
-  CollectorPanel(const ComponentContext& context, XmlLibrary& library, Progress progress = {});
+  /// Context and library outlive the panel. The purpose is Count, the first option that the panel shows. `progress` may
+  /// let the window's events through.
+  CollectorPanel(const ComponentContext& context, XmlLibrary& library, CollectorProgress progress = {});
 
   Purpose opProposito() const { return purpose_; }
 
@@ -39,7 +36,7 @@ class CollectorPanel {
 
   const ComponentContext& context_;
   XmlLibrary& library_;
-  Progress progress_;
+  CollectorProgress progress_;
   Purpose purpose_ = Count;
   bool writing_ = false;
 };

@@ -54,7 +54,7 @@ TEST(CommandLine, WrongUsageIsToldInSpanishAndNamed) {
       {{"--nada"}, "Opción desconocida: --nada"},
       {{"uno", "--modo", "a"}, "La orden uno requiere LIBRO"},
       {{"uno", "l"}, "La orden uno requiere --modo M"},
-      {{"uno", "l", "--modo", "c"}, "La opción --modo no admite el valor \"c\""},
+      {{"uno", "l", "--modo", "c"}, "La opción --modo no admite el valor \"c\": use a o b"},
       {{"uno", "l", "--modo", "a", "--modo", "b"}, "La opción --modo se indicó más de una vez"},
       {{"uno", "l", "--modo"}, "Falta el valor de la opción --modo, o no admite ninguno"},
       {{"uno", "l", "m", "--modo", "a"}, "Argumento de más en la orden uno: m"},

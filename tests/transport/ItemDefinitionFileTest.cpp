@@ -177,7 +177,9 @@ TEST_F(ItemDefinitionFileTest, WithoutTheLibraryTheUserIsTold) {
   basComponenteXML xml(missing, dialogs_, "Tolvan", "");
   EXPECT_CALL(dialogs_, ShowMessage(MessageIcon::Exclamation, "Tolvan", _));
   ItemDefinitionFile file({database_, files_, dialogs_, interruption_, xml, "Tolvan", {}});
-  EXPECT_EQ(file.Write(path_, true, false).outcome, Outcome::NoXmlLibrary);
+  const ItemDefinitionResult result = file.Write(path_, true, false);
+  EXPECT_EQ(result.outcome, Outcome::NoXmlLibrary);
+  EXPECT_THAT(result.error, ::testing::HasSubstr("no está instalado"));
   ExpectUntouched("");
 }
 

@@ -58,8 +58,11 @@ TEST_F(LoteTransporteTest, OneOpenBatchForEachSite) {
   const OpenedBatch other = there.Open();
   EXPECT_NE(other.number, first.number);
 
-  EXPECT_EQ(here.Close(), 1);
-  EXPECT_EQ(here.Close(), 0);
+  const ClosedBatches closed = here.Close();
+  EXPECT_EQ(closed.newest, first.number);
+  EXPECT_EQ(closed.count, 1);
+  EXPECT_EQ(here.Close().newest, std::nullopt);
+  EXPECT_EQ(here.Close().count, 0);
   EXPECT_FALSE(here.Find());
   EXPECT_EQ(there.Find(), other.number);
   EXPECT_GT(here.Open().number, other.number);

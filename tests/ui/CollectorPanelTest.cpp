@@ -66,7 +66,7 @@ TEST_F(CollectorPanelTest, AClickWhileWritingStartsNoSecondFile) {
   };
   host_.application.fakeDatabase.answer = rows;
   CollectorPanel* busy = nullptr;
-  CollectorPanel panel(host_.context, library_, [&](std::size_t) { busy->cmdDCExportarItems_Click(); });
+  CollectorPanel panel(host_.context, library_, [&](std::optional<std::size_t>) { busy->cmdDCExportarItems_Click(); });
   busy = &panel;
   panel.cmdDCExportarItems_Click();
   EXPECT_EQ(host_.application.fakeDatabase.statements.size(), 3U);

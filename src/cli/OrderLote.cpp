@@ -1,0 +1,84 @@
+#include "cli/OrderLote.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "cli/CommandHost.h"
+#include "transport/LoteTransporte.h"
+
+namespace tolvan {
+namespace {
+
+/// What an order has to tell.
+struct BatchReport {
+  std::optional<std::int64_t> number;  ///< the batch that is open, or was until now
+  std::int64_t closed = 0;
+  std::string state;      ///< beside the number
+  std::string nothing{};  ///< why nothing was done; empty when something was
+};
+
+BatchReport Open(LoteTransporte& batches) {
+  const OpenedBatch batch = batches.Open();
+  BatchReport report{.number = batch.number, .state = "abierto"};
+  if (!batch.isNew) report.nothing = "No se abrió otro lote: ya hay uno abierto.";
+  return report;
+}
+
+BatchReport Find(LoteTransporte& batches) {
+  BatchReport report{.number = batches.Find(), .state = "abierto"};
+  if (!report.number) report.nothing = "No hay ningún lote abierto.";
+  return report;
+}
+
+BatchReport Close(LoteTransporte& batches) {
+  const ClosedBatches closed = batches.Close();
+  BatchReport report{.number = closed.newest, .closed = closed.count, .state = "cerrado"};
+  if (closed.count == 0) report.nothing = "No se cerró nada: no hay ningún lote abierto.";
+  return report;
+}
+
+struct Task {
+  std::string_view word;
+  BatchReport (*run)(LoteTransporte& batches);
+};
+
+constexpr Task tasks[] = {{"abrir", &Open}, {"buscar", &Find}, {"cerrar", &Close}};
+
+void Print(OrderCall& call, const BatchReport& report) {
+  if (!report.nothing.empty()) call.Messages() << report.nothing << '\n';
+  if (call.WantsJson()) {
+    nlohmann::ordered_json document{{"lote", nullptr}, {"cerrados", report.closed}};
+    if (report.number) document["lote"] = *report.number;
+    call.PrintJson(document.dump(2));
+    return;
+  }
+  if (report.number) call.Out() << "Lote:     " << *report.number << " (" << report.state << ")\n";
+  if (report.closed > 0) call.Out() << "Cerrados: " << report.closed << '\n';
+}
+
+}  // namespace
+
+OrderDefinition OrderLote::Definition() const {
+  return {.name = "lote",
+          .summary = "Abre, busca o cierra el lote de transporte de subida de la compañía y sede configuradas",
+          .arguments = {{.name = "abrir|buscar|cerrar", .summary = "lo que se hace"}},
+          .notes =
+              "Cada sede tiene a lo sumo un lote abierto: abrir cuando ya hay uno da su número, y cerrar cuando no "
+              "hay ninguno no hace nada."};
+}
+
+ExitCode OrderLote::Run(OrderCall& call) const {
+  const std::string& word = call.Given().arguments.front();
+  const auto* const task = std::ranges::find(tasks, word, &Task::word);
+  if (task == std::end(tasks)) {
+    throw CommandFailure(ExitCode::Usage, "La orden lote no conoce \"" + word + "\": use abrir, buscar o cerrar");
+  }
+  CommandHost& host = call.Host();
+  const HostApplication& application = host.Context().application;
+  LoteTransporte batches(host.RequireDatabase(), application.Dialect(), application.CompanyId(), application.SiteId());
+  Print(call, task->run(batches));
+  return ExitCode::Done;
+}
+
+}  // namespace tolvan
