@@ -26,6 +26,7 @@ SignalInterruption::SignalInterruption() {
   Install(SIGINT);
   Install(SIGTERM);
   std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is a failed write, not a sudden end
+  std::signal(SIGXFSZ, SIG_IGN);  // and so is a file that grows past the user's limit
 }
 
 bool SignalInterruption::Requested() const noexcept {

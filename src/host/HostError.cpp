@@ -8,7 +8,7 @@ const char* TextOf(HostErrorKind kind) {
     case HostErrorKind::Configuration:
       return "Error en la configuración";
     case HostErrorKind::Unreachable:
-      return "No hay conexión";
+      return "No se puede acceder";
     case HostErrorKind::Busy:
       return "Ocupado por otro programa";
     case HostErrorKind::Damaged:
