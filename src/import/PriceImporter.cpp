@@ -49,6 +49,14 @@ auto ForRow(std::int32_t row, const Make& make) {
   }
 }
 
+/// Cost and price are shown where they change, the difference where there is one.
+std::optional<Currency> ShownAmount(const ReviewRow& row, std::size_t column) {
+  if (column == review_column::cost && row.costChanged) return row.cost.value_or(Currency());
+  if (column == review_column::price && row.priceChanged) return row.price.value_or(Currency());
+  if (column == review_column::difference && row.difference != Currency()) return row.difference;
+  return std::nullopt;
+}
+
 std::string SummaryText(const ImportOutcome& outcome) {
   std::string text = "Operación realizada con éxito: \r\n\r\n";
   text += "Nuevos Items: " + std::to_string(outcome.created) + "\r\n";
@@ -250,18 +258,23 @@ void PriceImporter::TellRemoval() {
 
 ReviewLine PriceImporter::LineOf(std::int32_t rowNumber) const {
   const ReviewRow row = RowAt(rowNumber);
-  const auto amount = [&](bool shown, Currency value) {
+  const auto amount = [&](std::size_t column) {
+    const std::optional<Currency> shown = ShownAmount(row, column);
     if (!shown) return std::string(blank);
-    return FormatMoney(value, context_->application.MoneyFormat(), context_->application.SeparatorText());
+    return FormatMoney(*shown, context_->application.MoneyFormat(), context_->application.SeparatorText());
   };
   return {row.code,
           row.associated,
           ShowsFree(row) ? "Sí" : std::string(blank),
           row.description,
-          amount(row.costChanged, row.cost.value_or(Currency())),
-          amount(row.priceChanged, row.price.value_or(Currency())),
-          amount(row.difference != Currency(), row.difference),
+          amount(review_column::cost),
+          amount(review_column::price),
+          amount(review_column::difference),
           std::string(ActionText(row.action))};
+}
+
+std::optional<Currency> PriceImporter::AmountOf(std::int32_t row, std::size_t column) const {
+  return ShownAmount(RowAt(row), column);
 }
 
 }  // namespace tolvan

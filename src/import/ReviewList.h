@@ -3,13 +3,23 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
+
+#include "base/Currency.h"
 
 namespace tolvan {
 
 /// The columns in their order: Excel, Tolvan, Libre, Descripción, Costo, PVP, Dif, Acción.
 using ReviewLine = std::array<std::string, 8>;
+
+namespace review_column {
+inline constexpr std::size_t cost = 4;
+inline constexpr std::size_t price = 5;
+inline constexpr std::size_t difference = 6;
+}  // namespace review_column
 
 class ReviewLineSource {
  public:
@@ -17,6 +27,9 @@ class ReviewLineSource {
 
   /// `row` is one of the rows of the list.
   virtual ReviewLine LineOf(std::int32_t row) const = 0;
+
+  /// The amount behind the text of a column, for sorting; nothing where the column shows none.
+  virtual std::optional<Currency> AmountOf(std::int32_t /*row*/, std::size_t /*column*/) const { return std::nullopt; }
 };
 
 class ReviewList {

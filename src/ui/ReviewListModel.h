@@ -24,6 +24,9 @@ class ReviewListModel final : public ReviewList {
   void Remove(std::int32_t row) override;
   bool Contains(std::int32_t row) const override { return LineOfRow(row).has_value(); }
 
+  /// Orders the lines by a column, from 0; -1 is the order of the file. Lines that are equal there stay in that order.
+  void SortBy(int column, bool ascending);
+
   std::size_t Lines() const { return rows_.size(); }
 
   /// The row that a line shows, the line that shows a row, and a line's texts; `line` is below Lines().
@@ -33,10 +36,13 @@ class ReviewListModel final : public ReviewList {
 
  private:
   void Changed();
+  void Sort();
 
   std::function<void()> changed_;
   const ReviewLineSource* source_ = nullptr;
-  std::vector<std::int32_t> rows_;  // ascending
+  std::vector<std::int32_t> rows_;  // as they are shown
+  int sortColumn_ = -1;
+  bool ascending_ = true;
   int locks_ = 0;
   bool changedWhileLocked_ = false;
 };

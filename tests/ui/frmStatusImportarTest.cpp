@@ -12,6 +12,10 @@ namespace {
 class FakeImporter : public IClaseImportar, public ReviewLineSource {
  public:
   ReviewLine LineOf(std::int32_t row) const override { return {"C" + std::to_string(row)}; }
+  std::optional<Currency> AmountOf(std::int32_t row, std::size_t column) const override {
+    if (column != review_column::price || row % 5 == 0) return std::nullopt;
+    return Currency::FromUnits(row % 3);
+  }
 
   std::vector<std::string> calls;
   std::int32_t rows = 5;
@@ -202,6 +206,29 @@ TEST(ReviewListModel, HoldsATabOfAnyLength) {
   EXPECT_EQ(list.Lines(), 49'999U);
   EXPECT_EQ(list.LineOfRow(50'002), 24'999U);
   EXPECT_EQ(ReviewList::KeyOf(7), "_7");
+}
+
+TEST(ReviewListModel, SortsByTextAndByValueAndBack) {
+  FakeImporter importer;
+  ReviewListModel list;
+  list.Clear(importer);
+  for (const std::int32_t row : {1, 2, 3, 5, 10, 21}) list.Add(row);
+  const auto rows = [&] {
+    std::vector<std::int32_t> shown;
+    for (std::size_t line = 0; line < list.Lines(); ++line) shown.push_back(list.RowOfLine(line));
+    return shown;
+  };
+  list.SortBy(0, true);
+  EXPECT_EQ(rows(), (std::vector<std::int32_t>{1, 10, 2, 21, 3, 5}));
+  list.SortBy(review_column::price, true);
+  EXPECT_EQ(rows(), (std::vector<std::int32_t>{5, 10, 3, 21, 1, 2})) << "lines without an amount first";
+  list.SortBy(review_column::price, false);
+  EXPECT_EQ(rows(), (std::vector<std::int32_t>{2, 1, 3, 21, 5, 10}));
+  list.Remove(21);
+  EXPECT_EQ(rows(), (std::vector<std::int32_t>{2, 1, 3, 5, 10}));
+  EXPECT_EQ(list.LineOfRow(3), 2U);
+  list.SortBy(-1, true);
+  EXPECT_EQ(rows(), (std::vector<std::int32_t>{1, 2, 3, 5, 10}));
 }
 
 }  // namespace
