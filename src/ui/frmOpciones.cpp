@@ -11,9 +11,6 @@ namespace {
 
 constexpr std::string_view lineBreak = "\r\n";
 
-/// The name that the file helper's cleaning makes of an empty one; it means no forced name.
-constexpr std::string_view emptyFileName = "_";
-
 }  // namespace
 
 frmOpciones::frmOpciones(const ComponentContext& context, OpcionesView& view) : context_(&context), view_(&view) {

@@ -26,6 +26,9 @@ using ActionRoutine = std::function<bool(bool interactive, std::string& errorTex
 
 class frmOpciones {
  public:
+  /// The name that the file helper's cleaning makes of an empty one; it means that no name is forced.
+  static constexpr std::string_view emptyFileName = "_";
+
   /// Both must outlive the window. The dispatcher begins with the routines of the two sales exports.
   frmOpciones(const ComponentContext& context, OpcionesView& view);
 

@@ -1,0 +1,46 @@
+// What the options window shows when somebody looks at it, beside the values of its controls: tree, panels, focus, busy
+// state and progress.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "host/StatusDisplay.h"
+#include "services/EnterAsTab.h"
+#include "services/ProgressControls.h"
+#include "ui/ActionTable.h"
+#include "ui/OpcionesView.h"
+#include "ui/WindowLayout.h"
+
+namespace tolvan {
+
+class OptionsWindowView : public OpcionesView, public StatusWindow, public KeyboardTarget, public LayoutWindow {
+ public:
+  /// Fills tvOpciones; a parent stands before its children.
+  virtual void ShowNodes(const std::vector<ActionNode>& nodes) = 0;
+
+  /// Hides every panel but this one. 0 is the introduction, the others are numbered as their actions.
+  virtual void ShowPanel(int panel) = 0;
+
+  /// The file's label on a panel: lblArchivo.
+  virtual void SetFile(int panel, std::string_view text) = 0;
+
+  virtual void SelectAll(std::string_view controlName) = 0;
+
+  /// While busy nothing answers but bCancelar, which stops the work then, and Pump lets events through. The user's last
+  /// wish to stop is forgotten when work begins. Calls do not nest.
+  virtual void SetBusy(bool busy) = 0;
+
+  /// The user's wish to stop the work that is running.
+  virtual void RequestStop() = 0;
+
+  /// Ends the window.
+  virtual void CloseWindow() = 0;
+
+  virtual ProgressContainer& pbProgreso() = 0;
+  virtual ProgressBar& pb01() = 0;
+  virtual ProgressCaption& lbProgreso() = 0;
+  virtual MessagePump& Pump() = 0;
+};
+
+}  // namespace tolvan

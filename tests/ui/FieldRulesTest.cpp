@@ -1,0 +1,75 @@
+#include "ui/FieldRules.h"
+
+#include <gtest/gtest.h>
+
+#include "support/FakeHost.h"
+#include "ui/FakeOptionsView.h"
+
+namespace tolvan {
+namespace {
+
+struct Fields : ::testing::Test {
+  test::FakeHost host;
+  test::FakeOptionsView view;
+  FieldRules rules{host.context, view};
+
+  std::int16_t Press(std::string_view name, std::int16_t key) {
+    rules.KeyPress(name, key);
+    return key;
+  }
+};
+
+TEST_F(Fields, EnterGoesOnToTheNextField) {
+  struct Case {
+    std::string_view name;
+    std::vector<std::string> expected;
+  };
+  const std::vector<Case> cases{{"txtC1_CodigoTienda", {"tab"}},
+                                {"txtC1_NombreArchivo", {"tab"}},
+                                {"txtC1_Email", {"tab"}},
+                                {"chk1", {"tab"}},
+                                {"dtC1_HoraFinJornada", {"focus txtC1_NombreArchivo"}}};
+  for (const Case& each : cases) {
+    view.said.clear();
+    EXPECT_EQ(Press(each.name, 65), 65);
+    EXPECT_TRUE(view.said.empty());
+    EXPECT_EQ(Press(each.name, 13), 0);
+    EXPECT_EQ(view.said, each.expected) << each.name;
+  }
+}
+
+TEST_F(Fields, OnlyTextBoxesSelectTheirText) {
+  for (const std::string_view name : {"txtC1_CodigoTienda", "txtC1_NombreArchivo", "txtC1_Email", "chk1"}) {
+    rules.GotFocus(name);
+  }
+  EXPECT_EQ(view.said, (std::vector<std::string>{"select txtC1_CodigoTienda", "select txtC1_NombreArchivo",
+                                                 "select txtC1_Email"}));
+}
+
+TEST_F(Fields, LeavingPutsCodeAndFileNameInOrder) {
+  view.SetText("txtC1_CodigoTienda", "  0001 ");
+  view.SetText("txtC1_NombreArchivo", "_");
+  EXPECT_TRUE(rules.ValidateAll());
+  EXPECT_EQ(view.Text("txtC1_CodigoTienda"), "0001");
+  EXPECT_EQ(view.Text("txtC1_NombreArchivo"), "") << "what cleaning makes of nothing is nothing";
+}
+
+TEST_F(Fields, AnAddressThatIsNoneKeepsTheFocusOnlyWhereItIsNeeded) {
+  view.SetText("txtC1_Email", "nadie");
+  EXPECT_TRUE(rules.Validate("txtC1_Email")) << "nothing is sent";
+  view.SetChecked("chk1", true);
+  rules.chk_Click();
+  EXPECT_TRUE(view.controls.Enabled("txtC1_Email"));
+  EXPECT_EQ(Press("txtC1_Email", 13), 0);
+  EXPECT_TRUE(view.said.empty());
+  EXPECT_FALSE(rules.ValidateAll());
+  EXPECT_EQ(view.said, std::vector<std::string>{"focus txtC1_Email"});
+  EXPECT_EQ(host.services.dialogs.boxes.at(1),
+            (test::FakeDialogs::Box{MessageIcon::Exclamation, "Importar/Exportar Datos",
+                                    "Favor indique una dirección de e-mail válida."}));
+  view.SetText("txtC1_Email", "");
+  EXPECT_TRUE(rules.ValidateAll()) << "the recipient is asked for when the file is sent";
+}
+
+}  // namespace
+}  // namespace tolvan
