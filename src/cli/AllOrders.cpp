@@ -10,6 +10,7 @@
 #include "cli/OrderPlantilla.h"
 #include "cli/OrderRnc.h"
 #include "cli/OrderSubirVentas.h"
+#include "cli/OrderVentana.h"
 #include "cli/OrderVentas.h"
 #include "cli/OrderVexlor.h"
 
@@ -18,6 +19,7 @@ namespace tolvan {
 std::vector<std::unique_ptr<Order>> AllOrders() {
   std::vector<std::unique_ptr<Order>> orders;
   orders.push_back(std::make_unique<OrderDemo>());
+  orders.push_back(std::make_unique<OrderVentana>());
   orders.push_back(std::make_unique<OrderVexlor>());
   orders.push_back(std::make_unique<OrderVentas>());
   orders.push_back(std::make_unique<OrderSubirVentas>());

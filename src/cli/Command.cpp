@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -38,9 +39,15 @@ class Call : public OrderCall {
   Interruption& UserInterruption() override { return environment_->interruption; }
 
   CommandHost& Host() override {
-    if (!host_) host_ = OpenHost(command_->global.Value("--host", environment_->defaultHost));
+    if (!host_) host_ = OpenHost(HostPath());
     return *host_;
   }
+
+  std::string HostPath() const override {
+    const std::string path = command_->global.Value("--host", environment_->defaultHost);
+    return path.empty() ? path : std::filesystem::absolute(path).native();
+  }
+  std::string WindowProgram() const override { return environment_->windowProgram; }
 
   std::unique_ptr<CommandHost> OpenHost(const std::string& path) override {
     auto host = std::make_unique<CommandHost>(path, HostFront{.dialogs = dialogs_,

@@ -18,6 +18,7 @@ struct CommandEnvironment {
   Clock& clock;
   Interruption& interruption;
   std::string defaultHost;       ///< the configuration used without --host
+  std::string windowProgram{};   ///< the program that shows the windows
   bool inputIsTerminal = false;  ///< a person can be asked
   bool messagesAreTerminal = false;
 };

@@ -40,6 +40,10 @@ class OrderCall {
   /// The configured host with the component on it, opened at the first call. Throws CommandFailure Unreachable.
   virtual CommandHost& Host() = 0;
 
+  /// The path of the configuration that Host() opens, and of the program that shows the windows; both absolute.
+  virtual std::string HostPath() const = 0;
+  virtual std::string WindowProgram() const = 0;
+
   /// A host of the order's own making, from the configuration at `path`. Throws CommandFailure Unreachable.
   virtual std::unique_ptr<CommandHost> OpenHost(const std::string& path) = 0;
 };

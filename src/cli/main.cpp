@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -25,6 +26,12 @@ std::string DefaultHost() {
   return folder + "/tolvan/tolvan.ini";
 }
 
+/// The window program lies where this one does.
+std::string WindowProgram() {
+  std::error_code ignored;
+  return std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path() / "tolvan-ventana";
+}
+
 /// Colour and cursor movement are unwanted where NO_COLOR is set or the terminal cannot do them.
 bool DrawsOnTerminal() {
   return isatty(STDERR_FILENO) != 0 && Environment("NO_COLOR").empty() && Environment("TERM") != "dumb";
@@ -42,6 +49,7 @@ int main(int count, char** arguments) {
                                     .clock = clock,
                                     .interruption = interruption,
                                     .defaultHost = DefaultHost(),
+                                    .windowProgram = WindowProgram(),
                                     .inputIsTerminal = isatty(STDIN_FILENO) != 0,
                                     .messagesAreTerminal = DrawsOnTerminal()});
 }

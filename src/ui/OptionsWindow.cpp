@@ -10,15 +10,16 @@ constexpr std::string_view lineBreak = "\r\n";
 
 }  // namespace
 
-OptionsWindow::OptionsWindow(const ComponentContext& context, OptionsWindowView& view, ImportTools tools)
+OptionsWindow::OptionsWindow(const ComponentContext& context, OptionsWindowView& view, OptionsTools tools)
     : context_(&context),
       view_(&view),
       actions_(ComponentActions()),
       progress_(&view.Pump()),
       form_(context, view),
       fields_(context, view),
-      imports_(context, std::move(tools), view),
-      registry_(context, progress_) {
+      imports_(context, std::move(tools.imports), view),
+      registry_(context, progress_),
+      collector_(context, tools.xml, [this](std::size_t rows) { ShowRowsRead(rows); }) {
   imports_.AttachTo(form_);
   registry_.AttachTo(form_);
 }
@@ -96,6 +97,16 @@ void OptionsWindow::BAbrirArchivo_Click(int element) {
 
 void OptionsWindow::cmdAbrirPlantilla_Click() {
   if (!busy_) Perform([this] { imports_.cmdAbrirPlantilla_Click(); });
+}
+
+void OptionsWindow::cmdDCExportarItems_Click() {
+  Work([this] { collector_.cmdDCExportarItems_Click(); });
+}
+
+/// How many there are is not known before the end, so the bar stands still and the text counts.
+void OptionsWindow::ShowRowsRead(std::size_t rows) {
+  progress_.NotificarProgreso(true, 1, 0, "Registros leídos: " + std::to_string(rows));
+  view_->Pump().ProcessPending();
 }
 
 /// What a step throws is told to the user; nothing leaves a public operation.

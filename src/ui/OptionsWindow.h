@@ -7,6 +7,7 @@
 #include <string>
 
 #include "services/clsCallBackProgreso.h"
+#include "ui/CollectorPanel.h"
 #include "ui/FieldRules.h"
 #include "ui/ImportLauncher.h"
 #include "ui/OptionsWindowView.h"
@@ -15,10 +16,16 @@
 
 namespace tolvan {
 
+/// What the actions work with beside the component's own services.
+struct OptionsTools {
+  ImportTools imports;
+  XmlLibrary& xml;
+};
+
 class OptionsWindow {
  public:
-  /// All of it must outlive the window. The view's controls must exist already.
-  OptionsWindow(const ComponentContext& context, OptionsWindowView& view, ImportTools tools);
+  /// All of it must outlive the window. Nothing is asked of the view before Iniciar.
+  OptionsWindow(const ComponentContext& context, OptionsWindowView& view, OptionsTools tools);
 
   /// Binds the progress, restores the layout, builds the tree, shows panel 0 and fills all panels.
   void Iniciar();
@@ -43,6 +50,10 @@ class OptionsWindow {
   void BAbrirArchivo_Click(int element);
   void cmdAbrirPlantilla_Click();
 
+  /// One of the two option buttons of the collector's panel.
+  void opProposito_Click(CollectorPanel::Purpose purpose) { collector_.opProposito_Click(purpose); }
+  void cmdDCExportarItems_Click();
+
   FieldRules& Fields() { return fields_; }
   frmOpciones& Form() { return form_; }
   bool IsBusy() const { return busy_; }
@@ -51,6 +62,7 @@ class OptionsWindow {
   void Perform(const std::function<void()>& step) const;
   void Work(const std::function<void()>& work);
   void ShowFiles();
+  void ShowRowsRead(std::size_t rows);
 
   const ComponentContext* context_;
   OptionsWindowView* view_;
@@ -60,6 +72,7 @@ class OptionsWindow {
   FieldRules fields_;
   ImportLauncher imports_;
   RegistryLauncher registry_;
+  CollectorPanel collector_;
   bool busy_ = false;
   bool closesAfterWork_ = false;
 };

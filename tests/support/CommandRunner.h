@@ -31,6 +31,7 @@ struct CommandRunner {
                                             .clock = clock,
                                             .interruption = interruption,
                                             .defaultHost = "/no/such/tolvan.ini",
+                                            .windowProgram = windowProgram,
                                             .inputIsTerminal = terminal,
                                             .messagesAreTerminal = false});
     return {code, output.str(), messages.str()};
@@ -38,9 +39,10 @@ struct CommandRunner {
 
   FakeClock clock;
   FakeInterruption interruption;
-  std::string host;       ///< passed as --host when not empty
-  std::string typed;      ///< what the person types
-  bool terminal = false;  ///< whether a person is there
+  std::string host;           ///< passed as --host when not empty
+  std::string windowProgram;  ///< started by the order ventana
+  std::string typed;          ///< what the person types
+  bool terminal = false;      ///< whether a person is there
 };
 
 }  // namespace tolvan::test

@@ -24,13 +24,19 @@ struct NoHashes : HashService {
   std::string Md5(std::string_view) const override { return {}; }
 };
 
+struct NoXml : XmlLibrary {
+  std::unique_ptr<XmlDocument> CreateDocument() override { throw HostError(HostErrorKind::Failed, "no hay XML"); }
+  void OpenDownload(std::string_view) noexcept override {}
+};
+
 struct WholeWindow : ::testing::Test {
   test::FakeHost host;
   test::FakeOptionsView view;
   NoSpreadsheets spreadsheets;
   NoHashes hashes;
+  NoXml xml;
   std::vector<FakeDialogs::Box>& boxes = host.services.dialogs.boxes;
-  OptionsWindow window{host.context, view, ImportTools{spreadsheets, hashes, {}}};
+  OptionsWindow window{host.context, view, OptionsTools{{spreadsheets, hashes, {}}, xml}};
 
   /// Makes the daily sales action do `work`.
   void Runs(const std::function<void()>& work) {
@@ -125,6 +131,14 @@ TEST_F(WholeWindow, TheRegistryNeedsAFileThatIsThere) {
             "Ocurrió uno o más errores en la operación:\r\n\r\nDebe seleccionar primero el archivo de texto");
   EXPECT_NE(boxes[1].text.find("sin base"), std::string::npos);
   EXPECT_EQ(host.services.dialogs.questions.back(), "Seleccionar Archivo de Texto RNC Archivo de Texto RNC|*.txt");
+}
+
+TEST_F(WholeWindow, TheCollectorsButtonTellsAMissingLibrary) {
+  host.services.dialogs.answer = "/articulos.tolpak";
+  window.cmdDCExportarItems_Click();
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_NE(boxes[0].text.find("Microsoft XML 6.0"), std::string::npos);
+  EXPECT_EQ(view.said, (std::vector<std::string>{"busy", "idle"}));
 }
 
 }  // namespace

@@ -1,0 +1,78 @@
+#include "desktop/DesktopSession.h"
+
+#include <gtk/gtk.h>
+#include <wx/app.h>
+#include <wx/dialog.h>
+
+#include <iostream>
+
+#include "base/Text.h"
+#include "desktop/DesktopHost.h"
+#include "desktop/OpcionesFrame.h"
+#include "desktop/StatusImportarWindow.h"
+#include "platform/assembly/DeferredSpreadsheetApplication.h"
+#include "platform/hash/NettleHashService.h"
+#include "platform/xml/PugiXmlLibrary.h"
+#include "services/ResourceTexts.h"
+
+namespace tolvan {
+namespace {
+
+constexpr int done = 0;
+constexpr int hostUnreachable = 4;
+
+}  // namespace
+
+int DesktopSession::Run(const std::string& configurationPath) {
+  try {
+    DesktopHost host(configurationPath,
+                     {.dialogs = dialogs_, .clock = clock_, .interruption = work_, .userPresent = true},
+                     [this](const ComponentContext& context) { ShowWindow(context); });
+    TellNotice(host.Component().Context());
+    host.Component().VentanaImpExp({});
+    return done;
+  } catch (const HostError& error) {
+    const std::string text = TextForPeople(error);
+    std::cerr << ReplaceAll(text, "\r\n", "\n") << '\n';
+    dialogs_.ShowMessage(MessageIcon::Exclamation, ResourceText(text_id::windowCaption), text);
+    return hostUnreachable;
+  }
+}
+
+void DesktopSession::TellNotice(const ComponentContext& context) {
+  const std::string notice = context.application.Settings().Notice();
+  if (!notice.empty()) dialogs_.ShowMessage(MessageIcon::Exclamation, context.application.ProductName(), notice);
+}
+
+void DesktopSession::ShowWindow(const ComponentContext& context) {
+  DeferredSpreadsheetApplication spreadsheets(context.services.SystemClock(), context.Files(),
+                                              context.services.ApplicationFolder() + "Exportar");
+  const NettleHashService hashes;
+  PugiXmlLibrary xml;
+  OpcionesFrame* frame = nullptr;
+  const auto makeReview = [&]() -> std::unique_ptr<ImportReview> {
+    return std::make_unique<StatusImportarWindow>(frame, context, work_);
+  };
+  frame = new OpcionesFrame(context, work_, {{spreadsheets, hashes, makeReview}, xml});
+  wxTheApp->SetTopWindow(frame);
+  wxTheApp->SetExitOnFrameDelete(true);
+  frame->Show();
+  wxTheApp->MainLoop();
+}
+
+void DesktopSession::End() {
+  work_.EndSession();
+  // The toolkit's own pickers run their own loops; an answer ends them.
+  GList* const windows = gtk_window_list_toplevels();
+  for (const GList* each = windows; each != nullptr; each = each->next) {
+    if (GTK_IS_DIALOG(each->data)) gtk_dialog_response(GTK_DIALOG(each->data), GTK_RESPONSE_CANCEL);
+  }
+  g_list_free(windows);
+  for (auto node = wxTopLevelWindows.GetLast(); node != nullptr; node = node->GetPrevious()) {
+    auto* const dialog = dynamic_cast<wxDialog*>(node->GetData());
+    if (dialog != nullptr && dialog->IsModal()) dialog->EndModal(wxID_CANCEL);
+  }
+  if (wxWindow* const frame = wxTheApp->GetTopWindow()) frame->Close();
+}
+
+}  // namespace tolvan

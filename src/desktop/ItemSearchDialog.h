@@ -1,0 +1,40 @@
+// The search over items: what is typed filters the list; Enter or a double click takes the selected item.
+#pragma once
+
+#include <wx/dataview.h>
+#include <wx/dialog.h>
+
+#include <optional>
+#include <string>
+
+#include "ui/ItemSearch.h"
+
+class wxButton;
+class wxTextCtrl;
+
+namespace tolvan {
+
+class FoundLines;
+
+class ItemSearchDialog : public wxDialog {
+ public:
+  /// `search` must outlive the dialog.
+  ItemSearchDialog(wxWindow* parent, ItemSearch& search);
+  ~ItemSearchDialog() override;
+
+  /// The code of the selected item; nothing when none is.
+  std::optional<std::string> Chosen() const;
+
+ private:
+  void BindEvents();
+  void Filter();
+  void MoveSelection(int lines);
+
+  ItemSearch& search_;
+  wxTextCtrl* filter_ = nullptr;
+  wxDataViewCtrl* list_ = nullptr;
+  wxButton* accept_ = nullptr;
+  wxObjectDataPtr<FoundLines> lines_;
+};
+
+}  // namespace tolvan

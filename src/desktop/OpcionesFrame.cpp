@@ -1,0 +1,292 @@
+#include "desktop/OpcionesFrame.h"
+
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/dataview.h>
+#include <wx/sizer.h>
+#include <wx/statline.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include "desktop/ControlName.h"
+#include "desktop/DailySalesPanel.h"
+#include "desktop/DateField.h"
+#include "desktop/FilePanels.h"
+#include "desktop/PanelParts.h"
+#include "desktop/ProgressPanel.h"
+#include "desktop/StatusDialog.h"
+#include "desktop/TimeField.h"
+#include "desktop/WrappedText.h"
+#include "desktop/WxText.h"
+#include "services/ResourceTexts.h"
+#include "ui/PanelTexts.h"
+
+namespace tolvan {
+namespace {
+
+/// The key of a node, kept with its item.
+class NodeKey : public wxClientData {
+ public:
+  explicit NodeKey(std::string key) : key_(std::move(key)) {}
+  const std::string& Key() const { return key_; }
+
+ private:
+  std::string key_;
+};
+
+}  // namespace
+
+OpcionesFrame::OpcionesFrame(const ComponentContext& context, DesktopWork& work, OptionsTools tools)
+    : wxFrame(nullptr, wxID_ANY, ToWx(ResourceText(text_id::windowCaption))),
+      work_(work),
+      layout_(*this),
+      logic_(context, *this, std::move(tools)) {
+  NameControl(*this, "frmOpciones");
+  auto* const content = new wxPanel(this);
+  MakeTree(*content);
+  auto* const upper = new wxBoxSizer(wxHORIZONTAL);
+  upper->Add(tree_, wxSizerFlags().Expand().Border(wxRIGHT, 2 * Gap(*this)));
+  upper->Add(MakeRightSide(*content), wxSizerFlags(1).Expand());
+  progress_ = new ProgressPanel(content);
+  progress_->Hide();
+  auto* const all = new wxBoxSizer(wxVERTICAL);
+  all->Add(upper, wxSizerFlags(1).Expand().Border(wxALL, Gap(*this)));
+  all->Add(progress_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, Gap(*this)));
+  all->Add(MakeButtons(*content), wxSizerFlags().Right().Border(wxALL, Gap(*this)));
+  content->SetSizer(all);
+  auto* const whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(content, wxSizerFlags(1).Expand());
+  SetSizerAndFit(whole);
+  BindEvents();
+  logic_.Iniciar();
+  tree_->SetFocus();
+}
+
+void OpcionesFrame::MakeTree(wxWindow& parent) {
+  tree_ = new wxDataViewTreeCtrl(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxDV_NO_HEADER | wxDV_SINGLE);
+  tree_->SetMinSize(FromDIP(wxSize(250, 340)));
+  NameControl(*tree_, "tvOpciones", "Operaciones");
+}
+
+wxSizer* OpcionesFrame::MakeRightSide(wxWindow& parent) {
+  auto* const column = new wxBoxSizer(wxVERTICAL);
+  auto* const title = new wxStaticText(&parent, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE);
+  title->SetFont(title->GetFont().Bold().Scaled(1.2F));
+  NameControl(*title, control::tituloCategoria);
+  column->Add(title, wxSizerFlags().Expand().Border(wxBOTTOM, 2 * Gap(parent)));
+  MakePanels(parent, *column);
+  return column;
+}
+
+void OpcionesFrame::MakePanels(wxWindow& parent, wxSizer& sizer) {
+  auto* const introduction = new wxPanel(&parent);
+  auto* const text = new WrappedText(introduction, {}, FromDIP(430));
+  NameControl(*text, control::explicacion);
+  auto* const introductionSizer = new wxBoxSizer(wxVERTICAL);
+  introductionSizer->Add(text, wxSizerFlags().Expand());
+  introduction->SetSizer(introductionSizer);
+
+  panels_ = {introduction,
+             new DailySalesPanel(&parent, logic_),
+             nullptr,
+             new WorkbookPanel(&parent, logic_, panel_text::movilnetHelp, false),
+             new CollectorPanelView(&parent, logic_),
+             new WorkbookPanel(&parent, logic_, panel_text::excelHelp, true),
+             new RegistryPanel(&parent, logic_)};
+  wxSize largest = FromDIP(wxSize(480, 300));
+  for (std::size_t number = 0; number < panels_.size(); ++number) {
+    if (panels_[number] == nullptr) continue;
+    NameControl(*panels_[number], "panel" + std::to_string(number));
+    sizer.Add(panels_[number], wxSizerFlags(1).Expand());
+    largest.IncTo(panels_[number]->GetSizer()->CalcMin());
+  }
+  // Each is given room for the largest, so that the window does not change with the choice.
+  for (wxPanel* const each : panels_) {
+    if (each != nullptr) each->SetMinSize(largest);
+  }
+  ShowPanel(0);
+}
+
+wxSizer* OpcionesFrame::MakeButtons(wxWindow& parent) {
+  accept_ = MakeButton(parent, "bGuardar", ResourceText(text_id::acceptButton));
+  cancel_ = MakeButton(parent, "bCancelar", ResourceText(text_id::cancelButton));
+  auto* const row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(accept_, wxSizerFlags().Border(wxRIGHT, Gap(parent)));
+  row->Add(cancel_);
+  return row;
+}
+
+void OpcionesFrame::BindEvents() {
+  accept_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { logic_.bGuardar_Click(); });
+  cancel_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { logic_.bCancelar_Click(); });
+  tree_->Bind(wxEVT_DATAVIEW_SELECTION_CHANGED, [this](wxDataViewEvent& event) {
+    if (!event.GetItem().IsOk()) return;
+    const auto* key = dynamic_cast<NodeKey*>(tree_->GetItemData(event.GetItem()));
+    if (key != nullptr) logic_.tvOpciones_NodeClick(key->Key());
+  });
+  Bind(wxEVT_CLOSE_WINDOW, &OpcionesFrame::OnClose, this);
+  Bind(wxEVT_CHAR_HOOK, &OpcionesFrame::OnKey, this);
+}
+
+void OpcionesFrame::OnClose(wxCloseEvent& event) {
+  if (!logic_.QueryUnload() && event.CanVeto()) {
+    event.Veto();
+    return;
+  }
+  if (closing_) return;
+  closing_ = true;
+  logic_.Unload();
+  Destroy();
+}
+
+void OpcionesFrame::OnKey(wxKeyEvent& event) {
+  if (event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers()) {
+    logic_.bCancelar_Click();
+  } else {
+    event.Skip();
+  }
+}
+
+wxWindow& OpcionesFrame::Control(std::string_view name) const {
+  wxWindow* const found = FindWindowByName(ToWx(name), this);
+  wxCHECK_MSG(found != nullptr, *wxConstCast(this, OpcionesFrame), "no control of that name");
+  return *found;
+}
+
+std::string OpcionesFrame::Text(std::string_view controlName) const {
+  const wxWindow& control = Control(controlName);
+  const auto* text = dynamic_cast<const wxTextCtrl*>(&control);
+  return FromWx(text != nullptr ? text->GetValue() : control.GetLabel());
+}
+
+void OpcionesFrame::SetText(std::string_view controlName, std::string_view text) {
+  wxWindow& control = Control(controlName);
+  if (auto* const field = dynamic_cast<wxTextCtrl*>(&control)) {
+    if (!field->IsEditable()) {
+      ShowPath(*field, text);
+    } else if (FromWx(field->GetValue()) != text) {
+      field->ChangeValue(ToWx(text));
+    }
+  } else if (auto* const paragraph = dynamic_cast<WrappedText*>(&control)) {
+    paragraph->SetWrapped(text);
+  } else if (auto* const label = dynamic_cast<wxStaticText*>(&control)) {
+    label->SetLabelText(ToWx(text));
+  }
+}
+
+bool OpcionesFrame::Checked(std::string_view controlName) const {
+  const auto* box = dynamic_cast<wxCheckBox*>(&Control(controlName));
+  return box != nullptr && box->GetValue();
+}
+
+void OpcionesFrame::SetChecked(std::string_view controlName, bool checked) {
+  if (auto* const box = dynamic_cast<wxCheckBox*>(&Control(controlName))) box->SetValue(checked);
+}
+
+void OpcionesFrame::SetEnabled(std::string_view controlName, bool enabled) {
+  Control(controlName).Enable(enabled);
+}
+
+Date OpcionesFrame::DateOf(std::string_view controlName) const {
+  const auto* field = dynamic_cast<DateField*>(&Control(controlName));
+  return field == nullptr ? Date() : field->Value();
+}
+
+void OpcionesFrame::SetDate(std::string_view controlName, Date date) {
+  if (auto* const field = dynamic_cast<DateField*>(&Control(controlName))) field->SetValue(date);
+}
+
+TimeOfDay OpcionesFrame::TimeOf(std::string_view controlName) const {
+  const auto* field = dynamic_cast<TimeField*>(&Control(controlName));
+  return field == nullptr ? TimeOfDay() : field->Value();
+}
+
+void OpcionesFrame::SetTime(std::string_view controlName, TimeOfDay time) {
+  if (auto* const field = dynamic_cast<TimeField*>(&Control(controlName))) field->SetValue(time);
+}
+
+void OpcionesFrame::Focus(std::string_view controlName) {
+  Control(controlName).SetFocus();
+}
+
+void OpcionesFrame::ShowNodes(const std::vector<ActionNode>& nodes) {
+  std::map<std::string, wxDataViewItem> items;
+  for (const ActionNode& node : nodes) {
+    const bool isParent =
+        std::any_of(nodes.begin(), nodes.end(), [&](const ActionNode& other) { return other.parentKey == node.key; });
+    const wxDataViewItem parent = node.parentKey.empty() ? wxDataViewItem() : items.at(node.parentKey);
+    auto* const key = new NodeKey(node.key);
+    items[node.key] = isParent ? tree_->AppendContainer(parent, ToWx(node.caption), -1, -1, key)
+                               : tree_->AppendItem(parent, ToWx(node.caption), -1, key);
+  }
+  for (const auto& [key, item] : items) tree_->Expand(item);
+}
+
+void OpcionesFrame::ShowPanel(int panel) {
+  wxPanel* const chosen = panels_.at(static_cast<std::size_t>(panel));
+  for (wxPanel* const each : panels_) {
+    if (each != nullptr) each->Show(each == chosen);
+  }
+  if (chosen != nullptr) chosen->GetParent()->Layout();
+}
+
+void OpcionesFrame::SetFile(int panel, std::string_view text) {
+  auto* const files = dynamic_cast<FilePanel*>(panels_.at(static_cast<std::size_t>(panel)));
+  if (files != nullptr) files->SetFile(text);
+}
+
+void OpcionesFrame::SelectAll(std::string_view controlName) {
+  if (auto* const field = dynamic_cast<wxTextCtrl*>(&Control(controlName))) field->SelectAll();
+}
+
+void OpcionesFrame::SetBusy(bool busy) {
+  if (busy) {
+    work_.Begin();
+    focusBeforeWork_ = FindFocus();
+  }
+  tree_->Enable(!busy);
+  accept_->Enable(!busy);
+  for (wxPanel* const each : panels_) {
+    if (each != nullptr) each->Enable(!busy);
+  }
+  cancel_->SetLabel(ToWx(busy ? panel_text::stop : ResourceText(text_id::cancelButton)));
+  SetCursor(busy ? wxCURSOR_ARROWWAIT : wxNullCursor);
+  if (busy) {
+    cancel_->SetFocus();
+    return;
+  }
+  work_.End();
+  if (focusBeforeWork_ != nullptr && IsDescendant(focusBeforeWork_)) focusBeforeWork_->SetFocus();
+}
+
+void OpcionesFrame::CloseWindow() {
+  wxFrame::Close();
+}
+
+ProgressContainer& OpcionesFrame::pbProgreso() {
+  return *progress_;
+}
+
+ProgressBar& OpcionesFrame::pb01() {
+  return *progress_;
+}
+
+ProgressCaption& OpcionesFrame::lbProgreso() {
+  return *progress_;
+}
+
+void OpcionesFrame::PressTab() {
+  wxWindow* focused = FindFocus();
+  // Fields made of several controls are left as a whole.
+  while (focused != nullptr && focused->GetParent() != nullptr &&
+         dynamic_cast<DailySalesPanel*>(focused->GetParent()) == nullptr) {
+    focused = focused->GetParent();
+  }
+  if (focused != nullptr) focused->Navigate();
+}
+
+std::unique_ptr<StatusDisplay> OpcionesFrame::OpenStatus() {
+  return std::make_unique<StatusDialog>(this, work_);
+}
+
+}  // namespace tolvan

@@ -1,0 +1,89 @@
+// frmOpciones as a window: the tree on the left, one panel on the right, progress and buttons below. It shows what
+// OptionsWindow says and forwards every event to it.
+#pragma once
+
+#include <wx/frame.h>
+
+#include <vector>
+
+#include "desktop/DesktopWork.h"
+#include "desktop/WxLayoutWindow.h"
+#include "ui/OptionsWindow.h"
+
+class wxBoxSizer;
+class wxButton;
+class wxDataViewEvent;
+class wxDataViewTreeCtrl;
+class wxPanel;
+
+namespace tolvan {
+
+class FilePanel;
+class ProgressPanel;
+
+class OpcionesFrame : public wxFrame, public OptionsWindowView {
+ public:
+  /// Everything must outlive the frame, which the toolkit deletes once it is closed.
+  OpcionesFrame(const ComponentContext& context, DesktopWork& work, OptionsTools tools);
+
+  OptionsWindow& Logic() { return logic_; }
+
+  // OpcionesView
+  std::string Text(std::string_view controlName) const override;
+  void SetText(std::string_view controlName, std::string_view text) override;
+  bool Checked(std::string_view controlName) const override;
+  void SetChecked(std::string_view controlName, bool checked) override;
+  void SetEnabled(std::string_view controlName, bool enabled) override;
+  Date DateOf(std::string_view controlName) const override;
+  void SetDate(std::string_view controlName, Date date) override;
+  TimeOfDay TimeOf(std::string_view controlName) const override;
+  void SetTime(std::string_view controlName, TimeOfDay time) override;
+  void Focus(std::string_view controlName) override;
+
+  // OptionsWindowView
+  void ShowNodes(const std::vector<ActionNode>& nodes) override;
+  void ShowPanel(int panel) override;
+  void SetFile(int panel, std::string_view text) override;
+  void SelectAll(std::string_view controlName) override;
+  void SetBusy(bool busy) override;
+  void RequestStop() override { work_.Stop(); }
+  void CloseWindow() override;
+  ProgressContainer& pbProgreso() override;
+  ProgressBar& pb01() override;
+  ProgressCaption& lbProgreso() override;
+  MessagePump& Pump() override { return work_; }
+  void PressTab() override;
+  std::unique_ptr<StatusDisplay> OpenStatus() override;
+
+  // LayoutWindow
+  std::string LayoutTag() const override { return "frmOpciones"; }
+  bool IsSizable() const override { return true; }
+  WindowState State() const override { return layout_.State(); }
+  void SetState(WindowState state) override { layout_.SetState(state); }
+  Rectangle Bounds() const override { return layout_.Bounds(); }
+  void SetBounds(const Rectangle& bounds) override { layout_.SetBounds(bounds); }
+  std::vector<Rectangle> WorkAreas() const override { return WxLayoutWindow::WorkAreas(); }
+
+ private:
+  void MakePanels(wxWindow& parent, wxSizer& sizer);
+  void MakeTree(wxWindow& parent);
+  wxSizer* MakeButtons(wxWindow& parent);
+  wxSizer* MakeRightSide(wxWindow& parent);
+  void BindEvents();
+  void OnClose(wxCloseEvent& event);
+  void OnKey(wxKeyEvent& event);
+  wxWindow& Control(std::string_view name) const;
+
+  DesktopWork& work_;
+  WxLayoutWindow layout_;
+  OptionsWindow logic_;
+  wxDataViewTreeCtrl* tree_ = nullptr;
+  std::vector<wxPanel*> panels_;
+  ProgressPanel* progress_ = nullptr;
+  wxButton* accept_ = nullptr;
+  wxButton* cancel_ = nullptr;
+  wxWindow* focusBeforeWork_ = nullptr;
+  bool closing_ = false;
+};
+
+}  // namespace tolvan

@@ -1,0 +1,143 @@
+#include "desktop/ReviewListView.h"
+
+#include <array>
+
+#include "desktop/ControlName.h"
+#include "desktop/WxText.h"
+
+namespace tolvan {
+
+/// The lines as the list asks for them, column by column; the texts of the last line asked for are kept.
+class ReviewLines : public wxDataViewVirtualListModel {
+ public:
+  explicit ReviewLines(const ReviewListModel& rows) : rows_(rows) {}
+
+  void ShowAnew() {
+    line_ = noLine;
+    Reset(static_cast<unsigned>(rows_.Lines()));
+  }
+
+  void GetValueByRow(wxVariant& value, unsigned line, unsigned column) const override {
+    if (line >= rows_.Lines()) {
+      value = wxString();
+      return;
+    }
+    if (line_ != line) texts_ = rows_.TextsOf(line);
+    line_ = line;
+    value = ToWx(texts_.at(column));
+  }
+  bool SetValueByRow(const wxVariant&, unsigned, unsigned) override { return false; }
+
+ private:
+  static constexpr unsigned noLine = ~0U;
+
+  const ReviewListModel& rows_;
+  mutable unsigned line_ = noLine;
+  mutable ReviewLine texts_;
+};
+
+namespace {
+
+constexpr std::string_view layoutTag = "frmStatusImportar_lvStatus";
+
+struct Column {
+  const char* title;
+  int width;  ///< at first, in pixels of a plain screen
+  wxAlignment alignment;
+};
+
+constexpr std::array<Column, 8> columns{{{"Excel", 110, wxALIGN_LEFT},
+                                         {"Tolvan", 110, wxALIGN_LEFT},
+                                         {"Libre", 60, wxALIGN_CENTRE},
+                                         {"Descripción", 260, wxALIGN_LEFT},
+                                         {"Costo", 90, wxALIGN_RIGHT},
+                                         {"PVP", 90, wxALIGN_RIGHT},
+                                         {"Dif", 90, wxALIGN_RIGHT},
+                                         {"Acción", 100, wxALIGN_LEFT}}};
+
+}  // namespace
+
+ReviewListView::ReviewListView(wxWindow* parent, AppServices& services)
+    : wxDataViewCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxDV_SINGLE | wxDV_ROW_LINES),
+      services_(services),
+      rows_([this] { ShowRows(); }),
+      lines_(new ReviewLines(rows_)),
+      layout_(LoadListLayout(services, layoutTag, columns.size())) {
+  NameControl(*this, "lvStatus", "Renglones");
+  AssociateModel(lines_.get());
+  MakeColumns();
+  rows_.SortBy(layout_.sortColumn, layout_.ascending);
+  ShowOrder();
+  Bind(wxEVT_DATAVIEW_COLUMN_HEADER_CLICK, &ReviewListView::OnHeaderClick, this);
+}
+
+ReviewListView::~ReviewListView() = default;
+
+void ReviewListView::MakeColumns() {
+  for (const std::int32_t number : layout_.order) {
+    const auto place = static_cast<std::size_t>(number);
+    const Column& column = columns.at(place);
+    const int stored = layout_.widths.at(place);
+    const int width = stored > 0 ? stored / 15 : column.width;
+    AppendTextColumn(wxString::FromUTF8(column.title), static_cast<unsigned>(number), wxDATAVIEW_CELL_INERT,
+                     FromDIP(width), column.alignment,
+                     wxDATAVIEW_COL_RESIZABLE | wxDATAVIEW_COL_REORDERABLE | wxDATAVIEW_COL_SORTABLE);
+  }
+}
+
+std::int32_t ReviewListView::SelectedRow() const {
+  const wxDataViewItem item = GetSelection();
+  if (!item.IsOk()) return 0;
+  const unsigned line = lines_->GetRow(item);
+  return line < rows_.Lines() ? rows_.RowOfLine(line) : 0;
+}
+
+/// A click sorts upward, the next downward, the third gives back the order of the file.
+void ReviewListView::OnHeaderClick(wxDataViewEvent& event) {
+  const auto column = static_cast<std::int32_t>(event.GetDataViewColumn()->GetModelColumn());
+  if (layout_.sortColumn != column) {
+    layout_.sortColumn = column;
+    layout_.ascending = true;
+  } else if (layout_.ascending) {
+    layout_.ascending = false;
+  } else {
+    layout_.sortColumn = -1;
+  }
+  rows_.SortBy(layout_.sortColumn, layout_.ascending);
+  ShowOrder();
+}
+
+void ReviewListView::ShowOrder() {
+  for (unsigned place = 0; place < GetColumnCount(); ++place) {
+    wxDataViewColumn& column = *GetColumn(place);
+    if (static_cast<std::int32_t>(column.GetModelColumn()) == layout_.sortColumn) {
+      column.SetSortOrder(layout_.ascending);
+    } else {
+      column.UnsetAsSortKey();
+    }
+  }
+}
+
+void ReviewListView::ShowRows() {
+  const std::int32_t selected = SelectedRow();
+  lines_->ShowAnew();
+  if (const auto line = rows_.LineOfRow(selected)) {
+    const wxDataViewItem item = lines_->GetItem(static_cast<unsigned>(*line));
+    Select(item);
+    EnsureVisible(item);
+  }
+}
+
+void ReviewListView::SaveColumns() const {
+  ListLayout layout = layout_;
+  layout.widths.assign(columns.size(), 0);
+  layout.order.clear();
+  for (unsigned place = 0; place < GetColumnCount(); ++place) {
+    const wxDataViewColumn& column = *GetColumn(place);
+    layout.widths.at(column.GetModelColumn()) = ToDIP(column.GetWidth()) * 15;
+    layout.order.push_back(static_cast<std::int32_t>(column.GetModelColumn()));
+  }
+  SaveListLayout(services_, layoutTag, layout);
+}
+
+}  // namespace tolvan

@@ -1,0 +1,39 @@
+// lvStatus: the rows of the current tab in a native list that formats only the lines on the screen.
+#pragma once
+
+#include <wx/dataview.h>
+
+#include "host/AppServices.h"
+#include "ui/ReviewListModel.h"
+#include "ui/WindowLayout.h"
+
+namespace tolvan {
+
+class ReviewLines;
+
+class ReviewListView : public wxDataViewCtrl {
+ public:
+  /// `services` keeps the columns as the user left them.
+  ReviewListView(wxWindow* parent, AppServices& services);
+  ~ReviewListView() override;
+
+  ReviewList& Rows() { return rows_; }
+
+  /// The row of the selected line; 0 when none is selected.
+  std::int32_t SelectedRow() const;
+
+  void SaveColumns() const;
+
+ private:
+  void MakeColumns();
+  void OnHeaderClick(wxDataViewEvent& event);
+  void ShowOrder();
+  void ShowRows();
+
+  AppServices& services_;
+  ReviewListModel rows_;
+  wxObjectDataPtr<ReviewLines> lines_;
+  ListLayout layout_;
+};
+
+}  // namespace tolvan

@@ -1,0 +1,166 @@
+#include "desktop/StatusImportarDialog.h"
+
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/menu.h>
+#include <wx/notebook.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include "desktop/ControlName.h"
+#include "desktop/PanelParts.h"
+#include "desktop/WrappedText.h"
+#include "desktop/WxText.h"
+#include "services/ResourceTexts.h"
+
+namespace tolvan {
+namespace {
+
+constexpr std::array tabTitles{"Nuevos Items que se crearán", "Items que se actualizarán",
+                               "Renglones que no se procesarán"};
+constexpr std::array menuTitles{"Asociar a un Item Existente", "Quitar asociación (Crear como nuevo Item)",
+                                "Establecer código para crear nuevo Item (Código Excel)"};
+constexpr int menuIds = wxID_HIGHEST + 100;
+
+}  // namespace
+
+StatusImportarDialog::StatusImportarDialog(wxWindow* parent, const ComponentContext& context, DesktopWork& work,
+                                           frmStatusImportar& logic)
+    : wxDialog(parent, wxID_ANY, ToWx(frmStatusImportar::caption), wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
+      context_(context),
+      work_(work),
+      logic_(logic),
+      layout_(*this) {
+  NameControl(*this, "frmStatusImportar");
+  auto* const all = new wxBoxSizer(wxVERTICAL);
+  all->Add(MakeLabel(*this, "Favor revise detenidamente las tres pestañas antes de proceder con la operación."),
+           wxSizerFlags().Border(wxALL, Gap(*this)));
+  MakeTabs(*all);
+  list_ = new ReviewListView(this, context.services);
+  list_->SetMinSize(FromDIP(wxSize(820, 300)));
+  all->Add(list_, wxSizerFlags(1).Expand().Border(wxALL, Gap(*this)));
+  all->Add(MakeFoot(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, Gap(*this)));
+  SetSizerAndFit(all);
+  SetMinSize(FromDIP(wxSize(560, 420)));
+  BindEvents();
+  RestoreLayout(context.services, *this);
+  list_->SetFocus();
+}
+
+void StatusImportarDialog::MakeTabs(wxSizer& sizer) {
+  tabs_ = new wxNotebook(this, wxID_ANY);
+  NameControl(*tabs_, "tabFiltro", "Pestañas");
+  for (const char* title : tabTitles) {
+    auto* const page = new wxPanel(tabs_);
+    page->SetMinSize(wxSize(-1, 0));
+    tabs_->AddPage(page, wxString::FromUTF8(title));
+  }
+  sizer.Add(tabs_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, Gap(*this)));
+  explanation_ = new WrappedText(this, {}, FromDIP(820));
+  NameControl(*explanation_, "lbExp");
+  sizer.Add(explanation_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, Gap(*this)));
+}
+
+wxSizer* StatusImportarDialog::MakeFoot() {
+  auto* const counts = new wxBoxSizer(wxVERTICAL);
+  for (std::size_t index = 0; index < summary_.size(); ++index) {
+    summary_.at(index) = MakeLabel(*this, {});
+    NameControl(*summary_.at(index), "lCant" + std::to_string(index));
+    counts->Add(summary_.at(index));
+  }
+  reviewed_ = new wxCheckBox(this, wxID_ANY,
+                             wxString::FromUTF8("Ya he revisado y verificado que todos los renglones están en orden"));
+  NameControl(*reviewed_, "Check1");
+  accept_ = MakeButton(*this, "bAceptar", "&Proceder");
+  cancel_ = MakeButton(*this, "bCancelar", ResourceText(text_id::cancelButton));
+  auto* const buttons = new wxBoxSizer(wxHORIZONTAL);
+  buttons->Add(accept_, wxSizerFlags().Border(wxRIGHT, Gap(*this)));
+  buttons->Add(cancel_);
+  auto* const decision = new wxBoxSizer(wxVERTICAL);
+  decision->Add(reviewed_, wxSizerFlags().Right().Border(wxBOTTOM, Gap(*this)));
+  decision->Add(buttons, wxSizerFlags().Right());
+  auto* const foot = new wxBoxSizer(wxHORIZONTAL);
+  foot->Add(counts, wxSizerFlags(1).CentreVertical());
+  foot->Add(decision);
+  return foot;
+}
+
+void StatusImportarDialog::BindEvents() {
+  tabs_->Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
+    event.Skip();
+    OnTab();
+  });
+  reviewed_->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) { logic_.Check1_Click(event.IsChecked()); });
+  accept_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnAccept(); });
+  cancel_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { logic_.bCancelar_Click(); });
+  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
+    event.Veto();
+    logic_.QueryUnload();
+  });
+  list_->Bind(wxEVT_DATAVIEW_ITEM_CONTEXT_MENU, [this](wxDataViewEvent&) { AskForMenu(false); });
+  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    const bool menuKey = key == WXK_WINDOWS_MENU || key == WXK_MENU || (key == WXK_F10 && event.ShiftDown());
+    if (key == WXK_ESCAPE) return logic_.bCancelar_Click();
+    if (menuKey && list_->IsDescendant(FindFocus())) return AskForMenu(true);
+    event.Skip();
+  });
+  for (std::size_t entry = 0; entry < menuTitles.size(); ++entry) {
+    const int number = static_cast<int>(entry);
+    Bind(
+        wxEVT_MENU, [this, number](wxCommandEvent&) { logic_.mnuRenglonR_Click(number, list_->SelectedRow()); },
+        menuIds + number);
+  }
+}
+
+void StatusImportarDialog::OnTab() {
+  logic_.tabFiltro_Click(tabs_->GetSelection() + 1);
+}
+
+void StatusImportarDialog::OnAccept() {
+  const WorkScope scope(work_);
+  // Not Enable: what is disabled as a whole would lose the focus.
+  for (wxWindow* const each : {static_cast<wxWindow*>(list_), static_cast<wxWindow*>(tabs_)}) each->Disable();
+  if (logic_.bAceptar_Click()) return;
+  for (wxWindow* const each : {static_cast<wxWindow*>(list_), static_cast<wxWindow*>(tabs_)}) each->Enable();
+}
+
+void StatusImportarDialog::AskForMenu(bool atSelectedLine) {
+  constexpr int rightButton = 2;
+  menuAtLine_ = atSelectedLine;
+  logic_.lvStatus_MouseUp(rightButton, list_->SelectedRow());
+}
+
+void StatusImportarDialog::PopUpMenu(const std::array<bool, 3>& enabled) {
+  wxMenu menu;
+  for (std::size_t entry = 0; entry < menuTitles.size(); ++entry) {
+    menu.Append(menuIds + static_cast<int>(entry), wxString::FromUTF8(menuTitles.at(entry)))->Enable(enabled.at(entry));
+  }
+  if (!menuAtLine_) {
+    wxDialog::PopupMenu(&menu);
+    return;
+  }
+  const wxRect line = list_->GetItemRect(list_->GetSelection());
+  const wxPoint place = ScreenToClient(list_->ClientToScreen(line.GetBottomLeft()));
+  wxDialog::PopupMenu(&menu, place);
+}
+
+void StatusImportarDialog::SetExplanation(std::string_view text) {
+  explanation_->SetWrapped(text);
+}
+
+void StatusImportarDialog::SetSummary(int index, std::string_view text) {
+  summary_.at(static_cast<std::size_t>(index))->SetLabelText(ToWx(text));
+}
+
+void StatusImportarDialog::EnableAccept(bool enabled) {
+  accept_->Enable(enabled);
+}
+
+void StatusImportarDialog::SaveState() {
+  SaveLayout(context_.services, *this);
+  list_->SaveColumns();
+}
+
+}  // namespace tolvan

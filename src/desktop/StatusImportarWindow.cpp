@@ -1,0 +1,34 @@
+#include "desktop/StatusImportarWindow.h"
+
+#include "desktop/ItemSearchDialog.h"
+#include "desktop/StatusDialog.h"
+
+namespace tolvan {
+
+std::optional<std::string> StatusImportarDialogView::PickItem(const SqlStatement& items) {
+  try {
+    ItemSearch search(context_.application.Database(), items);
+    ItemSearchDialog dialog(&dialog_, search);
+    if (dialog.ShowModal() == wxID_OK) return dialog.Chosen();
+  } catch (const HostError& error) {
+    context_.UserDialogs().ShowMessage(MessageIcon::Exclamation, context_.application.ProductName(),
+                                       TextForPeople(error));
+  }
+  return std::nullopt;
+}
+
+void StatusImportarDialogView::ShowModal() {
+  if (work_.SessionEnds()) return;
+  dialog_.ShowModal();
+  dialog_.SaveState();
+}
+
+void StatusImportarDialogView::Close() {
+  if (dialog_.IsModal()) dialog_.EndModal(wxID_CLOSE);
+}
+
+std::unique_ptr<StatusDisplay> StatusImportarDialogView::OpenStatus() {
+  return std::make_unique<StatusDialog>(&dialog_, work_);
+}
+
+}  // namespace tolvan

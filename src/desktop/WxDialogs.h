@@ -1,0 +1,31 @@
+// Message boxes, questions and pickers over the window that is shown last. When the session ends nobody is asked: texts
+// go to standard error, and questions answer as the contract says for nobody.
+#pragma once
+
+#include "desktop/DesktopWork.h"
+#include "host/Dialogs.h"
+
+namespace tolvan {
+
+class WxDialogs final : public Dialogs {
+ public:
+  /// `work` must outlive the dialogs.
+  explicit WxDialogs(const DesktopWork& work) : work_(work) {}
+
+  void ShowMessage(MessageIcon icon, std::string_view title, std::string_view text) override;
+  bool AskYesNo(std::string_view title, std::string_view text, bool defaultYes) override;
+  std::optional<std::string> AskText(std::string_view title, std::string_view prompt,
+                                     std::string_view initial) override;
+  std::optional<std::string> PickFileToOpen(std::string_view title, std::string_view filter) override;
+  std::optional<std::string> PickFileToSave(std::string_view title, std::string_view filter,
+                                            std::string_view defaultName) override;
+  std::optional<std::string> PickFolder(std::string_view title, std::string_view initial) override;
+
+ private:
+  const DesktopWork& work_;
+};
+
+/// A picker's filter for file systems that tell upper from lower case: "*.txt" finds DGII.TXT too.
+std::string FilterForBothCases(std::string_view filter);
+
+}  // namespace tolvan

@@ -1,0 +1,56 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "cli/demo/DemoStore.h"
+#include "contract/TemporaryFolder.h"
+#include "support/CommandRunner.h"
+#include "support/FileContent.h"
+
+namespace tolvan {
+namespace {
+
+/// A script in the place of the window program.
+class OrderVentana : public ::testing::Test {
+ protected:
+  OrderVentana() {
+    runner.host = PlacesOfDemo(folder.File("tienda")).host;
+    runner.Run({"demo", folder.File("tienda")});
+    runner.windowProgram = folder.File("programa");
+    ::setenv("DISPLAY", ":0", 1);
+  }
+
+  void Write(const std::string& script) {
+    std::ofstream(runner.windowProgram) << "#!/bin/sh\n" << script << '\n';
+    std::filesystem::permissions(runner.windowProgram, std::filesystem::perms::owner_all);
+  }
+
+  test::TemporaryFolder folder;
+  test::CommandRunner runner;
+};
+
+TEST_F(OrderVentana, StartsTheProgramOnTheSameHostAndWaits) {
+  Write("echo \"$@\" > " + folder.File("dicho"));
+  EXPECT_EQ(runner.Run({"ventana"}).code, 0);
+  EXPECT_EQ(test::ReadFile(folder.File("dicho")), "--host " + runner.host + "\n");
+}
+
+TEST_F(OrderVentana, TellsWhyThereIsNoWindow) {
+  EXPECT_NE(runner.Run({"ventana"}).messages.find("no está instalado"), std::string::npos);
+  Write("exit 4");
+  EXPECT_EQ(runner.Run({"ventana"}).code, 4);
+  Write("kill -KILL $$");
+  EXPECT_EQ(runner.Run({"ventana"}).code, 1);
+  ::unsetenv("DISPLAY");
+  ::unsetenv("WAYLAND_DISPLAY");
+  const auto blind = runner.Run({"--json", "ventana"});
+  EXPECT_EQ(blind.code, 1);
+  EXPECT_NE(blind.output.find("No hay pantalla"), std::string::npos);
+  std::filesystem::remove(PlacesOfDemo(folder.File("tienda")).database);
+  EXPECT_EQ(runner.Run({"ventana"}).code, 4);
+}
+
+}  // namespace
+}  // namespace tolvan
