@@ -11,8 +11,8 @@
 #include "desktop/OpcionesFrame.h"
 #include "desktop/StatusImportarWindow.h"
 #include "platform/assembly/DeferredSpreadsheetApplication.h"
+#include "platform/assembly/DeferredXmlLibrary.h"
 #include "platform/hash/NettleHashService.h"
-#include "platform/xml/PugiXmlLibrary.h"
 #include "services/ResourceTexts.h"
 
 namespace tolvan {
@@ -48,7 +48,7 @@ void DesktopSession::ShowWindow(const ComponentContext& context) {
   DeferredSpreadsheetApplication spreadsheets(context.services.SystemClock(), context.Files(),
                                               context.services.ApplicationFolder() + "Exportar");
   const NettleHashService hashes;
-  PugiXmlLibrary xml;
+  DeferredXmlLibrary xml;
   OpcionesFrame* frame = nullptr;
   const auto makeReview = [&]() -> std::unique_ptr<ImportReview> {
     return std::make_unique<StatusImportarWindow>(frame, context, work_);

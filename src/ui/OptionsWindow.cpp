@@ -19,7 +19,7 @@ OptionsWindow::OptionsWindow(const ComponentContext& context, OptionsWindowView&
       fields_(context, view),
       imports_(context, std::move(tools.imports), view),
       registry_(context, progress_),
-      collector_(context, tools.xml, [this](std::size_t rows) { ShowRowsRead(rows); }) {
+      collector_(context, tools.xml, [this](std::optional<std::size_t> rows) { ShowRowsRead(rows); }) {
   imports_.AttachTo(form_);
   registry_.AttachTo(form_);
 }
@@ -104,8 +104,9 @@ void OptionsWindow::cmdDCExportarItems_Click() {
 }
 
 /// How many there are is not known before the end, so the bar stands still and the text counts.
-void OptionsWindow::ShowRowsRead(std::size_t rows) {
-  progress_.NotificarProgreso(true, 1, 0, "Registros leídos: " + std::to_string(rows));
+void OptionsWindow::ShowRowsRead(std::optional<std::size_t> rows) {
+  if (!rows) return progress_.ApagarProgreso();
+  progress_.NotificarProgreso(true, 1, 0, "Registros leídos: " + std::to_string(*rows));
   view_->Pump().ProcessPending();
 }
 

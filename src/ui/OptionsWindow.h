@@ -2,8 +2,10 @@
 // one piece of work at a time. The view forwards every event to here and decides nothing.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "services/clsCallBackProgreso.h"
@@ -62,7 +64,7 @@ class OptionsWindow {
   void Perform(const std::function<void()>& step) const;
   void Work(const std::function<void()>& work);
   void ShowFiles();
-  void ShowRowsRead(std::size_t rows);
+  void ShowRowsRead(std::optional<std::size_t> rows);
 
   const ComponentContext* context_;
   OptionsWindowView* view_;
