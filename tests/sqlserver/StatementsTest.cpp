@@ -1,0 +1,195 @@
+// Every statement text that the product has for SQL Server, judged by an independent T-SQL grammar: a server is not to
+// be had in a test. The actions run over a store in a file that answers them, and what they send is written down in
+// SQL Server's dialect.
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <nlohmann/json.hpp>
+#include <regex>
+
+#include "export/DailySalesExport.h"
+#include "export/SalesUpload.h"
+#include "fiscal/TaxpayerRegistryImport.h"
+#include "import/StoreFixture.h"
+#include "import/TemplateExport.h"
+#include "import/clsIE_PreciosExcel.h"
+#include "import/clsIE_PreciosMovilnet.h"
+#include "platform/files/PosixFileHelper.h"
+#include "services/SumDaySales.h"
+#include "services/clsCallBackProgreso.h"
+#include "sqlserver/RecordingDatabase.h"
+#include "support/FileContent.h"
+#include "transport/ItemDefinitionQueries.h"
+#include "transport/LoteTransporte.h"
+#include "ui/ItemSearch.h"
+#include "ui/frmStatusImportar.h"
+
+namespace tolvan::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path tree = TOLVAN_SOURCE_FOLDER;
+
+/// The review window's view, of which only the search for an item matters here.
+struct SearchingView : StatusImportarView {
+  explicit SearchingView(RecordingDatabase& recording) : database(&recording) {}
+  ReviewList& lvStatus() override { return list; }
+  void SetExplanation(std::string_view) override {}
+  void SetSummary(int, std::string_view) override {}
+  void EnableAccept(bool) override {}
+  void PopUpMenu(bool, bool, bool) override {}
+  std::optional<std::string> PickItem(const SqlStatement& items) override {
+    return ItemSearch(*database, items).At(0).code;
+  }
+  void ShowModal() override {}
+  void Close() override {}
+  std::unique_ptr<StatusDisplay> OpenStatus() override { return nullptr; }
+  RecordingDatabase* database;
+  ReviewListModel list;
+};
+
+class SqlServerStatements : public StoreTest {
+ protected:
+  SqlServerStatements() {
+    host.application.database = &recording;
+    host.services.files.folders.insert("/app");
+  }
+
+  void ExportSales() {
+    std::string errors;
+    host.settings.SetText(Setting::CarpetaDestino, "/app");
+    EXPECT_TRUE(DailySalesExport(host.context).Run(false, errors).succeeded) << errors;
+    SumDaySales(recording, Date::FromParts(2024, 2, 29), true);
+    host.application.http.response = {.succeeded = true, .statusText = "200", .body = "OK 20240229", .failure = {}};
+    EXPECT_TRUE(SalesUpload(host.context).Run(errors).complete) << errors;
+  }
+
+  void ImportTemplate() {
+    host.services.dialogs.yes = true;
+    std::string errors;
+    EXPECT_TRUE(TemplateExport(host.context, sheets).AbrirPlantilla("plantilla.xlt", errors)) << errors;
+    sheets.rows = {{"nuevo", "artículo d'agua", "OTRA", "SERIAL", 100.0, 118.0},
+                   {"SUELTO", "suelto", "ACME", "TIENDA", 20.0, 23.6, none, "caja", 6.0, 118.0, 100.0, none, 3.0},
+                   {"VIEJO", "x", "ACME", "DEF", 12.0, 236.0, none, "caja", 12.0, 1180.0, 120.0},
+                   {"EXENTO", "x", "ACME", "DEF", 7.5, 30.0}};
+    sheets.firstRow = 5;
+    MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar& shown) {
+      EXPECT_TRUE(shown.Iniciar(status));
+    }).Procesar(status);
+  }
+
+  void ImportMovilnet() {
+    const auto line = [](const char* model, const char* brand, const char* type) {
+      return GivenRow{model, brand, type, none, 118.0, none, 50.0};
+    };
+    sheets.firstRow = 4;
+    sheets.rows = {line("Galaxy Y", "Samsung", "GSM"), line("Peñón", "Nokia", "CDMA"), line("Lumia", "Nokia", "GSM"),
+                   line("Uno", "Nokia", "Telefono")};
+    SearchingView view(recording);
+    frmStatusImportar window(host.context, view);
+    MakeImporter<clsIE_PreciosMovilnet>([&](IClaseImportar& shown) {
+      window.SetClase(shown);
+      EXPECT_TRUE(window.mnuRenglonR_Click(0, 3));
+      EXPECT_TRUE(window.EstablecerCodigo(4, "LIBRE"));
+      EXPECT_TRUE(shown.Iniciar(status));
+    }).Procesar(status);
+    sheets.rows.front()[4] = 236.0;
+    MakeImporter<clsIE_PreciosMovilnet>([&](IClaseImportar& shown) {
+      EXPECT_TRUE(shown.Iniciar(status));
+    }).Procesar(status);
+  }
+
+  void ImportRegistry() {
+    PosixFileHelper files("/");
+    clsCallBackProgreso progress;
+    TaxpayerRegistryImport import(
+        {recording, recording.dialect, files, host.services.dialogs, host.services.interruption, progress});
+    WriteFile(folder.File("registro.txt"),
+              "101012341|PE\xD1"
+              "A D'OLEO\r\n");
+    import.SetRutaArchivo(folder.File("registro.txt"));
+    std::string message;
+    EXPECT_TRUE(import.ImportarArchivoRNC(message)) << message;
+  }
+
+  void UseTransport() {
+    for (const SqlStatement& query : {CollectorItemsQuery(), CollectorBarcodesQuery(), CollectorDepositsQuery(true)}) {
+      recording.OpenRecordset(query);
+    }
+    LoteTransporte batches(recording, recording.dialect, 1, 1);
+    recording.Record(batches.FindStatement("idLoteTransporte"));
+    recording.Record(batches.OpenStatement());
+    recording.Record(batches.CloseStatement());
+  }
+
+  /// What the grammar says of the texts: one line for each that it refuses.
+  std::string Judge(const std::vector<std::string>& texts) {
+    const std::string input = folder.File("statements.json");
+    const std::string output = folder.File("refused");
+    WriteFile(input, nlohmann::json(texts).dump());
+    const std::string tool = (tree / "tools/tsql-grammar").string();
+    const std::string command = "'" + tool + "' check '" + input + "' > '" + output + "'";
+    const bool taken = std::system(command.c_str()) == 0;
+    const std::string refused = ReadFile(output);
+    EXPECT_EQ(taken, refused.empty()) << "the grammar could not be asked";
+    return refused;
+  }
+
+  RecordingDatabase recording{*real};
+};
+
+/// The beginnings of statements in the sources of the rooms that make any.
+std::vector<std::string> StatementsInSources() {
+  std::vector<std::string> found;
+  const std::regex literal(R"re("((?:SELECT|INSERT|UPDATE|DELETE|IF) [^"]*)")re");
+  for (const char* room : {"services", "export", "import", "fiscal", "transport", "ui", "component"}) {
+    for (const auto& entry : fs::recursive_directory_iterator(tree / "src" / room)) {
+      if (entry.path().extension() != ".cpp") continue;
+      const std::string source = ReadFile(entry.path());
+      for (std::sregex_iterator match(source.begin(), source.end(), literal), end; match != end; ++match) {
+        found.push_back((*match)[1]);
+      }
+    }
+  }
+  return found;
+}
+
+TEST_F(SqlServerStatements, AreTakenByAnIndependentGrammar) {
+  ExportSales();
+  ImportTemplate();
+  ImportMovilnet();
+  ImportRegistry();
+  UseTransport();
+  const std::vector<std::string> beginnings = StatementsInSources();
+  EXPECT_GT(beginnings.size(), 20U);
+  for (const std::string& beginning : beginnings) {
+    const bool ran = std::ranges::any_of(
+        recording.texts, [&](const std::string& text) { return text.find(beginning) != std::string::npos; });
+    EXPECT_TRUE(ran) << "no action of this test sends: " << beginning;
+  }
+  std::vector<std::string> texts(recording.texts.begin(), recording.texts.end());
+  for (std::string& text : SplitSqlScript(ReadFile(tree / "data/esquema/sqlserver.sql"))) texts.push_back(text);
+  EXPECT_EQ(Judge(texts), "");
+}
+
+TEST_F(SqlServerStatements, BrokenOnesAreRefused) {
+  const std::vector<std::string> broken = {
+      "SELECT Sum(Ventas.GranTotal AS Suma From Ventas",
+      "SELECT idItem, FROM Items",
+      "SELECT idItem FROM Items LIMIT 1",
+      "SELECT idItem FRM Items",
+      "SELEC 1",
+      "UPDATE Precios SET Precio=1 WHERE",
+      "INSERT INTO Clientes ( idCliente ) VALUES ('1') ON CONFLICT (idCliente) DO NOTHING",
+      "IF NOT EXISTS (SELECT * FROM Clientes WHERE idCliente = '1' INSERT INTO Clientes ( idCliente ) VALUES ('1')",
+      "SELECT idItem FROM Items WHERE idItem = 'D'OLEO'",
+      "IF OBJECT_ID(N'V', N'V') IS NULL EXEC (N'CREATE VIEW V AS SELECT 1 FROM')",
+      "CREATE TABLE T (a INTEGER, PRIMARY KEY)",
+  };
+  const std::string refused = Judge(broken);
+  EXPECT_EQ(std::ranges::count(refused, '\n'), static_cast<std::ptrdiff_t>(broken.size())) << refused;
+}
+
+}  // namespace
+}  // namespace tolvan::test
