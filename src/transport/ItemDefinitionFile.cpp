@@ -1,5 +1,6 @@
 #include "transport/ItemDefinitionFile.h"
 
+#include <array>
 #include <exception>
 #include <memory>
 #include <optional>
@@ -40,13 +41,11 @@ struct Section {
 
 // The names and their order are the device's: a unit and an identifier travel under other names than their columns',
 // and a barcode stands before the item it belongs to.
-constexpr Leaf itemLeaves[] = {{"Codigo", 0},
-                               {"Unidad", 1},
-                               {"Descripcion", 2},
-                               {"RequiereSeriales", 3, LeafKind::Boolean},
-                               {"RequiereSerialesRegla", 4, LeafKind::Rule}};
-constexpr Leaf barcodeLeaves[] = {{"Barcode", 1}, {"Codigo", 0}, {"Unidad", 2}};
-constexpr Leaf depositLeaves[] = {{"Codigo", 0}};
+constexpr std::array itemLeaves = {Leaf{"Codigo", 0}, Leaf{"Unidad", 1}, Leaf{"Descripcion", 2},
+                                   Leaf{"RequiereSeriales", 3, LeafKind::Boolean},
+                                   Leaf{"RequiereSerialesRegla", 4, LeafKind::Rule}};
+constexpr std::array barcodeLeaves = {Leaf{"Barcode", 1}, Leaf{"Codigo", 0}, Leaf{"Unidad", 2}};
+constexpr std::array depositLeaves = {Leaf{"Codigo", 0}};
 
 constexpr Section itemSection = {"Articulos", "Articulo", itemLeaves};
 constexpr Section barcodeSection = {"Barcodes", "Barcode", barcodeLeaves};

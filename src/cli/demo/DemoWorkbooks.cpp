@@ -75,8 +75,8 @@ constexpr std::array phones = {
 
 /// A dearer price, ended on 5 or 0 as price tags are.
 double Raised(Currency price) {
-  const auto units = static_cast<int>(price.ToDouble());
-  return (units * 107 / 100 + 5) / 5 * 5;
+  const int raised = static_cast<int>(price.ToDouble()) * 107 / 100;
+  return raised + 5 - raised % 5;
 }
 
 /// One item as the supplier lists it now: most as they were, some dearer, some whose box has a price of its own.
