@@ -65,15 +65,16 @@ std::unique_ptr<Recordset> Open(DatabaseServices& database, const SqlStatement& 
   }
 }
 
-// Some engines keep a boolean as a number.
+// Some engines keep a boolean as a number. Looked at by its text first: the value would be a copy.
 std::string_view LeafText(const Recordset& rows, const Leaf& leaf) {
-  if (leaf.kind != LeafKind::Text) {
-    const FieldValue value = rows.Value(leaf.column);
-    const bool canBeBoolean = leaf.kind == LeafKind::Boolean || !std::holds_alternative<std::string>(value);
-    const std::optional<bool> flag = canBeBoolean ? BooleanOf(value) : std::nullopt;
-    if (flag) return *flag ? "True" : "False";
-  }
-  return rows.Text(leaf.column);
+  const std::string_view text = rows.Text(leaf.column);
+  if (leaf.kind == LeafKind::Text || text.empty() || text == "True" || text == "False") return text;
+  if (leaf.kind == LeafKind::Rule && text != "0" && text != "1" && text != "-1") return text;
+  const FieldValue value = rows.Value(leaf.column);
+  if (leaf.kind == LeafKind::Rule && std::holds_alternative<std::string>(value)) return rows.Text(leaf.column);
+  const std::optional<bool> flag = BooleanOf(value);
+  if (!flag) return rows.Text(leaf.column);
+  return *flag ? "True" : "False";
 }
 
 /// Adds rows to a document and sees to interruption and progress.

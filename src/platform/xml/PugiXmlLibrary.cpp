@@ -1,11 +1,12 @@
 // A tree of pugixml takes 64 bytes for every element and every text, 350 MB for a large store. So records are kept as
-// finished markup in text nodes of about a megabyte. For that all text in the tree is escaped when it is appended, and
-// the tree is written with the library's own escaping off.
+// finished markup in text nodes of 64 KiB. For that all text in the tree is escaped when it is appended, and the tree is
+// written with the library's own escaping off.
 #include "platform/xml/PugiXmlLibrary.h"
 
 #include <exception>
 #include <pugixml.hpp>
 #include <string>
+#include <vector>
 
 #include "platform/xml/XmlCharacters.h"
 
@@ -13,7 +14,7 @@ namespace tolvan {
 namespace {
 
 constexpr unsigned int asItStands = pugi::format_raw | pugi::format_no_escapes | pugi::format_no_declaration;
-constexpr std::size_t markupBlock = std::size_t{1} << 20;
+constexpr std::size_t markupBlock = std::size_t{1} << 16;
 
 pugi::xml_node NodeOf(XmlNode node) {
   return pugi::xml_node(static_cast<pugi::xml_node_struct*>(node.handle));
@@ -38,14 +39,35 @@ void RequireDone(bool done) {
 
 // Names are the program's own; this keeps a slip from making a document that nobody can read.
 void RequireName(std::string_view name) {
-  if (name.empty() || !IsPlainXmlText(name)) Refuse("nombre de elemento XML no admitido", name);
+  if (!IsXmlName(name)) Refuse("nombre de elemento XML no admitido", name);
 }
 
-void AppendTag(std::string& markup, std::string_view opening, std::string_view name) {
-  markup += opening;
-  markup += name;
-  markup += '>';
-}
+struct Tags {
+  std::string name, opening, closing;
+};
+
+/// The tags of the names used so far. Records repeat the same few names in the same order, so the next is nearly always
+/// found at the first look.
+class TagCache {
+ public:
+  /// Valid until the next call. Throws for what is no name.
+  const Tags& Of(std::string_view name) {
+    for (std::size_t looks = 0; looks < all_.size(); ++looks) {
+      if (next_ >= all_.size()) next_ = 0;
+      const Tags& tags = all_[next_++];
+      if (tags.name == name) return tags;
+    }
+    RequireName(name);
+    const std::string text(name);
+    all_.push_back({text, "<" + text + ">", "</" + text + ">"});
+    next_ = all_.size();
+    return all_.back();
+  }
+
+ private:
+  std::vector<Tags> all_;
+  std::size_t next_ = 0;
+};
 
 // The library is not made for writers that throw: the first failure waits until it is done.
 class FileWriter final : public pugi::xml_writer {
@@ -91,7 +113,8 @@ class PugiXmlDocument final : public XmlDocument {
   pugi::xml_document document_;
   pugi::xml_node markupNode_;  // the text node that markup_ is going to be the value of
   std::string markup_;
-  std::string recordName_;
+  std::string recordEnd_;
+  TagCache tags_;
   std::string scratch_;
 };
 
@@ -134,7 +157,7 @@ std::optional<XmlNode> PugiXmlDocument::SelectSingleNode(XmlNode under, std::str
 }
 
 void PugiXmlDocument::BeginRecord(XmlNode parent, std::string_view name) {
-  RequireName(name);
+  const Tags& tags = tags_.Of(name);
   pugi::xml_node node = NodeOf(parent);
   // Records that follow one another share a text node; anything appended between them begins a new one.
   if (!markupNode_ || node.last_child() != markupNode_) {
@@ -142,23 +165,23 @@ void PugiXmlDocument::BeginRecord(XmlNode parent, std::string_view name) {
     markupNode_ = node.append_child(pugi::node_pcdata);
     RequireDone(!markupNode_.empty());
   }
-  recordName_ = name;
-  AppendTag(markup_, "<", name);
+  markup_ += tags.opening;
+  recordEnd_ = tags.closing;
 }
 
 void PugiXmlDocument::AppendField(std::string_view name, std::string_view text) {
-  RequireName(name);
-  AppendTag(markup_, "<", name);
+  const Tags& tags = tags_.Of(name);
+  markup_ += tags.opening;
   if (IsPlainXmlText(text)) {
     markup_ += text;
   } else {
     AppendXmlText(markup_, text);
   }
-  AppendTag(markup_, "</", name);
+  markup_ += tags.closing;
 }
 
 void PugiXmlDocument::EndRecord() {
-  AppendTag(markup_, "</", recordName_);
+  markup_ += recordEnd_;
   if (markup_.size() >= markupBlock) StoreMarkup();
 }
 

@@ -40,6 +40,14 @@ void AppendCharacter(std::string& out, char32_t c) {
 
 }  // namespace
 
+bool IsXmlName(std::string_view text) {
+  const auto isLetter = [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) > 0x7F;
+  };
+  const auto follows = [&](char c) { return isLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; };
+  return !text.empty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), follows);
+}
+
 bool IsPlainXmlText(std::string_view text) {
   // Without an early end, so that the compiler can look at many bytes at once; nearly every text is plain.
   unsigned other = 0;

@@ -6,6 +6,9 @@
 
 namespace tolvan {
 
+/// Whether the text is a name of XML 1.0. Beyond ASCII every character counts as a letter.
+bool IsXmlName(std::string_view text);
+
 /// Whether the text can stand between tags as it is. Quick; may say no to a text that needs no change.
 bool IsPlainXmlText(std::string_view text);
 

@@ -80,8 +80,10 @@ TEST_F(PugiXmlLibraryTest, RecordsAreSavedWhereTheyWereAppended) {
 
 TEST_F(PugiXmlLibraryTest, RefusesWhatCannotBe) {
   EXPECT_THROW(document_->SelectSingleNode(root_, "A["), HostError);
-  EXPECT_THROW(document_->AppendElement(root_, "a<b"), HostError);
-  EXPECT_THROW(document_->BeginRecord(root_, ""), HostError);
+  for (const char* name : {"", "a<b", "a b", "1a", "-a"}) {
+    EXPECT_THROW(document_->AppendElement(root_, name), HostError) << name;
+    EXPECT_THROW(document_->BeginRecord(root_, name), HostError) << name;
+  }
   EXPECT_THROW(document_->AppendProcessingInstruction("xml", ""), HostError);  // no longer first
 }
 
