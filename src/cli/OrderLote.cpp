@@ -1,6 +1,7 @@
 #include "cli/OrderLote.h"
 
 #include <algorithm>
+#include <array>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -43,7 +44,7 @@ struct Task {
   BatchReport (*run)(LoteTransporte& batches);
 };
 
-constexpr Task tasks[] = {{"abrir", &Open}, {"buscar", &Find}, {"cerrar", &Close}};
+constexpr std::array tasks{Task{"abrir", &Open}, Task{"buscar", &Find}, Task{"cerrar", &Close}};
 
 void Print(OrderCall& call, const BatchReport& report) {
   if (!report.nothing.empty()) call.Messages() << report.nothing << '\n';

@@ -1,6 +1,6 @@
 // A tree of pugixml takes 64 bytes for every element and every text, 350 MB for a large store. So records are kept as
-// finished markup in text nodes of 64 KiB. For that all text in the tree is escaped when it is appended, and the tree is
-// written with the library's own escaping off.
+// finished markup in text nodes of 64 KiB. For that all text in the tree is escaped when it is appended, and the tree
+// is written with the library's own escaping off.
 #include "platform/xml/PugiXmlLibrary.h"
 
 #include <exception>
