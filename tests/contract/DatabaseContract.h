@@ -1,5 +1,5 @@
 // The contract of DatabaseServices, run over every provider: include this, then
-//   INSTANTIATE_TEST_SUITE_P(Name, DatabaseContract, ::testing::Values(&MakeFixture));
+//   INSTANTIATE_TEST_SUITE_P(Name, DatabaseContract, ::testing::Values(NamedFixture{"name", &MakeFixture}));
 // where MakeFixture returns a DatabaseFixture whose database is empty.
 #pragma once
 
@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -15,12 +16,20 @@
 
 namespace tolvan::test {
 
-using MakeDatabaseFixture = std::unique_ptr<DatabaseFixture> (*)();
+struct NamedFixture {
+  const char* name;
+  std::unique_ptr<DatabaseFixture> (*make)();
+};
 
-class DatabaseContract : public ::testing::TestWithParam<MakeDatabaseFixture> {
+/// For the names of the tests, which would show the bytes of a pointer otherwise.
+inline void PrintTo(const NamedFixture& fixture, std::ostream* out) {
+  *out << fixture.name;
+}
+
+class DatabaseContract : public ::testing::TestWithParam<NamedFixture> {
  protected:
   void SetUp() override {
-    fixture_ = GetParam()();
+    fixture_ = GetParam().make();
     Database().Execute(SqlStatement(fixture_->CreateTableText()));
   }
 

@@ -29,6 +29,6 @@ std::unique_ptr<DatabaseFixture> MakeSqliteFixture() {
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(Sqlite, DatabaseContract, ::testing::Values(&MakeSqliteFixture));
+INSTANTIATE_TEST_SUITE_P(Sqlite, DatabaseContract, ::testing::Values(NamedFixture{"sqlite", &MakeSqliteFixture}));
 
 }  // namespace tolvan::test

@@ -1,6 +1,10 @@
 #include "platform/assembly/DatabaseProviders.h"
 
+#include <algorithm>
+
+#include "platform/assembly/ModuleLoader.h"
 #include "platform/files/PosixPath.h"
+#include "platform/odbc/OdbcModule.h"
 #include "platform/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan {
@@ -15,6 +19,22 @@ std::unique_ptr<DatabaseServices> OpenSqlite(const HostConfiguration& configurat
   return std::make_unique<SqliteDatabaseServices>(options);
 }
 
+std::unique_ptr<DatabaseServices> OpenServer(const HostConfiguration& configuration, const Interruption& interruption) {
+  OdbcOptions options;
+  options.connection = configuration.database.connection;
+  options.engine = configuration.database.engine;
+  options.statementLimit = std::max(configuration.database.statementLimit, std::chrono::seconds(1));
+  options.loginLimit = std::min(options.loginLimit, options.statementLimit);
+  options.interruption = &interruption;
+  ModuleLoader module(odbcModuleFile, "el módulo de bases de datos de servidor");
+  HostError* raised = nullptr;
+  std::unique_ptr<DatabaseServices> database(
+      module.EntryPoint<TolvanOpenOdbcDatabase>("tolvanOpenOdbcDatabase")(options, &raised));
+  const std::unique_ptr<HostError> failure(raised);
+  if (failure) throw HostError(*failure);
+  return database;
+}
+
 }  // namespace
 
 std::unique_ptr<DatabaseServices> OpenConfiguredDatabase(const HostConfiguration& configuration,
@@ -27,9 +47,7 @@ std::unique_ptr<DatabaseServices> OpenConfiguredDatabase(const HostConfiguration
     case DatabaseEngine::Access:
       break;
   }
-  throw HostError(
-      HostErrorKind::Configuration,
-      configuration.filePath + ": este programa se construyó sin conexión ODBC; solo admite el motor sqlite");
+  return OpenServer(configuration, interruption);
 }
 
 }  // namespace tolvan

@@ -11,7 +11,7 @@
 
 namespace tolvan {
 
-/// Never null. Throws HostError: Configuration when this build has no provider for the engine, otherwise as
+/// Never null. Throws HostError: Configuration when the provider's module cannot be loaded, otherwise as
 /// HostApplication::Database. `interruption` must outlive the result.
 std::unique_ptr<DatabaseServices> OpenConfiguredDatabase(const HostConfiguration& configuration,
                                                          const Interruption& interruption);
