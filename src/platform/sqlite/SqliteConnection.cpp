@@ -142,6 +142,7 @@ void SqliteConnection::Run(const char* text) {
 
 void SqliteConnection::Begin() {
   if (inTransaction_) throw HostError(HostErrorKind::Statement, "ya hay una transacción abierta", path_);
+  RequireInPlace();
   watch_.BeginControl();
   // Only a rollback that failed leaves one open; without this the work of the next would join it.
   if (sqlite3_get_autocommit(handle_) == 0) Run("ROLLBACK");
@@ -156,6 +157,12 @@ void SqliteConnection::Commit() {
     const HostError failure = *failure_;
     Rollback();
     throw HostError(failure);
+  }
+  try {
+    RequireInPlace();
+  } catch (const HostError&) {
+    Rollback();
+    throw;
   }
   watch_.BeginControl();
   const int code = TryRun("COMMIT");
@@ -177,6 +184,16 @@ void SqliteConnection::Rollback() noexcept {
 
 void SqliteConnection::RequireUsable() const {
   if (failure_) throw HostError(*failure_);
+  // Inside a transaction its begin and its commit look; many queries that share one read are not worth a look each.
+  if (sqlite3_get_autocommit(handle_) != 0) RequireInPlace();
+}
+
+void SqliteConnection::RequireInPlace() const {
+  int moved = 0;
+  const int code = sqlite3_file_control(handle_, nullptr, SQLITE_FCNTL_HAS_MOVED, &moved);
+  if (code != SQLITE_OK || moved == 0) return;
+  throw HostError(HostErrorKind::Unreachable,
+                  "el archivo de la base de datos ya no está en su lugar: fue movido, borrado o reemplazado", path_);
 }
 
 void SqliteConnection::NoteFailure(const HostError& error) {

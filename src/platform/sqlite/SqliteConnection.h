@@ -41,8 +41,12 @@ class SqliteConnection {
   bool InTransaction() const { return inTransaction_; }
 
   /// Throws the failure that ended the open transaction, if one did: nothing runs behind it, because the engine may
-  /// have rolled back by itself and would now work without a transaction.
+  /// have rolled back by itself and would now work without a transaction. Outside a transaction as RequireInPlace.
   void RequireUsable() const;
+
+  /// Throws HostError Unreachable when the file that was opened is no longer the one at its path: what is written then
+  /// goes where nobody looks for it.
+  void RequireInPlace() const;
 
   /// Remembers the first failure inside the open transaction.
   void NoteFailure(const HostError& error);

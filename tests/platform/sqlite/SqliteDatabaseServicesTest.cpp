@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 
@@ -211,6 +212,31 @@ TEST_F(SqliteDatabaseServicesTest, ACommitThatFailsLeavesNothingAndNoTransaction
     EXPECT_EQ(OneText(database, "SELECT count(*) FROM H"), "0");
   }
   database.BeginTransaction()->Commit();
+}
+
+TEST_F(SqliteDatabaseServicesTest, AFileThatIsNoLongerInItsPlaceTakesNothing) {
+  SqliteDatabaseServices database(Options());
+  Run(database, "CREATE TABLE T (A)");
+  const std::string place = folder_.File("tienda.db");
+  const auto fails = [](const std::function<void()>& work) {
+    try {
+      work();
+    } catch (const HostError& error) {
+      return error.Kind() == HostErrorKind::Unreachable;
+    }
+    return false;
+  };
+  const auto transaction = database.BeginTransaction();
+  Run(database, "INSERT INTO T VALUES (1)");
+  std::filesystem::rename(place, place + ".lejos");
+  EXPECT_TRUE(fails([&] { transaction->Commit(); }));
+  EXPECT_TRUE(fails([&] { Run(database, "INSERT INTO T VALUES (2)"); }));
+  EXPECT_TRUE(fails([&] { database.BeginTransaction(); }));
+  EXPECT_TRUE(fails([&] { OneText(database, "SELECT count(*) FROM T"); }));
+  std::filesystem::copy_file(place + ".lejos", place);
+  EXPECT_TRUE(fails([&] { Run(database, "INSERT INTO T VALUES (3)"); })) << "another file in its place";
+  std::filesystem::rename(place + ".lejos", place);
+  EXPECT_EQ(OneText(database, "SELECT count(*) FROM T"), "0");
 }
 
 TEST_F(SqliteDatabaseServicesTest, OnlyOneStatementAtATimeAndAValueForEachMark) {
