@@ -86,17 +86,18 @@ void DailySalesPanel::Forward(wxWindow& control, std::string_view name) {
   });
   control.Bind(wxEVT_KILL_FOCUS, [this, name](wxFocusEvent& event) {
     event.Skip();
-    // Only for a move inside the panel: leaving the window, or for its buttons, asks nothing.
-    if (event.GetWindow() != nullptr && IsDescendant(event.GetWindow())) {
-      CallAfter([this, name] { ValidateAfterLeaving(name); });
-    }
+    // Where the focus goes is known only once it is there.
+    CallAfter([this, name] { ValidateAfterLeaving(name); });
   });
 }
 
+/// Only for a move inside the panel: leaving the window, or for its buttons, asks nothing.
 void DailySalesPanel::ValidateAfterLeaving(std::string_view name) {
-  if (validating_ || logic_.IsBusy()) return;
+  wxWindow* const focused = FindFocus();
+  wxWindow* const left = FindWindow(ToWx(name));
+  if (validating_ || logic_.IsBusy() || focused == nullptr || focused == left || !IsDescendant(focused)) return;
   validating_ = true;
-  if (!logic_.Fields().Validate(name)) FindWindow(ToWx(name))->SetFocus();
+  if (!logic_.Fields().Validate(name)) left->SetFocus();
   validating_ = false;
 }
 

@@ -21,6 +21,16 @@ namespace {
 constexpr int done = 0;
 constexpr int hostUnreachable = 4;
 
+/// The toolkit's own pickers, and boxes over them, run their own loops; an answer ends them.
+void EndPickers() {
+  GList* const windows = gtk_window_list_toplevels();
+  for (const GList* each = windows; each != nullptr; each = each->next) g_object_ref(each->data);
+  for (const GList* each = windows; each != nullptr; each = each->next) {
+    if (GTK_IS_DIALOG(each->data)) gtk_dialog_response(GTK_DIALOG(each->data), GTK_RESPONSE_CANCEL);
+  }
+  g_list_free_full(windows, g_object_unref);
+}
+
 }  // namespace
 
 int DesktopSession::Run(const std::string& configurationPath) {
@@ -62,12 +72,7 @@ void DesktopSession::ShowWindow(const ComponentContext& context) {
 
 void DesktopSession::End() {
   work_.EndSession();
-  // The toolkit's own pickers run their own loops; an answer ends them.
-  GList* const windows = gtk_window_list_toplevels();
-  for (const GList* each = windows; each != nullptr; each = each->next) {
-    if (GTK_IS_DIALOG(each->data)) gtk_dialog_response(GTK_DIALOG(each->data), GTK_RESPONSE_CANCEL);
-  }
-  g_list_free(windows);
+  EndPickers();
   for (auto node = wxTopLevelWindows.GetLast(); node != nullptr; node = node->GetPrevious()) {
     auto* const dialog = dynamic_cast<wxDialog*>(node->GetData());
     if (dialog != nullptr && dialog->IsModal()) dialog->EndModal(wxID_CANCEL);

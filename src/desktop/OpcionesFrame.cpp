@@ -124,6 +124,15 @@ void OpcionesFrame::BindEvents() {
     const auto* key = dynamic_cast<NodeKey*>(tree_->GetItemData(event.GetItem()));
     if (key != nullptr) logic_.tvOpciones_NodeClick(key->Key());
   });
+  tree_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    // Where nothing is chosen yet, the first key down chooses the first node and not the second.
+    const wxDataViewItem first = tree_->GetNthChild(wxDataViewItem(), 0);
+    const bool begins = event.GetKeyCode() == WXK_DOWN && !tree_->GetSelection().IsOk() && first.IsOk();
+    if (!begins) return event.Skip();
+    tree_->Select(first);
+    const auto* key = dynamic_cast<NodeKey*>(tree_->GetItemData(first));
+    if (key != nullptr) logic_.tvOpciones_NodeClick(key->Key());
+  });
   Bind(wxEVT_CLOSE_WINDOW, &OpcionesFrame::OnClose, this);
   Bind(wxEVT_CHAR_HOOK, &OpcionesFrame::OnKey, this);
 }

@@ -46,13 +46,13 @@ struct Column {
   wxAlignment alignment;
 };
 
-constexpr std::array<Column, 8> columns{{{"Excel", 110, wxALIGN_LEFT},
-                                         {"Tolvan", 110, wxALIGN_LEFT},
+constexpr std::array<Column, 8> columns{{{"Excel", 120, wxALIGN_LEFT},
+                                         {"Tolvan", 120, wxALIGN_LEFT},
                                          {"Libre", 60, wxALIGN_CENTRE},
                                          {"Descripción", 260, wxALIGN_LEFT},
                                          {"Costo", 90, wxALIGN_RIGHT},
                                          {"PVP", 90, wxALIGN_RIGHT},
-                                         {"Dif", 90, wxALIGN_RIGHT},
+                                         {"Dif", 85, wxALIGN_RIGHT},
                                          {"Acción", 100, wxALIGN_LEFT}}};
 
 }  // namespace

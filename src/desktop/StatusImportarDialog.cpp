@@ -38,10 +38,11 @@ StatusImportarDialog::StatusImportarDialog(wxWindow* parent, const ComponentCont
            wxSizerFlags().Border(wxALL, Gap(*this)));
   MakeTabs(*all);
   list_ = new ReviewListView(this, context.services);
-  list_->SetMinSize(FromDIP(wxSize(820, 300)));
+  list_->SetMinSize(FromDIP(wxSize(940, 380)));
   all->Add(list_, wxSizerFlags(1).Expand().Border(wxALL, Gap(*this)));
   all->Add(MakeFoot(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, Gap(*this)));
   SetSizerAndFit(all);
+  list_->SetMinSize(FromDIP(wxSize(300, 120)));
   SetMinSize(FromDIP(wxSize(560, 420)));
   BindEvents();
   RestoreLayout(context.services, *this);
@@ -57,7 +58,7 @@ void StatusImportarDialog::MakeTabs(wxSizer& sizer) {
     tabs_->AddPage(page, wxString::FromUTF8(title));
   }
   sizer.Add(tabs_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, Gap(*this)));
-  explanation_ = new WrappedText(this, {}, FromDIP(820));
+  explanation_ = new WrappedText(this, ResourceText(text_id::newItemsExplanation), FromDIP(940));
   NameControl(*explanation_, "lbExp");
   sizer.Add(explanation_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, Gap(*this)));
 }
@@ -120,10 +121,12 @@ void StatusImportarDialog::OnTab() {
 
 void StatusImportarDialog::OnAccept() {
   const WorkScope scope(work_);
-  // Not Enable: what is disabled as a whole would lose the focus.
-  for (wxWindow* const each : {static_cast<wxWindow*>(list_), static_cast<wxWindow*>(tabs_)}) each->Disable();
+  list_->Disable();
+  tabs_->Disable();
   if (logic_.bAceptar_Click()) return;
-  for (wxWindow* const each : {static_cast<wxWindow*>(list_), static_cast<wxWindow*>(tabs_)}) each->Enable();
+  list_->Enable();
+  tabs_->Enable();
+  list_->SetFocus();  // what was disabled has lost it, and without it no key arrives
 }
 
 void StatusImportarDialog::AskForMenu(bool atSelectedLine) {

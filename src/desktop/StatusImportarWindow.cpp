@@ -2,6 +2,7 @@
 
 #include "desktop/ItemSearchDialog.h"
 #include "desktop/StatusDialog.h"
+#include "import/PriceImporter.h"
 
 namespace tolvan {
 
@@ -29,6 +30,16 @@ void StatusImportarDialogView::Close() {
 
 std::unique_ptr<StatusDisplay> StatusImportarDialogView::OpenStatus() {
   return std::make_unique<StatusDialog>(&dialog_, work_);
+}
+
+void StatusImportarWindow::SetClase(IClaseImportar& importer) {
+  logic_.SetClase(importer);
+  const auto* const prices = dynamic_cast<const PriceImporter*>(&importer);
+  if (prices == nullptr) return;
+  logic_.SetUntold([prices] {
+    const ImportOutcome& outcome = prices->Outcome();
+    return outcome.shown ? outcome.cause : FailureText(outcome);
+  });
 }
 
 }  // namespace tolvan

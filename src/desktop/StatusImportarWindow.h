@@ -38,7 +38,7 @@ class StatusImportarWindow : public ImportReview {
   StatusImportarWindow(wxWindow* parent, const ComponentContext& context, DesktopWork& work)
       : view_(parent, context, work, logic_), logic_(context, view_) {}
 
-  void SetClase(IClaseImportar& importer) override { logic_.SetClase(importer); }
+  void SetClase(IClaseImportar& importer) override;
   void RefrescarSumario() override { logic_.RefrescarSumario(); }
   ReviewList& lvStatus() override { return logic_.lvStatus(); }
   void ShowModal() override { logic_.ShowModal(); }

@@ -108,6 +108,7 @@ bool frmStatusImportar::bAceptar_Click() {
   const bool applied = importer_->Iniciar(*view_);
   applying_ = false;
   if (!applied) {
+    TellUntold();
     // The rows were classified again: the window shows what holds now.
     tabFiltro_Click(tab_);
     RefrescarSumario();
@@ -116,6 +117,12 @@ bool frmStatusImportar::bAceptar_Click() {
   ForgetFile();
   view_->Close();
   return true;
+}
+
+void frmStatusImportar::TellUntold() const {
+  const std::string text = untold_ ? untold_() : std::string();
+  if (text.empty()) return;
+  context_->UserDialogs().ShowMessage(MessageIcon::Exclamation, context_->application.ProductName(), text);
 }
 
 void frmStatusImportar::bCancelar_Click() {

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string>
 #include <string_view>
 
 #include "import/ImportReview.h"
@@ -19,6 +21,10 @@ class frmStatusImportar final : public ImportReview {
   frmStatusImportar(const ComponentContext& context, StatusImportarView& view) : context_(&context), view_(&view) {}
 
   void SetClase(IClaseImportar& importer) override { importer_ = &importer; }
+
+  /// Asked after an import that was not applied for what no box has told of it; empty when there is nothing. The
+  /// importer's interface has no word for that.
+  void SetUntold(std::function<std::string()> untold) { untold_ = std::move(untold); }
   void RefrescarSumario() override;
   ReviewList& lvStatus() override { return view_->lvStatus(); }
 
@@ -52,10 +58,12 @@ class frmStatusImportar final : public ImportReview {
   bool AsociarConBusqueda(std::int32_t row);
   bool Repaint(std::int32_t row, bool changed);
   void ForgetFile();
+  void TellUntold() const;
 
   const ComponentContext* context_;
   StatusImportarView* view_;
   IClaseImportar* importer_ = nullptr;
+  std::function<std::string()> untold_;
   int tab_ = 1;
   bool applying_ = false;
 };

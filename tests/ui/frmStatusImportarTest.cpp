@@ -170,7 +170,10 @@ TEST_F(StatusImportar, ProceedsOnceAndForgetsTheFile) {
     EXPECT_FALSE(form.mnuRenglonR_Click(0, 1));
   };
   importer.succeeds = false;
+  form.SetUntold([] { return std::string("Fila 7: el código está repetido"); });
   EXPECT_FALSE(form.bAceptar_Click());
+  EXPECT_EQ(host.services.dialogs.boxes.back(),
+            (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", "Fila 7: el código está repetido"}));
   EXPECT_EQ(view.closed, 0);
   EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "libro.xlsx");
   importer.succeeds = true;
