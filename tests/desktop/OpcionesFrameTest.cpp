@@ -1,0 +1,125 @@
+// The options window: the daily sales file with mouse and keyboard, the collector's file, where the window was left.
+#include <wx/window.h>
+
+#include <filesystem>
+
+#include "desktop/WindowTest.h"
+#include "support/FileContent.h"
+#include "ui/WindowLayout.h"
+
+namespace tolvan::test {
+namespace {
+
+class OpcionesFrame : public WindowTest {};
+
+TEST_F(OpcionesFrame, TheDailySalesFileByKeyboardAlone) {
+  const int code = Run([&](WindowDriver& driver) {
+    driver.Key("Down");  // the first node
+    driver.Settle();
+    driver.UntilShown("txtC1_CodigoTienda");
+    driver.Key("Tab");
+    driver.Settle();
+    driver.Type(" 0042 ");
+    driver.Key("Return");
+    EXPECT_EQ(driver.Focused(), "dC1_FechaMovimiento");
+    driver.Settle();
+    EXPECT_EQ(driver.Text("txtC1_CodigoTienda"), "0042");
+    driver.Key("ctrl+a");
+    driver.Type("28-2-24");
+    driver.Key("Up");  // the next day, in the usual form
+    EXPECT_EQ(driver.Text("texto_dC1_FechaMovimiento"), "29/02/2024");
+    driver.Key("Return");
+    EXPECT_EQ(driver.Focused(), "texto_dtC1_HoraFinJornada");
+    driver.Key("ctrl+a");
+    driver.Type("20.30");
+    driver.Key("Return");
+    EXPECT_EQ(driver.Focused(), "txtC1_NombreArchivo");
+    EXPECT_EQ(driver.Text("texto_dtC1_HoraFinJornada"), "20:30");
+    driver.Type("hoy/ayer.txt");
+    driver.Key("Return");
+    driver.Key("alt+a");
+    EXPECT_EQ(driver.Dismiss(), "La operación finalizó con éxito.");
+    EXPECT_EQ(driver.Text("txtC1_NombreArchivo"), "hoy_ayer.txt");
+    driver.Key("Escape");
+    driver.UntilGone("frmOpciones");
+  });
+  EXPECT_EQ(code, 0);
+  const std::string written = ReadFile(places.exportFolder + "/hoy_ayer.txt");
+  EXPECT_TRUE(written.starts_with("0042,")) << written;
+  EXPECT_TRUE(written.ends_with(",\"20:30\",\"29/02/2024\",")) << written;
+  EXPECT_EQ(runner.Run({"opciones", "0", "4", "3"}).output,
+            "MicrosExp_CodigoTienda=0042\nMicrosExp_HoraFinalVenta_Horas=20\nMicrosExp_FechaReporte_Anno=2024\n");
+}
+
+TEST_F(OpcionesFrame, AnInvalidAddressKeepsTheFocusAndAcceptingWithoutAnActionWarns) {
+  Run([&](WindowDriver& driver) {
+    driver.Click("bGuardar");
+    EXPECT_EQ(driver.Dismiss(),
+              "Seleccione primero una categoría a la izquierda de la ventana para Importar/Exportar datos.");
+    driver.ClickLine("tvOpciones", node::dailySales);
+    EXPECT_FALSE(driver.Enabled("txtC1_Email"));
+    driver.Click("chk1");
+    driver.Fill("txtC1_Email", "nadie");
+    driver.Click("txtC1_NombreArchivo");
+    EXPECT_EQ(driver.Dismiss(), "Favor indique una dirección de e-mail válida.");
+    driver.Settle();
+    EXPECT_EQ(driver.Focused(), "txtC1_Email");
+    driver.Click("bCancelar");  // cancelling asks nothing
+    driver.UntilGone("frmOpciones");
+  });
+}
+
+TEST_F(OpcionesFrame, TheFolderIsChosenAndKept) {
+  const std::string other = folder.File("otra");
+  std::filesystem::create_directory(other);
+  Run([&](WindowDriver& driver) {
+    driver.ClickLine("tvOpciones", node::dailySales);
+    driver.Click("bC1_AbrirCarpeta");
+    driver.AnswerPicker("Seleccionar carpeta para guardar los archivos exportados.", other);
+    driver.Settle();
+    EXPECT_EQ(driver.Text("txtC1_CarpetaDestino"), other);
+    driver.Click("bGuardar");
+    driver.Dismiss();
+  });
+  EXPECT_EQ(NamesIn(other).size(), 1U);
+}
+
+TEST_F(OpcionesFrame, TheCollectorsFileIsWritten) {
+  const std::string path = folder.File("Articulos.tolpak");
+  Run([&](WindowDriver& driver) {
+    driver.ClickLine("tvOpciones", node::collector);
+    driver.Click("opProposito0");
+    driver.Click("cmdDCExportarItems");
+    driver.AnswerPicker("Guardar Archivo de Transporte", path);
+    EXPECT_TRUE(driver.Dismiss().starts_with("Archivo guardado con éxito\n"));
+  });
+  EXPECT_NE(ReadFile(path).find("<MultiplesAreas>0</MultiplesAreas>"), std::string::npos);
+}
+
+TEST_F(OpcionesFrame, ReopensWhereItWasLeft) {
+  Rectangle left;
+  const auto bounds = [](WindowDriver& driver) {
+    Rectangle found;
+    driver.OnWindows([&] { found = dynamic_cast<LayoutWindow&>(driver.Get("frmOpciones")).Bounds(); });
+    return found;
+  };
+  Run([&](WindowDriver& driver) {
+    driver.OnWindows([&] {
+      dynamic_cast<LayoutWindow&>(driver.Get("frmOpciones")).SetBounds({1500, 1800, 13500, 9000});
+    });
+    driver.Until("moved",
+                 [&] { return dynamic_cast<LayoutWindow&>(driver.Get("frmOpciones")).Bounds().width == 13500; });
+    driver.Settle();
+    left = bounds(driver);
+    driver.Key("Escape");
+    driver.UntilGone("frmOpciones");
+  });
+  Run([&](WindowDriver& driver) {
+    driver.Until("placed",
+                 [&] { return dynamic_cast<LayoutWindow&>(driver.Get("frmOpciones")).Bounds().left == left.left; });
+    EXPECT_EQ(bounds(driver), left);
+  });
+}
+
+}  // namespace
+}  // namespace tolvan::test

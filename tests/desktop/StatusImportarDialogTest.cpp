@@ -1,0 +1,129 @@
+// The review window on real workbooks, as far as the database.
+#include <chrono>
+#include <thread>
+
+#include "desktop/WindowTest.h"
+
+namespace tolvan::test {
+namespace {
+
+class StatusImportarDialog : public WindowTest {
+ protected:
+  static void Accept(WindowDriver& driver) {
+    driver.Click("Check1");
+    driver.Click("bAceptar");
+  }
+
+  /// A list of new items.
+  std::string LargeList(int rows) {
+    std::vector<std::string> codes;
+    std::vector<std::vector<NewCell>> cells;
+    for (int row = 0; row < rows; ++row) codes.push_back("GRANDE" + std::to_string(row));
+    for (const std::string& code : codes) {
+      cells.push_back(
+          {std::string_view(code), std::string_view("Articulo"), std::string_view(), std::string_view(), 10.5, 15.25});
+    }
+    return Workbook("grande.xlsx", cells);
+  }
+};
+
+TEST_F(StatusImportarDialog, AnExcelListIsReviewedAndApplied) {
+  const std::string item = Query("SELECT idItem FROM Items WHERE Oculto = 0 ORDER BY idItem LIMIT 1");
+  const std::string code = item.substr(0, item.size() - 1);
+  const std::string book = Workbook(
+      "lista.xlsx",
+      {{std::string_view("NUEVO-1"), std::string_view("Uno"), std::string_view(), std::string_view(), 10.5, 15.25},
+       {std::string_view(code), std::string_view("Conocido"), std::string_view(), std::string_view(), 7.5, 99.0}});
+  Run([&](WindowDriver& driver) {
+    Choose(driver, node::excel, 0, book);
+    driver.Click("bGuardar");
+    driver.UntilShown("frmStatusImportar");
+    EXPECT_EQ(driver.Title("frmStatusImportar"), "Resultados Lectura Archivo");
+    EXPECT_EQ(driver.Text("lCant0") + driver.Text("lCant1") + driver.Text("lCant2"),
+              "2 renglones en total.1 renglon nuevo o sin asociar.1 renglon previamente asociado.");
+    EXPECT_EQ(driver.Line("lvStatus", 0), (std::vector<std::string>{"NUEVO-1", "", "Sí", "UNO", "10.50", "15.25",
+                                                                    driver.Line("lvStatus", 0).at(6), "Agregar"}));
+    EXPECT_FALSE(driver.Enabled("bAceptar"));
+    driver.Key("ctrl+Tab");
+    driver.Settle();
+    driver.Click("Check1");
+    EXPECT_TRUE(driver.Enabled("bAceptar"));
+    driver.Click("Check1");
+    EXPECT_FALSE(driver.Enabled("bAceptar"));
+    Accept(driver);
+    EXPECT_EQ(
+        driver.Dismiss(),
+        "Operación realizada con éxito: \n\nNuevos Items: 1\nPrecios Actualizados: 1\nRenglones no procesados: 0");
+    driver.UntilGone("frmStatusImportar");
+    driver.Click("bGuardar");  // nothing is announced twice, and the window goes on
+    driver.UntilShown("frmStatusImportar");
+    driver.Click("bCancelar");
+  });
+  EXPECT_EQ(Query("SELECT Descripcion FROM Items WHERE idItem = 'NUEVO-1'"), "UNO,");
+}
+
+TEST_F(StatusImportarDialog, RowsAreCorrectedByMenuKeyAndSearch) {
+  Run([&](WindowDriver& driver) {
+    Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
+    driver.Click("bGuardar");
+    driver.UntilShown("frmStatusImportar");
+    const unsigned before = driver.Lines("lvStatus");
+    driver.ClickLine("lvStatus", 0);
+    driver.Key("shift+F10");
+    driver.Key("Down");
+    driver.Key("Return");
+    driver.UntilShown("buscarItem");
+    driver.Type("ali0002");
+    driver.Settle();
+    EXPECT_EQ(driver.Lines("lvItems"), 1U);
+    driver.Key("Return");
+    EXPECT_TRUE(driver.Dismiss().starts_with("Esta acción hizo que el Item/Renglón se borrara de esta pestaña."));
+    EXPECT_EQ(driver.Lines("lvStatus"), before - 1);
+    EXPECT_EQ(driver.Text("lCant2"), "1 renglon previamente asociado.");
+    driver.ClickLine("lvStatus", 0, 3);
+    driver.Key("Up");
+    driver.Key("Return");
+    driver.UntilShown("pregunta");
+    driver.Type("mi codigo 1");
+    driver.Key("Return");
+    driver.UntilGone("pregunta");
+    driver.Settle();
+    EXPECT_EQ(driver.Line("lvStatus", 0).front(), "MICODIGO1");
+    Accept(driver);
+    EXPECT_TRUE(driver.Dismiss().starts_with("Operación realizada con éxito"));
+    driver.UntilGone("frmStatusImportar");
+  });
+  EXPECT_EQ(Query("SELECT count(*) FROM Items WHERE idItem = 'MICODIGO1'"), "1,");
+  EXPECT_EQ(runner.Run({"opciones", "15"}).output, "PreciosMovilnet_RutaUltimoArchivo=\n");
+}
+
+TEST_F(StatusImportarDialog, ALargeListIsShownAtOnceSortedAndStoppedWithoutATrace) {
+  constexpr int rows = 150'000;
+  const std::string book = LargeList(rows);
+  const std::string items = Query("SELECT count(*) FROM Items");
+  Run([&](WindowDriver& driver) {
+    Choose(driver, node::excel, 0, book);
+    driver.Click("bGuardar");
+    driver.UntilShown("lvStatus");
+    EXPECT_EQ(driver.Lines("lvStatus"), static_cast<unsigned>(rows));
+    const auto begin = std::chrono::steady_clock::now();
+    driver.ClickHeader("lvStatus", 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));  // not a double click
+    driver.ClickHeader("lvStatus", 0);
+    driver.Settle();
+    EXPECT_EQ(driver.Line("lvStatus", 0).front(), "GRANDE99999");
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
+    Accept(driver);
+    driver.UntilShown("estado");
+    driver.Key("Escape");
+    EXPECT_EQ(driver.Dismiss(), "La operación no pudo concluirse");
+    EXPECT_NE(driver.Dismiss(), "") << "the cause";
+    EXPECT_TRUE(driver.Shown("frmStatusImportar"));
+    driver.Key("Escape");
+    driver.UntilGone("frmStatusImportar");
+  });
+  EXPECT_EQ(Query("SELECT count(*) FROM Items"), items);
+}
+
+}  // namespace
+}  // namespace tolvan::test

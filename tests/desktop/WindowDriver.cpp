@@ -1,0 +1,349 @@
+#include "desktop/WindowDriver.h"
+
+#include <wx/app.h>
+#include <wx/dataview.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+#include <wx/toplevel.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <future>
+#include <iostream>
+#include <stdexcept>
+#include <thread>
+
+#include "desktop/DesktopSession.h"
+#include "desktop/WxText.h"
+#include "platform/clock/SystemClock.h"
+
+namespace tolvan::test {
+namespace {
+
+using namespace std::chrono_literals;
+constexpr auto patience = 20s;
+constexpr auto glance = 20ms;
+
+std::string Quoted(const std::string& text) {
+  std::string quoted = "'";
+  for (const char each : text) {
+    if (each == '\'') {
+      quoted += "'\\''";
+    } else {
+      quoted += each;
+    }
+  }
+  return quoted + "'";
+}
+
+void Call(const std::string& command) {
+  if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
+}
+
+wxDataViewItem ItemOf(const wxDataViewCtrl& list, unsigned line) {
+  if (const auto* lines = dynamic_cast<const wxDataViewVirtualListModel*>(list.GetModel())) return lines->GetItem(line);
+  wxDataViewItemArray items;
+  list.GetModel()->GetChildren(wxDataViewItem(), items);
+  return items[line];
+}
+
+}  // namespace
+
+WindowDriver::WindowDriver(std::string pictureFolder) : pictureFolder_(std::move(pictureFolder)) {}
+
+int WindowDriver::Run(const std::string& hostPath, const Script& script) {
+  SystemClock clock;
+  DesktopSession session(clock);
+  session_ = &session;
+  failure_.clear();
+  ended_ = false;
+  std::thread other([&] { RunScript(script); });
+  const int code = session.Run(hostPath);
+  ended_ = true;
+  other.join();
+  session_ = nullptr;
+  return failure_.empty() ? code : -1;
+}
+
+void WindowDriver::RunScript(const Script& script) {
+  try {
+    UntilShown("frmOpciones");
+    Until("the window is active", [this] { return dynamic_cast<wxTopLevelWindow&>(Get("frmOpciones")).IsActive(); });
+    Settle();
+    script(*this);
+  } catch (const std::exception& error) {
+    failure_ = error.what();
+    try {
+      PictureOfScreen("fallo");
+    } catch (const std::exception& second) {
+      std::cerr << second.what() << '\n';
+    }
+  }
+  try {
+    if (Shown("frmOpciones")) EndSession();
+  } catch (const std::exception& error) {
+    // The windows do not answer: without this the test would never end.
+    std::cerr << failure_ << '\n' << error.what() << '\n';
+    std::_Exit(1);
+  }
+}
+
+void WindowDriver::OnWindows(const std::function<void()>& work) {
+  auto task = std::make_shared<std::packaged_task<void()>>(work);
+  auto begun = std::make_shared<std::atomic_flag>();
+  std::future<void> finished = task->get_future();
+  const auto begin = [task, begun] {
+    if (!begun->test_and_set()) (*task)();
+  };
+  wxTheApp->CallAfter(begin);
+  const auto end = std::chrono::steady_clock::now() + patience;
+  while (finished.wait_for(glance) != std::future_status::ready) {
+    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("the windows do not answer");
+    // Behind the last window nobody takes calls any more, and nobody is in the way.
+    if (ended_) begin();
+  }
+  finished.get();
+}
+
+void WindowDriver::EndSession() {
+  OnWindows([this] { session_->End(); });
+}
+
+/// The window shown last that has the name, so that a dialog hides what it stands over.
+wxWindow* WindowDriver::Find(const std::string& name) const {
+  for (auto node = wxTopLevelWindows.GetLast(); node != nullptr; node = node->GetPrevious()) {
+    wxWindow* const top = node->GetData();
+    if (!top->IsShown()) continue;
+    std::vector<wxWindow*> waiting{top};
+    while (!waiting.empty()) {
+      wxWindow* const each = waiting.back();
+      waiting.pop_back();
+      if (!each->IsShownOnScreen()) continue;
+      if (FromWx(each->GetName()) == name) return each;
+      for (wxWindow* const child : each->GetChildren()) {
+        if (!child->IsTopLevel()) waiting.push_back(child);
+      }
+    }
+  }
+  return nullptr;
+}
+
+wxWindow& WindowDriver::Get(const std::string& name) const {
+  wxWindow* const found = Find(name);
+  if (found == nullptr) throw std::runtime_error("no control is shown that is named " + name);
+  return *found;
+}
+
+void WindowDriver::Until(const std::string& what, const std::function<bool()>& holds) {
+  const auto end = std::chrono::steady_clock::now() + patience;
+  for (;;) {
+    bool reached = false;
+    OnWindows([&] { reached = holds(); });
+    if (reached) return;
+    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("waited in vain: " + what);
+    std::this_thread::sleep_for(glance);
+  }
+}
+
+/// The X server hands events on in order; what they post is done when the loop has come round a few times.
+void WindowDriver::Settle() {
+  for (int round = 0; round < 3; ++round) {
+    std::this_thread::sleep_for(2 * glance);
+    OnWindows([] {});
+  }
+}
+
+void WindowDriver::UntilShown(const std::string& name) {
+  Until(name + " is shown", [&] { return Find(name) != nullptr; });
+}
+
+void WindowDriver::UntilGone(const std::string& name) {
+  Until(name + " is gone", [&] { return Find(name) == nullptr; });
+}
+
+void WindowDriver::UntilReady(const std::string& name) {
+  Until(name + " is ready", [&] {
+    const wxWindow* const found = Find(name);
+    return found != nullptr && found->IsEnabled();
+  });
+}
+
+void WindowDriver::MouseTo(Place place, int button) {
+  Call("xdotool mousemove " + std::to_string(place.x) + " " + std::to_string(place.y) + " click " +
+       std::to_string(button));
+}
+
+void WindowDriver::Click(const std::string& name) {
+  UntilReady(name);
+  Place place{};
+  OnWindows([&] {
+    const wxWindow& control = Get(name);
+    const wxRect rect = control.GetScreenRect();
+    const int scale = static_cast<int>(control.GetContentScaleFactor());
+    // Not the middle: a check box answers at its left end only where its label is short.
+    place = {(rect.x + wxMin(rect.width / 2, 12)) * scale, (rect.y + rect.height / 2) * scale};
+  });
+  MouseTo(place, 1);
+}
+
+void WindowDriver::ClickLine(const std::string& list, unsigned line, int button) {
+  UntilReady(list);
+  Place place{};
+  OnWindows([&] {
+    const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
+    const wxRect rect = control.GetItemRect(ItemOf(control, line));
+    const wxPoint point = control.ClientToScreen(rect.GetTopLeft() + wxPoint(25, rect.height / 2));
+    const int scale = static_cast<int>(control.GetContentScaleFactor());
+    place = {point.x * scale, point.y * scale};
+  });
+  MouseTo(place, button);
+}
+
+void WindowDriver::ClickHeader(const std::string& list, unsigned place) {
+  UntilReady(list);
+  Place at{};
+  OnWindows([&] {
+    const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
+    int x = 15;
+    for (unsigned before = 0; before < place; ++before) x += control.GetColumn(before)->GetWidth();
+    const wxPoint point = control.GetScreenPosition() + wxPoint(x, 12);
+    const int scale = static_cast<int>(control.GetContentScaleFactor());
+    at = {point.x * scale, point.y * scale};
+  });
+  MouseTo(at, 1);
+}
+
+void WindowDriver::Key(const std::string& keys) {
+  Call("xdotool key --clearmodifiers " + keys);
+}
+
+void WindowDriver::Type(const std::string& text) {
+  Call("xdotool type --clearmodifiers --delay 4 -- " + Quoted(text));
+}
+
+void WindowDriver::Fill(const std::string& field, const std::string& text) {
+  Click(field);
+  Until(field + " has the focus", [&] { return Get(field).IsDescendant(wxWindow::FindFocus()); });
+  Key("ctrl+a");
+  if (text.empty()) {
+    Key("Delete");
+  } else {
+    Type(text);
+  }
+  Until(field + " holds " + text, [&] {
+    const auto* box = dynamic_cast<wxTextCtrl*>(&Get(field));
+    return box == nullptr || FromWx(box->GetValue()) == text;
+  });
+}
+
+void WindowDriver::AnswerPicker(const std::string& title, const std::string& path) {
+  Call("timeout 20 xdotool search --sync --onlyvisible --name " + Quoted(title) + " windowactivate --sync >/dev/null");
+  std::this_thread::sleep_for(300ms);  // the picker takes keys only once it has read its folder
+  Type("/");                           // makes it ask for a path
+  std::this_thread::sleep_for(300ms);
+  Key("ctrl+a");
+  Type(path);
+  std::this_thread::sleep_for(200ms);
+  Key("Return");
+  Call("timeout 20 sh -c " +
+       Quoted("while xdotool search --onlyvisible --name " + Quoted(title) + " >/dev/null 2>&1; do sleep 0.05; done"));
+}
+
+std::string WindowDriver::Dismiss() {
+  UntilShown("mensaje");
+  const std::string text = Text("textoMensaje");
+  bool asks = false;
+  OnWindows([&] { asks = Find("bMensajeSi") != nullptr; });
+  wxWindow* box = nullptr;
+  OnWindows([&] { box = Find("mensaje"); });
+  Click(asks ? "bMensajeSi" : "bMensajeAceptar");
+  Until("the box is gone", [&] { return Find("mensaje") != box; });
+  return text;
+}
+
+std::string WindowDriver::Text(const std::string& name) {
+  std::string text;
+  Settle();
+  OnWindows([&] {
+    const wxWindow& control = Get(name);
+    const auto* box = dynamic_cast<const wxTextCtrl*>(&control);
+    text = FromWx(box != nullptr ? box->GetValue() : control.GetLabel());
+  });
+  return text;
+}
+
+std::string WindowDriver::Title(const std::string& name) {
+  std::string title;
+  OnWindows([&] { title = FromWx(dynamic_cast<wxTopLevelWindow&>(Get(name)).GetTitle()); });
+  return title;
+}
+
+std::string WindowDriver::Focused() {
+  std::string name;
+  Settle();
+  OnWindows([&] {
+    const wxWindow* const focused = wxWindow::FindFocus();
+    if (focused != nullptr) name = FromWx(focused->GetName());
+  });
+  return name;
+}
+
+bool WindowDriver::Enabled(const std::string& name) {
+  bool enabled = false;
+  Settle();
+  OnWindows([&] { enabled = Get(name).IsEnabled(); });
+  return enabled;
+}
+
+bool WindowDriver::Shown(const std::string& name) {
+  bool shown = false;
+  OnWindows([&] { shown = Find(name) != nullptr; });
+  return shown;
+}
+
+std::vector<std::string> WindowDriver::Line(const std::string& list, unsigned line) {
+  std::vector<std::string> texts;
+  OnWindows([&] {
+    const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
+    const auto& model = dynamic_cast<const wxDataViewVirtualListModel&>(*control.GetModel());
+    for (unsigned column = 0; column < control.GetColumnCount(); ++column) {
+      wxVariant value;
+      model.GetValueByRow(value, line, column);
+      texts.push_back(FromWx(value.GetString()));
+    }
+  });
+  return texts;
+}
+
+unsigned WindowDriver::Lines(const std::string& list) {
+  unsigned lines = 0;
+  OnWindows([&] {
+    const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
+    lines = dynamic_cast<const wxDataViewVirtualListModel&>(*control.GetModel()).GetCount();
+  });
+  return lines;
+}
+
+void WindowDriver::PictureOfScreen(const std::string& name) {
+  std::filesystem::create_directories(pictureFolder_);
+  Call("import -window root " + Quoted(pictureFolder_ + "/" + name + ".png"));
+}
+
+void WindowDriver::PictureOfWindow(const std::string& control, const std::string& name) {
+  UntilShown(control);
+  OnWindows([] {});
+  std::this_thread::sleep_for(250ms);  // until what was asked to be drawn is on the screen
+  std::string crop;
+  OnWindows([&] {
+    const wxWindow* const top = wxGetTopLevelParent(&Get(control));
+    const wxRect rect = top->GetScreenRect();
+    const int scale = static_cast<int>(top->GetContentScaleFactor());
+    crop = std::to_string(rect.width * scale) + "x" + std::to_string(rect.height * scale) + "+" +
+           std::to_string(rect.x * scale) + "+" + std::to_string(rect.y * scale);
+  });
+  std::filesystem::create_directories(pictureFolder_);
+  Call("import -window root -crop " + crop + " +repage " + Quoted(pictureFolder_ + "/" + name + ".png"));
+}
+
+}  // namespace tolvan::test

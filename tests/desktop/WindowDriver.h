@@ -1,0 +1,107 @@
+// Drives the real windows: they run on the main thread, a script runs on another, finds controls by their fixed names
+// and acts on them with the mouse and the keyboard of the X server (xdotool). Tests and programs that take pictures for
+// documents are scripts. Needs a display with a window manager: see with_display.
+//
+// A control that does not appear in time ends the script with an exception; Run makes it a failure of the test, with a
+// picture of the screen.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <string>
+#include <vector>
+
+class wxWindow;
+
+namespace tolvan {
+class DesktopSession;
+}
+
+namespace tolvan::test {
+
+class WindowDriver {
+ public:
+  using Script = std::function<void(WindowDriver&)>;
+
+  /// Pictures go to `pictureFolder`, which is made when needed.
+  explicit WindowDriver(std::string pictureFolder);
+
+  /// Opens the options window of the host, runs the script, and closes what is left open. The exit code of the window
+  /// program, or -1 when the script failed; `Failure` then says why.
+  int Run(const std::string& hostPath, const Script& script);
+  const std::string& Failure() const { return failure_; }
+
+  // What a person does. Every call waits for the control to be shown and enabled.
+
+  void Click(const std::string& name);
+
+  /// A line of a list or a tree, from 0, with mouse button 1 or 3.
+  void ClickLine(const std::string& list, unsigned line, int button = 1);
+
+  /// The header of a list's column, from 0 at the left.
+  void ClickHeader(const std::string& list, unsigned place);
+
+  /// Keys as xdotool names them: "Return", "alt+a", "shift+F10".
+  void Key(const std::string& keys);
+  void Type(const std::string& text);
+
+  /// Clicks into a field and replaces its text.
+  void Fill(const std::string& field, const std::string& text);
+
+  /// Answers the toolkit's own picker of that title with a path.
+  void AnswerPicker(const std::string& title, const std::string& path);
+
+  /// Closes a message box with its first button, and returns its text.
+  std::string Dismiss();
+
+  // What a person sees.
+
+  std::string Text(const std::string& name);
+  std::string Title(const std::string& name);
+  std::string Focused();
+  bool Enabled(const std::string& name);
+  bool Shown(const std::string& name);
+
+  /// The texts of a list's line, by the columns of its definition.
+  std::vector<std::string> Line(const std::string& list, unsigned line);
+  unsigned Lines(const std::string& list);
+
+  /// Waits until the keys and clicks so far have been dealt with.
+  void Settle();
+
+  /// Waits until it holds. `holds` runs on the windows' thread.
+  void Until(const std::string& what, const std::function<bool()>& holds);
+  void UntilShown(const std::string& name);
+  void UntilGone(const std::string& name);
+
+  /// The whole screen, or one window by the name of a control in it, as NAME.png.
+  void PictureOfScreen(const std::string& name);
+  void PictureOfWindow(const std::string& control, const std::string& name);
+
+  /// A control, for what has no words here. On the windows' thread only. Throws when it is not shown.
+  wxWindow& Get(const std::string& name) const;
+
+  /// Runs on the windows' thread and waits for it.
+  void OnWindows(const std::function<void()>& work);
+
+  /// Ends the session as the system does.
+  void EndSession();
+
+ private:
+  struct Place {
+    int x;
+    int y;
+  };
+
+  wxWindow* Find(const std::string& name) const;
+  void UntilReady(const std::string& name);
+  void MouseTo(Place place, int button);
+  void RunScript(const Script& script);
+
+  std::string pictureFolder_;
+  std::string failure_;
+  DesktopSession* session_ = nullptr;
+  std::atomic<bool> ended_ = false;
+};
+
+}  // namespace tolvan::test

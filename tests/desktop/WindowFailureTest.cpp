@@ -1,0 +1,118 @@
+// What goes wrong while the window is open: files and folders that vanish, a database that goes away, an end in the
+// middle of the work.
+#include <filesystem>
+#include <fstream>
+
+#include "desktop/WindowTest.h"
+#include "support/FileContent.h"
+
+namespace tolvan::test {
+namespace {
+
+class WindowFailure : public WindowTest {
+ protected:
+  /// Lines with valid identifiers, and one without any for every thousand.
+  std::string Registry(int lines) {
+    const std::string path = folder.File("DGII.TXT");
+    std::ofstream file(path, std::ios::binary);
+    for (int number = 0; number < lines; ++number) {
+      std::string digits = std::to_string(100'000'00 + number);
+      constexpr int weights[] = {7, 9, 8, 6, 5, 4, 3, 2};
+      int sum = 0;
+      for (int place = 0; place < 8; ++place) sum += weights[place] * (digits[static_cast<std::size_t>(place)] - '0');
+      const int rest = sum % 11;
+      const int check = rest == 0 ? 2 : rest == 1 ? 1 : 11 - rest;
+      file << digits << check << "|EMPRESA " << number << "|\r\n";
+      if (number % 1000 == 0) file << "xyz|NADIE|\r\n";
+    }
+    return path;
+  }
+};
+
+TEST_F(WindowFailure, AFileThatVanishesBetweenChoosingAndAccepting) {
+  const std::string path = folder.File("lista.xlsx");
+  std::filesystem::copy_file(places.examples + "/precios.xlsx", path);
+  Run([&](WindowDriver& driver) {
+    Choose(driver, node::excel, 0, path);
+    std::filesystem::remove(path);
+    driver.Click("bGuardar");
+    EXPECT_EQ(driver.Dismiss(),
+              "El archivo " + path + " no existe, favor seleccione la ubicación correcta del archivo");
+    driver.Dismiss();
+    EXPECT_TRUE(driver.Enabled("bGuardar"));
+  });
+}
+
+TEST_F(WindowFailure, SettingsThatCannotBeWrittenRunNothing) {
+  Run([&](WindowDriver& driver) {
+    driver.ClickLine("tvOpciones", node::dailySales);
+    driver.Fill("txtC1_CodigoTienda", "0042");
+    std::filesystem::remove_all(places.folder + "/ajustes");
+    WriteFile(places.folder + "/ajustes", "in the folder's place");
+    driver.Click("bGuardar");
+    EXPECT_TRUE(driver.Dismiss().starts_with("Error al intentar guardar opciones del sistema"));
+  });
+  EXPECT_TRUE(NamesIn(places.exportFolder).empty());
+}
+
+TEST_F(WindowFailure, ADatabaseThatGoesAway) {
+  Run([&](WindowDriver& driver) {
+    Choose(driver, node::excel, 0, places.examples + "/precios.xlsx");
+    driver.Click("bGuardar");
+    driver.UntilShown("frmStatusImportar");
+    std::filesystem::rename(places.database, places.database + ".lejos");
+    driver.Click("Check1");
+    driver.Click("bAceptar");
+    EXPECT_NE(driver.Dismiss().find("ya no está en su lugar"), std::string::npos);
+    driver.Click("bCancelar");
+    driver.UntilGone("frmStatusImportar");
+    EXPECT_TRUE(driver.Enabled("bGuardar"));
+  });
+}
+
+TEST_F(WindowFailure, RejectedLinesAreOfferedAfterTheImport) {
+  const std::string rejected = folder.File("rechazos.txt");
+  Run([&](WindowDriver& driver) {
+    Choose(driver, node::registry, 1, Registry(2000));
+    driver.Click("bGuardar");
+    EXPECT_EQ(driver.Dismiss(),
+              "Operación finalizada. \n\nNuevos clientes registrados: 2000\n"
+              "Clientes no registrados: 0\nLineas con errores: 2");
+    driver.Dismiss();
+    driver.AnswerPicker("Guardar líneas rechazadas", rejected);
+    driver.Settle();
+    EXPECT_TRUE(driver.Enabled("bGuardar"));
+  });
+  EXPECT_EQ(Query("SELECT count(*) FROM Clientes WHERE Descripcion LIKE 'EMPRESA %'"), "2000,");
+  EXPECT_TRUE(ReadFile(rejected).starts_with("2\tel identificador no es un RNC ni una cédula válidos\txyz|NADIE|"));
+}
+
+TEST_F(WindowFailure, AStoppedRegistryImportKeepsWhatIsIn) {
+  const std::string file = Registry(900'000);
+  Run([&](WindowDriver& driver) {
+    Choose(driver, node::registry, 1, file);
+    driver.Click("bGuardar");
+    driver.UntilShown("pbProgreso");
+    EXPECT_EQ(driver.Text("lbProgreso"), "Realizando importación de datos, favor esperar...");
+    EXPECT_FALSE(driver.Enabled("tvOpciones"));
+    EXPECT_EQ(driver.Text("bCancelar"), "&Detener");
+    driver.Key("Escape");
+    EXPECT_NE(driver.Dismiss().find("Operación interrumpida."), std::string::npos);
+  });
+}
+
+TEST_F(WindowFailure, TheEndOfTheSessionDuringAnImportClosesEverything) {
+  const std::string file = Registry(900'000);
+  const int code = Run([&](WindowDriver& driver) {
+    Choose(driver, node::registry, 1, file);
+    driver.Click("bGuardar");
+    driver.UntilShown("pbProgreso");
+    driver.EndSession();
+    driver.UntilGone("frmOpciones");
+  });
+  EXPECT_EQ(code, 0);
+  EXPECT_EQ(Query("PRAGMA integrity_check"), "ok,");
+}
+
+}  // namespace
+}  // namespace tolvan::test
