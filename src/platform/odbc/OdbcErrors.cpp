@@ -51,6 +51,8 @@ constexpr NativeRule serverRules[] = {
 HostErrorKind KindOfSqlState(std::string_view state, std::int64_t nativeCode) {
   const auto* const native = std::ranges::find(serverRules, nativeCode, &NativeRule::code);
   if (native != std::end(serverRules)) return native->kind;
+  // FreeTDS tells of its own troubles, such as an answer that broke off, by these numbers and a state for warnings.
+  if (state == "01000" && nativeCode >= 20'000 && nativeCode < 20'100) return HostErrorKind::Unreachable;
   const auto* const rule =
       std::ranges::find_if(stateRules, [&](const StateRule& each) { return state.starts_with(each.prefix); });
   return rule == std::end(stateRules) ? HostErrorKind::Failed : rule->kind;
