@@ -19,6 +19,12 @@ bool CanBeToldAgain(const HostError& error) {
          error.Kind() == HostErrorKind::Failed;
 }
 
+/// Whether nobody knows what the server did of the text that was sent.
+bool LeavesUnknown(const HostError& error) {
+  return error.Kind() == HostErrorKind::Unreachable || error.Kind() == HostErrorKind::Timeout ||
+         error.Kind() == HostErrorKind::Interrupted;
+}
+
 }  // namespace
 
 class OdbcDatabaseServices::OpenTransaction final : public Transaction {
@@ -143,6 +149,10 @@ void OdbcDatabaseServices::RunRendered(std::span<const std::string> texts, std::
       settled = SendTogether(together);
     } catch (const HostError& error) {
       settled.push_back({{}, nullptr, error});
+    }
+    if (const std::optional<HostError> last = settled.back().error; last && LeavesUnknown(*last)) {
+      // The rest of the text may have run: it is not sent again.
+      while (settled.size() < together.size()) settled.push_back({{}, nullptr, last});
     }
     for (std::size_t index = 0; index < settled.size(); ++index) {
       std::optional<HostError>& error = settled[index].error;
