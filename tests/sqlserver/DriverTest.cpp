@@ -1,0 +1,223 @@
+// The ODBC provider over the driver that Debian has for SQL Server (FreeTDS), against a server process that speaks the
+// protocol and answers what a test says: values, counts, errors wherever they may come, waiting, and cut connections.
+#include <gmock/gmock.h>
+
+#include <chrono>
+
+#include "contract/DatabaseContract.h"
+#include "contract/TemporaryFolder.h"
+#include "host/HostError.h"
+#include "platform/assembly/ConfiguredHostFactory.h"
+#include "support/FakeHost.h"
+#include "support/FileContent.h"
+#include "support/LoopbackServer.h"
+
+namespace tolvan::test {
+namespace {
+
+using std::chrono::steady_clock;
+using testing::HasSubstr;
+
+class SqlServerDriver : public testing::Test {
+ protected:
+  SqlServerDriver() {
+    WriteFile(folder_.File("tolvan.ini"),
+              "[host]\najustes = datos\n[base_de_datos]\nmotor = sqlserver\nespera = 1\n"
+              "conexion = Driver=FreeTDS;Server=127.0.0.1;Port=" +
+                  std::to_string(server_.Port()) + ";TDS_Version=7.4;UID=tienda;PWD=clave;Database=tienda\n");
+    ConfiguredHostFactory factory(OpenHostConfiguration(folder_.File("tolvan.ini")),
+                                  {dialogs_, clock_, interruption_, false});
+    services_ = factory.CreateAppServices();
+    context_ = factory.CreateHostContext(*services_);
+  }
+
+  DatabaseServices& Database() { return context_->Application().Database(); }
+
+  /// What the server answers from now on.
+  void Answer(const std::string& json) { WriteFile(folder_.File("answers.json"), json); }
+
+  std::string Requests() { return ReadFile(folder_.File("requests")); }
+
+  HostErrorKind KindOf(const std::string& text) {
+    return KindThrownBy([&] { Database().Execute(SqlStatement(text)); });
+  }
+
+  TemporaryFolder folder_;
+  LoopbackServer server_{"tds_server.py", {folder_.Path()}};
+  FakeDialogs dialogs_;
+  FakeClock clock_;
+  FakeInterruption interruption_;
+  std::unique_ptr<AppServices> services_;
+  std::unique_ptr<HostContext> context_;
+};
+
+TEST_F(SqlServerDriver, ReadsEveryTypeOfTheSchema) {
+  const std::string longText = std::string(9000, 'x') + "ñ";
+  Answer(R"json({"SELECT": [{"columns": [["T", "nvarchar"], ["L", "nvarchar_max"], ["I", "int"], ["B", "bigint"],
+    ["S", "bit"], ["F", "float"], ["D", "decimal"], ["M", "money"], ["H", "datetime"]], "rows": [
+    ["Peñón ☕😀", ")json" +
+         longText + R"json(", -7, 9007199254740993, 1, 0.1, "12345678901234.5678", "-0.0500",
+     "2024-02-29T23:59:59"],
+    ["", "", 0, 0, 0, 0, "-922337203685477.5808", "922337203685477.5807", "1753-01-01T00:00:00"],
+    [null, null, null, null, null, null, null, null, null]]}]})json");
+  const auto rows = Database().OpenRecordset(SqlStatement("SELECT * FROM Prueba"));
+  ASSERT_FALSE(rows->AtEnd());
+  EXPECT_EQ(rows->Value("t"), FieldValue("Peñón ☕😀"));
+  EXPECT_EQ(rows->Value("L"), FieldValue(longText));
+  EXPECT_EQ(rows->Value("I"), FieldValue(std::int64_t{-7}));
+  EXPECT_EQ(rows->Value("B"), FieldValue(std::int64_t{9007199254740993}));
+  EXPECT_EQ(rows->Text(rows->RequireField("S")), "True");
+  EXPECT_EQ(rows->Value("F"), FieldValue(0.1));
+  EXPECT_EQ(TextOf(rows->Value("D")), "12345678901234.5678");
+  EXPECT_EQ(CurrencyOf(rows->Value("M")), Currency::Parse("-0.05"));
+  EXPECT_EQ(rows->Value("H"), FieldValue(*DateTime::Parse("2024-02-29 23:59:59")));
+  rows->MoveNext();
+  EXPECT_EQ(rows->Value("T"), FieldValue(""));
+  EXPECT_EQ(rows->Value("L"), FieldValue(""));
+  EXPECT_EQ(BooleanOf(rows->Value("S")), false);
+  EXPECT_EQ(CurrencyOf(rows->Value("D")), Currency::Parse("-922337203685477.5808"));
+  EXPECT_EQ(CurrencyOf(rows->Value("M")), Currency::Parse("922337203685477.5807"));
+  EXPECT_EQ(rows->Value("H"), FieldValue(*DateTime::Parse("1753-01-01 00:00:00")));
+  rows->MoveNext();
+  for (std::size_t field = 0; field < rows->FieldCount(); ++field) EXPECT_TRUE(IsNull(rows->Value(field))) << field;
+  rows->MoveNext();
+  EXPECT_TRUE(rows->AtEnd());
+}
+
+TEST_F(SqlServerDriver, CountsTheRowsOfAStatementAndSendsItsTextWhole) {
+  Answer(R"json({"UPDATE": [{"count": 3}], "CREATE": [{"none": true}], "IF NOT": [{"none": true}]})json");
+  SqlStatement update("UPDATE Items SET Descripcion = ");
+  EXPECT_EQ(Database().Execute(update.Text("Ñandú d'agua ? ☕")), 3);
+  EXPECT_EQ(Database().Execute(SqlStatement("CREATE TABLE T (a INTEGER)")), 0);
+  EXPECT_EQ(Database().Execute(SqlStatement("IF NOT EXISTS (SELECT 1) INSERT INTO T (a) VALUES (1)")), 0);
+  EXPECT_THAT(Requests(), HasSubstr("Ñandú d'"));
+  EXPECT_THAT(Requests(), HasSubstr("agua ? ☕"));
+}
+
+TEST_F(SqlServerDriver, AnErrorIsSeenWhereverItComes) {
+  Answer(R"json({"UPDATE uno": [{"count": 1}, {"error": [2627, 14, "Violation of PRIMARY KEY constraint"]}],
+    "SELECT dos": [{"columns": [["a", "int"]], "rows": [[1], [2]]}, {"error": [8134, 16, "Divide by zero"]}],
+    "SELECT tres": [{"columns": [["a", "int"]], "rows": [[1], [2]], "broken": [8134, 16, "Divide by zero"]}],
+    "SELECT bien": [{"columns": [["a", "int"]], "rows": [[1], [2]]}]})json");
+  EXPECT_EQ(KindOf("UPDATE uno"), HostErrorKind::Constraint);
+  for (const char* text : {"SELECT dos", "SELECT tres"}) {
+    EXPECT_EQ(KindThrownBy([&] {
+                const auto opened = Database().OpenRecordset(SqlStatement(text));
+                while (!opened->AtEnd()) opened->MoveNext();
+              }),
+              HostErrorKind::Statement)
+        << "two rows must not pass for all of them: " << text;
+  }
+  EXPECT_EQ(IntegerOf(Database().OpenRecordset(SqlStatement("SELECT bien"))->Value(0)), 1) << "and it works on";
+}
+
+TEST_F(SqlServerDriver, TellsTheKindsOfErrorsByTheServersNumbers) {
+  const struct {
+    int number;
+    HostErrorKind kind;
+  } cases[] = {{2627, HostErrorKind::Constraint}, {2601, HostErrorKind::Constraint}, {547, HostErrorKind::Constraint},
+               {515, HostErrorKind::Constraint},  {208, HostErrorKind::Statement},   {102, HostErrorKind::Statement},
+               {229, HostErrorKind::Access},      {1205, HostErrorKind::Busy},       {1222, HostErrorKind::Busy},
+               {1105, HostErrorKind::Full},       {9002, HostErrorKind::Full}};
+  for (const auto& [number, kind] : cases) {
+    Answer(R"json({"UPDATE": [{"error": [)json" + std::to_string(number) +
+           R"json(, 16, "dicho por el servidor"]}]})json");
+    try {
+      Database().Execute(SqlStatement("UPDATE T SET a = 1"));
+      ADD_FAILURE() << number;
+    } catch (const HostError& error) {
+      EXPECT_EQ(error.Kind(), kind) << number;
+      EXPECT_EQ(error.NativeCode(), number);
+      EXPECT_THAT(TextForPeople(error), HasSubstr("dicho por el servidor"));
+    }
+  }
+}
+
+TEST_F(SqlServerDriver, AStatementThatTakesTooLongIsStoppedAndTheConnectionWorksOn) {
+  Answer(R"json({"UPDATE lento": [{"sleep": 20}, {"count": 1}], "UPDATE rápido": [{"count": 1}]})json");
+  const auto begin = steady_clock::now();
+  EXPECT_EQ(KindOf("UPDATE lento"), HostErrorKind::Timeout);
+  EXPECT_LT(steady_clock::now() - begin, std::chrono::seconds(5));
+  EXPECT_THAT(Requests(), HasSubstr("attention"));
+  EXPECT_EQ(Database().Execute(SqlStatement("UPDATE rápido")), 1);
+}
+
+TEST_F(SqlServerDriver, ACutConnectionIsToldAsOne) {
+  Answer(R"json({"UPDATE corte": [{"cut": true}]})json");
+  EXPECT_EQ(KindOf("UPDATE corte"), HostErrorKind::Unreachable);
+}
+
+TEST_F(SqlServerDriver, TransactionsReachTheServer) {
+  const std::string fine = R"json("UPDATE": [{"count": 1}])json";
+  const auto run = [&](bool commit) {
+    const auto transaction = Database().BeginTransaction();
+    Database().Execute(SqlStatement("UPDATE T SET a = 1"));
+    if (commit) transaction->Commit();
+  };
+  const auto sent = [&] {
+    const std::string all = Requests();
+    const std::size_t place = all.rfind("\nbegin\n");
+    return place == std::string::npos ? all : all.substr(place + 1);
+  };
+  // This driver begins the next transaction with each end of one, and rolls that back when the last has ended.
+  Answer("{" + fine + "}");
+  run(true);
+  EXPECT_EQ(sent(), "begin\nbatch UPDATE T SET a = 1\ncommit and begin\nrollback\n");
+  run(false);
+  EXPECT_EQ(sent(), "begin\nbatch UPDATE T SET a = 1\nrollback and begin\nrollback\n");
+  Answer("{" + fine + R"json(, "commit": [{"error": [1105, 17, "Could not allocate space"]}]})json");
+  EXPECT_EQ(KindThrownBy([&] { run(true); }), HostErrorKind::Full);
+  EXPECT_THAT(sent(), HasSubstr("commit and begin\nrollback")) << "what was not kept is undone";
+  Answer("{" + fine + R"json(, "commit": [{"cut": true}]})json");
+  EXPECT_EQ(KindThrownBy([&] { run(true); }), HostErrorKind::Unreachable);
+  EXPECT_EQ(Database().Execute(SqlStatement("UPDATE T SET a = 1")), 1) << "on a new connection";
+}
+
+TEST_F(SqlServerDriver, ABatchHasAResultForEachStatement) {
+  Answer(R"json({"INSERT INTO T (a) VALUES (1)": [{"count": 1}],
+    "INSERT INTO T (a) VALUES (2)": [{"error": [2627, 14, "Violation of PRIMARY KEY constraint"]}],
+    "SELECT a FROM T": [{"columns": [["a", "int"]], "rows": [[1], [5]]}],
+    "DELETE FROM T": [{"count": 2}], "UPDATE corte": [{"cut": true}]})json");
+  std::vector<SqlStatement> batch;
+  for (const char* text :
+       {"INSERT INTO T (a) VALUES (1)", "INSERT INTO T (a) VALUES (2)", "SELECT a FROM T", "DELETE FROM T"}) {
+    batch.emplace_back(text);
+  }
+  const auto alone = Database().RunBatch(batch);
+  ASSERT_EQ(alone.size(), 4U);
+  EXPECT_EQ(alone[0].affectedRows, 1);
+  ASSERT_TRUE(alone[1].error);
+  EXPECT_EQ(alone[1].error->Kind(), HostErrorKind::Constraint);
+  ASSERT_TRUE(alone[2].rows);
+  alone[2].rows->MoveNext();
+  EXPECT_EQ(IntegerOf(alone[2].rows->Value(0)), 5);
+  EXPECT_EQ(alone[3].affectedRows, 2);
+  {
+    const auto transaction = Database().BeginTransaction();
+    const auto together = Database().RunBatch(batch);
+    ASSERT_EQ(together.size(), 4U);
+    EXPECT_EQ(together[0].affectedRows, 1);
+    for (const std::size_t failed : {1U, 2U, 3U}) {
+      ASSERT_TRUE(together[failed].error) << failed;
+      EXPECT_EQ(together[failed].error->Kind(), HostErrorKind::Constraint);
+    }
+    EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::Constraint);
+  }
+  batch.insert(batch.begin() + 1, SqlStatement("UPDATE corte"));
+  const auto cut = Database().RunBatch(batch);
+  ASSERT_EQ(cut.size(), 5U);
+  for (std::size_t index = 0; index < cut.size(); ++index) {
+    ASSERT_TRUE(cut[index].error) << index;
+    EXPECT_EQ(cut[index].error->Kind(), HostErrorKind::Unreachable) << index;
+  }
+}
+
+TEST_F(SqlServerDriver, WhoCannotConnectIsToldWhy) {
+  Answer(R"json({"login": [{"error": [18456, 14, "Login failed"]}]})json");
+  EXPECT_EQ(KindThrownBy([&] { Database(); }), HostErrorKind::Access);
+  Answer(R"json({"login": [{"error": [4060, 11, "Cannot open database"]}]})json");
+  EXPECT_EQ(KindThrownBy([&] { Database(); }), HostErrorKind::Unreachable);
+}
+
+}  // namespace
+}  // namespace tolvan::test

@@ -1,0 +1,200 @@
+"""A server that speaks the protocol of SQL Server on a loopback port, for tests: tds_server.py FOLDER.
+
+It holds no data. FOLDER/answers.json says what it answers: a JSON object whose keys are statements, or pieces of them
+(of two in the same place the longer one counts), and whose values are lists of steps:
+
+  {"columns": [["Nombre", "nvarchar"], ...], "rows": [[...], ...]}   a result with rows; with "broken": [number,
+                           severity, text] the server fails behind the last of them
+  {"count": 3}             a statement that affected three rows
+  {"none": true}           a statement without a count
+  {"error": [547, 16, "..."]}   number, severity, text
+  {"sleep": 2}             seconds; an attention of the driver ends the whole answer
+  {"cut": true}            the connection is cut in the middle of the message
+
+The keys "login", "begin", "commit" and "rollback" stand for those requests; a login has one step, an error. A statement
+without an answer is an error of its own, SET and the words of transactions aside. Every request goes to
+FOLDER/requests, one line each: what kind, a blank, the text, and of a call its parameters as JSON.
+"""
+import json
+import pathlib
+import re
+import select
+import socket
+import struct
+import sys
+import threading
+import time
+
+import tds_protocol as tds
+
+FOLDER = pathlib.Path(sys.argv[1])
+ROW_COUNT = "SELECT @@ROWCOUNT"
+QUIET = ("SET ", "IF @@TRANCOUNT", "BEGIN TRAN", "COMMIT", "ROLLBACK")
+TRANSACTIONS = {5: ("begin", 8), 7: ("commit", 9), 8: ("rollback", 10)}
+
+
+class Cut(Exception):
+    pass
+
+
+def answers():
+    path = FOLDER / "answers.json"
+    return json.loads(path.read_text(encoding="utf-8")) if path.exists() else {}
+
+
+def steps_for(text):
+    """The steps of every known statement in the text, in the text's order. What asks for the number of affected rows gets
+    that of the statement before; after SET XACT_ABORT ON the first error ends the batch."""
+    known = answers()
+    pieces = sorted([key for key in known if key in text] + [ROW_COUNT], key=len, reverse=True)
+    found = [match.group() for match in re.finditer("|".join(map(re.escape, pieces)), text)]
+    if all(piece == ROW_COUNT for piece in found):
+        quiet = text.lstrip().upper().startswith(QUIET)
+        return [{"none": True}] if quiet else [{"error": [50000, 16, "the test has no answer for: " + text]}]
+    steps, affected = [], 0
+    for piece in found:
+        if piece == ROW_COUNT:
+            steps.append({"columns": [["", "int"]], "rows": [[affected]]})
+            continue
+        steps += known[piece]
+        affected = known[piece][-1].get("count", 0)
+        if "error" in known[piece][-1] and "XACT_ABORT ON" in text:
+            break
+    if "SET NOCOUNT ON" in text:
+        steps = [{"none": True} if "count" in step else step for step in steps]
+    return steps
+
+
+class Session:
+    """One connection, from its first message to its end."""
+
+    def __init__(self, connection):
+        self.connection = connection
+        self.transaction = 0
+        self.prepared = {}
+
+    def note(self, kind, text=""):
+        with open(FOLDER / "requests", "a", encoding="utf-8") as file:
+            file.write(f"{kind} {text}".rstrip().replace("\n", "\\n") + "\n")
+
+    def send(self, body):
+        for packet in tds.packets(body):
+            self.connection.sendall(packet)
+
+    def run(self):
+        while True:
+            kind, body = tds.read_message(self.connection)
+            if kind == tds.PRELOGIN:
+                self.send(tds.prelogin_answer())
+            elif kind == tds.LOGIN7:
+                refused = answers().get("login")
+                self.send(tds.error(*refused[0]["error"]) + tds.done(tds.FAILED) if refused else tds.login_answer(body))
+            elif kind == tds.SQL_BATCH:
+                text = tds.read_batch(body)
+                self.note("batch", text)
+                self.answer(steps_for(text), tds.DONE)
+            elif kind == tds.RPC:
+                self.call(*tds.read_call(body))
+            elif kind == tds.TRANSACTION:
+                self.manage(*tds.read_transaction(body))
+            elif kind == tds.ATTENTION:
+                self.note("attention")
+                self.send(tds.done(tds.STOPPED))
+
+    def call(self, name, parameters):
+        """Prepared statements: what they hold is answered like a batch of the same text."""
+        end = b""
+        if name == "sp_executesql":
+            text, values = parameters[0], parameters[2:]
+        elif name in ("sp_prepexec", "sp_prepare"):
+            text, values = parameters[2], parameters[3:]
+            handle = len(self.prepared) + 1
+            self.prepared[handle] = text
+            end = (b"\xac" + struct.pack("<HBBIHBBBi", 0, 0, 1, 0, 0, 0x26, 4, 4, handle))
+        elif name == "sp_execute":
+            text, values = self.prepared.get(parameters[0], ""), parameters[1:]
+        else:
+            text, values = name, parameters
+        self.note(name, text + " " + json.dumps(values, default=str, ensure_ascii=False))
+        quiet = name in ("sp_prepare", "sp_unprepare")
+        self.answer([] if quiet else steps_for(text), tds.DONEINPROC, b"\x79" + struct.pack("<i", 0) + end)
+
+    def manage(self, number, rest):
+        """Begins and ends transactions; an end may ask that the next one begins."""
+        name, change = TRANSACTIONS[number]
+        next_begins = name != "begin" and rest[1 + rest[0]] & 1
+        self.note(name + (" and begin" if next_begins else ""))
+        failing = answers().get(name)
+        if failing:
+            self.answer(failing, tds.DONE)
+            return
+        mark = struct.pack("<BQ", 8, 1)
+        changes = tds.environment(change, b"\0", mark) if name != "begin" else b""
+        if next_begins or name == "begin":
+            changes += tds.environment(8, mark, b"\0")
+        self.send(changes + tds.done())
+
+    def answer(self, steps, token, end=b""):
+        """Sends the results of all steps. A call ends with what its procedure returns."""
+        body = b""
+        for place, step in enumerate(steps):
+            last = place == len(steps) - 1 and token == tds.DONE
+            if "sleep" in step:
+                if self.stopped(step["sleep"]):
+                    return
+                if last:
+                    body += tds.done()
+            elif "cut" in step:
+                self.cut(body)
+            else:
+                body += self.step(step, token, 0 if last else tds.MORE)
+        if token != tds.DONE:
+            body += end + tds.done(token=tds.DONEPROC)
+        self.send(body or tds.done())
+
+    @staticmethod
+    def step(step, token, more):
+        if "error" in step:
+            return tds.error(*step["error"]) + tds.done(more | tds.FAILED, token=token)
+        if "columns" in step:
+            rows = b"".join(tds.row(step["columns"], values) for values in step["rows"])
+            result = tds.columns(step["columns"]) + rows
+            if "broken" in step:
+                return result + tds.error(*step["broken"]) + tds.done(more | tds.FAILED, token=token)
+            return result + tds.done(more | tds.COUNT, len(step["rows"]), token)
+        if "count" in step:
+            return tds.done(more | tds.COUNT, step["count"], token)
+        return tds.done(more, token=token)
+
+    def stopped(self, seconds):
+        """Waits. True when the driver sent an attention meanwhile, which is answered."""
+        end = time.monotonic() + seconds
+        while (left := end - time.monotonic()) > 0:
+            if not select.select([self.connection], [], [], left)[0]:
+                break
+            kind, _ = tds.read_message(self.connection)
+            if kind == tds.ATTENTION:
+                self.note("attention")
+                self.send(tds.done(tds.STOPPED))
+                return True
+        return False
+
+    def cut(self, body):
+        """Half a message, then nothing."""
+        packet = next(tds.packets(body + bytes(64)))
+        self.connection.sendall(packet[:len(body) + 8])
+        raise Cut
+
+
+def serve(connection):
+    with connection:
+        try:
+            Session(connection).run()
+        except (tds.Closed, Cut, OSError):
+            pass
+
+
+listener = socket.create_server(("127.0.0.1", 0))
+print(listener.getsockname()[1], flush=True)
+while True:
+    threading.Thread(target=serve, args=(listener.accept()[0],), daemon=True).start()
