@@ -13,6 +13,7 @@ import hashlib
 import json
 import os
 import pathlib
+import re
 import shlex
 import subprocess
 import sys
@@ -73,6 +74,15 @@ def result_key(entry, dependencies, fingerprints, rules):
     return hashlib.sha256("\n".join(parts).encode()).hexdigest()
 
 
+def database_for_clang(build):
+    """A folder with the compile commands without GCC's precompiled headers, which clang cannot read."""
+    folder = pathlib.Path(build) / "tidy"
+    folder.mkdir(exist_ok=True)
+    commands = (pathlib.Path(build) / "compile_commands.json").read_text()
+    (folder / "compile_commands.json").write_text(re.sub(r"-Winvalid-pch -include \S+cmake_pch\.hxx ", "", commands))
+    return str(folder)
+
+
 def look_at(source, build):
     """The findings, empty when the source is clean."""
     # GCC's own warning switches in the compile commands mean nothing to clang, which must not count them as findings.
@@ -110,8 +120,9 @@ def main(arguments):
         else:
             jobs[name] = key
     bad = 0
+    database = database_for_clang(build)
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        running = {pool.submit(look_at, name, build): name for name in jobs}
+        running = {pool.submit(look_at, name, database): name for name in jobs}
         for done in concurrent.futures.as_completed(running):
             name = running[done]
             findings = done.result()
