@@ -3,16 +3,17 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "cli/CommandHost.h"
 #include "host/Interruption.h"
 
+// The system's own. NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 extern char** environ;
 
 namespace tolvan {
@@ -27,10 +28,8 @@ bool HasDisplay() {
 }
 
 pid_t Start(const std::string& program, const std::string& host) {
-  std::vector<std::string> words{program, "--host", host};
-  std::vector<char*> arguments;
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
+  std::array<std::string, 3> words{program, "--host", host};
+  std::array<char*, 4> arguments{words[0].data(), words[1].data(), words[2].data(), nullptr};
   pid_t child = 0;
   const int failure = ::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments.data(), environ);
   if (failure == 0) return child;

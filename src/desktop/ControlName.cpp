@@ -1,6 +1,7 @@
 #include "desktop/ControlName.h"
 
 #include <gtk/gtk.h>
+#include <wx/control.h>
 
 #include <string>
 

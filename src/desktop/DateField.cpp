@@ -36,7 +36,7 @@ class CalendarPopup : public wxComboPopup {
  private:
   void Take() {
     const wxDateTime chosen = calendar_->GetDate();
-    field_.SetValue(Date::FromParts(chosen.GetYear(), chosen.GetMonth() + 1, chosen.GetDay()));
+    field_.SetDate(Date::FromParts(chosen.GetYear(), chosen.GetMonth() + 1, chosen.GetDay()));
   }
 
   DateField& field_;
@@ -62,7 +62,7 @@ Date DateField::Value() const {
   return ParseDateText(FromWx(GetTextCtrl()->GetValue())).value_or(date_);
 }
 
-void DateField::SetValue(Date date) {
+void DateField::SetDate(Date date) {
   date_ = date;
   wxComboCtrl::SetText(ToWx(DateText(date)));
 }
@@ -73,12 +73,12 @@ void DateField::OnKey(wxKeyEvent& event) {
     event.Skip();
     return;
   }
-  SetValue(Value().PlusDays(key == WXK_UP ? 1 : -1));
+  SetDate(Value().PlusDays(key == WXK_UP ? 1 : -1));
 }
 
 /// What was typed in another form is shown in the usual one; what is no date gives way to the date before.
 void DateField::Normalise() {
-  SetValue(Value());
+  SetDate(Value());
 }
 
 }  // namespace tolvan

@@ -14,7 +14,7 @@ class DateField : public wxComboCtrl {
 
   /// The last date that was one.
   Date Value() const;
-  void SetValue(Date date);
+  void SetDate(Date date);
 
  private:
   void OnKey(wxKeyEvent& event);

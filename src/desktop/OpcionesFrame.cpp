@@ -8,6 +8,9 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include <algorithm>
+#include <map>
+
 #include "desktop/ControlName.h"
 #include "desktop/DailySalesPanel.h"
 #include "desktop/DateField.h"
@@ -202,7 +205,7 @@ Date OpcionesFrame::DateOf(std::string_view controlName) const {
 }
 
 void OpcionesFrame::SetDate(std::string_view controlName, Date date) {
-  if (auto* const field = dynamic_cast<DateField*>(&Control(controlName))) field->SetValue(date);
+  if (auto* const field = dynamic_cast<DateField*>(&Control(controlName))) field->SetDate(date);
 }
 
 TimeOfDay OpcionesFrame::TimeOf(std::string_view controlName) const {

@@ -37,13 +37,11 @@ StatusImportarDialog::StatusImportarDialog(wxWindow* parent, const ComponentCont
   all->Add(MakeLabel(*this, "Favor revise detenidamente las tres pestañas antes de proceder con la operación."),
            wxSizerFlags().Border(wxALL, Gap(*this)));
   MakeTabs(*all);
-  list_ = new ReviewListView(this, context.services);
-  list_->SetMinSize(FromDIP(wxSize(940, 380)));
-  all->Add(list_, wxSizerFlags(1).Expand().Border(wxALL, Gap(*this)));
+  MakeList(*all);
   all->Add(MakeFoot(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, Gap(*this)));
-  SetSizerAndFit(all);
-  list_->SetMinSize(FromDIP(wxSize(300, 120)));
+  SetSizer(all);
   SetMinSize(FromDIP(wxSize(560, 420)));
+  SetClientSize(FromDIP(wxSize(956, 610)));
   BindEvents();
   RestoreLayout(context.services, *this);
   list_->SetFocus();
@@ -61,6 +59,12 @@ void StatusImportarDialog::MakeTabs(wxSizer& sizer) {
   explanation_ = new WrappedText(this, ResourceText(text_id::newItemsExplanation), FromDIP(940));
   NameControl(*explanation_, "lbExp");
   sizer.Add(explanation_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, Gap(*this)));
+}
+
+void StatusImportarDialog::MakeList(wxSizer& sizer) {
+  list_ = new ReviewListView(this, context_.services);
+  list_->SetMinSize(FromDIP(wxSize(300, 120)));
+  sizer.Add(list_, wxSizerFlags(1).Expand().Border(wxALL, Gap(*this)));
 }
 
 wxSizer* StatusImportarDialog::MakeFoot() {

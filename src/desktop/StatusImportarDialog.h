@@ -15,7 +15,6 @@
 class wxButton;
 class wxCheckBox;
 class wxNotebook;
-class wxPanel;
 class wxStaticText;
 
 namespace tolvan {
@@ -45,6 +44,7 @@ class StatusImportarDialog : public wxDialog, public LayoutWindow {
 
  private:
   void MakeTabs(wxSizer& sizer);
+  void MakeList(wxSizer& sizer);
   wxSizer* MakeFoot();
   void BindEvents();
   void OnTab();
@@ -56,7 +56,6 @@ class StatusImportarDialog : public wxDialog, public LayoutWindow {
   frmStatusImportar& logic_;
   WxLayoutWindow layout_;
   wxNotebook* tabs_ = nullptr;
-  std::array<wxPanel*, 3> pages_{};
   WrappedText* explanation_ = nullptr;
   ReviewListView* list_ = nullptr;
   std::array<wxStaticText*, 3> summary_{};

@@ -79,7 +79,9 @@ void ReviewListModel::Sort() {
     if (!keys.back().amount) keys.back().text = ToLower(source_->LineOf(row).at(column));
   }
   std::stable_sort(keys.begin(), keys.end(), [this](const SortKey& one, const SortKey& other) {
-    return ascending_ ? Before(one, other) : Before(other, one);
+    const SortKey& upper = ascending_ ? one : other;
+    const SortKey& lower = ascending_ ? other : one;
+    return Before(upper, lower);
   });
   std::transform(keys.begin(), keys.end(), rows_.begin(), [](const SortKey& key) { return key.row; });
 }

@@ -15,12 +15,12 @@ std::string KeyOf(std::string_view tag, std::string_view suffix) {
   return std::string(ImpExpSettings::section).append(tag).append(suffix);
 }
 
-std::int64_t Overlap(const Rectangle& one, const Rectangle& other) {
+std::int64_t Overlap(const Rectangle& window, const Rectangle& area) {
   const auto shared = [](std::int64_t from, std::int64_t to, std::int64_t otherFrom, std::int64_t otherTo) {
     return std::max<std::int64_t>(0, std::min(to, otherTo) - std::max(from, otherFrom));
   };
-  return shared(one.left, one.left + one.width, other.left, other.left + other.width) *
-         shared(one.top, one.top + one.height, other.top, other.top + other.height);
+  return shared(window.left, window.left + window.width, area.left, area.left + area.width) *
+         shared(window.top, window.top + window.height, area.top, area.top + area.height);
 }
 
 bool IsOrderOf(std::vector<std::int32_t> order) {

@@ -325,6 +325,15 @@ unsigned WindowDriver::Lines(const std::string& list) {
   return lines;
 }
 
+void WindowDriver::UntilFirst(const std::string& list, const std::string& text) {
+  const auto end = std::chrono::steady_clock::now() + patience;
+  while (Line(list, 0).front() != text) {
+    if (std::chrono::steady_clock::now() > end)
+      throw std::runtime_error("waited in vain: " + list + " begins with " + text);
+    std::this_thread::sleep_for(glance);
+  }
+}
+
 void WindowDriver::PictureOfScreen(const std::string& name) {
   std::filesystem::create_directories(pictureFolder_);
   Call("import -window root " + Quoted(pictureFolder_ + "/" + name + ".png"));

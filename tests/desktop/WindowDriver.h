@@ -66,6 +66,9 @@ class WindowDriver {
   std::vector<std::string> Line(const std::string& list, unsigned line);
   unsigned Lines(const std::string& list);
 
+  /// Waits until the first line begins with that text in its first column.
+  void UntilFirst(const std::string& list, const std::string& text);
+
   /// Waits until the keys and clicks so far have been dealt with.
   void Settle();
 
