@@ -80,7 +80,6 @@ void TakeExcel(WindowDriver& driver, const DemoPlaces& places) {
   driver.UntilShown("frmStatusImportar");
   TakeTab(driver, 0, "excel-nuevos");
   TakeTab(driver, 1, "excel-actualizar");
-  TakeTab(driver, 2, "excel-no-procesar");
   driver.Click("Check1");
   driver.Click("bAceptar");
   TakeMessage(driver, "excel-resumen");
