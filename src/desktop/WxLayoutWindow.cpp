@@ -26,13 +26,15 @@ void WxLayoutWindow::SetState(WindowState state) {
   if (state == WindowState::Minimised) window_.Iconize();
 }
 
+/// The place of the frame and the size of what is inside it: how thick a frame will be is only guessed before a window
+/// is shown, and a size with the frame would grow by the error each time the window is opened.
 Rectangle WxLayoutWindow::Bounds() const {
-  return ToTwips(window_.GetRect());
+  return ToTwips(wxRect(window_.GetPosition(), window_.GetClientSize()));
 }
 
 void WxLayoutWindow::SetBounds(const Rectangle& bounds) {
-  window_.SetSize(bounds.left / twipsPerPixel, bounds.top / twipsPerPixel, bounds.width / twipsPerPixel,
-                  bounds.height / twipsPerPixel);
+  window_.Move(bounds.left / twipsPerPixel, bounds.top / twipsPerPixel);
+  window_.SetClientSize(bounds.width / twipsPerPixel, bounds.height / twipsPerPixel);
 }
 
 std::vector<Rectangle> WxLayoutWindow::WorkAreas() {

@@ -1,4 +1,6 @@
 // The review window on real workbooks, as far as the database.
+#include <wx/window.h>
+
 #include <chrono>
 #include <thread>
 
@@ -120,6 +122,23 @@ TEST_F(StatusImportarDialog, ALargeListIsShownAtOnceSortedAndStoppedWithoutATrac
     driver.UntilGone("frmStatusImportar");
   });
   EXPECT_EQ(Query("SELECT count(*) FROM Items"), items);
+}
+
+TEST_F(StatusImportarDialog, IsAsLargeAsItWasEachTimeItIsOpened) {
+  std::vector<int> heights;
+  Run([&](WindowDriver& driver) {
+    Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
+    for (int time = 0; time < 3; ++time) {
+      driver.Click("bGuardar");
+      driver.UntilShown("lvStatus");
+      driver.Settle();
+      driver.OnWindows([&] { heights.push_back(driver.Get("frmStatusImportar").GetSize().y); });
+      driver.Click("bCancelar");
+      driver.UntilGone("frmStatusImportar");
+    }
+  });
+  ASSERT_EQ(heights.size(), 3U);
+  EXPECT_EQ(heights, std::vector<int>(3, heights.front()));
 }
 
 }  // namespace
