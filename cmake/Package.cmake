@@ -1,0 +1,34 @@
+# What is installed, and the Debian package that CPack makes of it (tools/make-package).
+include(GNUInstallDirs)
+
+install(TARGETS tolvan-impexp RUNTIME DESTINATION bin)
+install(TARGETS tolvan-ventana RUNTIME DESTINATION bin)
+install(FILES ${CMAKE_BINARY_DIR}/share/man/man1/tolvan-impexp.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${CMAKE_BINARY_DIR}/share/bash-completion/completions/tolvan-impexp
+  DESTINATION share/bash-completion/completions)
+set(packaging ${CMAKE_SOURCE_DIR}/packaging)
+install(FILES ${packaging}/do.tolvan.ImpExp.desktop DESTINATION share/applications)
+install(FILES ${packaging}/do.tolvan.ImpExp.svg DESTINATION share/icons/hicolor/scalable/apps)
+install(FILES ${packaging}/do.tolvan.ImpExp.metainfo.xml DESTINATION share/metainfo)
+install(FILES ${CMAKE_SOURCE_DIR}/LICENSE DESTINATION share/doc/tolvan-impexp RENAME copyright)
+install(FILES ${CMAKE_SOURCE_DIR}/CHANGELOG.md ${CMAKE_SOURCE_DIR}/docs/formats.md
+  DESTINATION share/doc/tolvan-impexp)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/esquema DESTINATION share/tolvan-impexp)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/plantillas/PlantillasImpresion DESTINATION share/tolvan-impexp)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME tolvan-impexp)
+set(CPACK_PACKAGE_VENDOR Tolvan)
+set(CPACK_PACKAGE_CONTACT "Tolvan <soporte@tolvan.example>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "data import and export of the Tolvan point of sale")
+set(CPACK_PACKAGE_DESCRIPTION "The command tolvan-impexp for schedulers and administrators, and the windows for the person at
+the desk: daily sales files, price lists from Excel workbooks, the Dominican taxpayer registry, and files for collectors.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION misc)
+# What the programs and the modules link is found by dpkg-shlibdeps; xdg-open shows a new workbook to the user, and the
+# toolkit draws some signs with librsvg.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "librsvg2-common, xdg-utils")
+include(CPack)
