@@ -2,6 +2,7 @@
 #include "cli/OrderColector.h"
 #include "cli/OrderCrc32.h"
 #include "cli/OrderDemo.h"
+#include "cli/OrderEsquema.h"
 #include "cli/OrderImportarExcel.h"
 #include "cli/OrderImportarMovilnet.h"
 #include "cli/OrderImportarRnc.h"
@@ -31,6 +32,7 @@ std::vector<std::unique_ptr<Order>> AllOrders() {
   orders.push_back(std::make_unique<OrderColector>());
   orders.push_back(std::make_unique<OrderLote>());
   orders.push_back(std::make_unique<OrderCrc32>());
+  orders.push_back(std::make_unique<OrderEsquema>());
   orders.push_back(std::make_unique<OrderOpciones>());
   return orders;
 }

@@ -5,8 +5,11 @@
 namespace tolvan {
 namespace {
 
-/// Statements given to the database in one call: few round trips, and their memory stays in the processor's cache.
-constexpr std::size_t chunkSize = 256;
+/// Statements given to the database in one call: for the embedded engine few enough that their memory stays in the
+/// processor's cache, for a server many, because each call is a round trip.
+std::size_t ChunkSizeFor(DatabaseEngine engine) {
+  return engine == DatabaseEngine::Sqlite ? 256 : 2'000;
+}
 
 /// Into how many parts a failing group is taken apart.
 constexpr std::size_t partCount = 16;
@@ -28,7 +31,7 @@ bool IsFailureOfStatement(const HostError& error) {
 RegistryBatchWriter::RegistryBatchWriter(DatabaseServices& database, const SqlDialect& dialect,
                                          const Interruption& interruption, bool active)
     : database_(database), interruption_(interruption), statement_(dialect, active) {
-  statements_.assign(chunkSize, statement_.Blank());
+  statements_.assign(ChunkSizeFor(dialect.Engine()), statement_.Blank());
 }
 
 std::optional<HostError> RegistryBatchWriter::Write(RegistryBatch& batch) {
@@ -55,6 +58,7 @@ std::optional<HostError> RegistryBatchWriter::Write(RegistryBatch& batch) {
 bool RegistryBatchWriter::TryTogether(Places places) {
   inserted_.clear();
   const std::unique_ptr<Transaction> transaction = database_.BeginTransaction();
+  const std::size_t chunkSize = statements_.size();
   for (std::size_t start = 0; start < places.size(); start += chunkSize) {
     if (interruption_.Requested()) throw HostError(HostErrorKind::Interrupted, {});
     if (!RunChunk(places.subspan(start, std::min(chunkSize, places.size() - start)))) return false;

@@ -90,16 +90,29 @@ PostgresServer& PostgresServer::Shared() {
 }
 
 void PostgresServer::Start() {
+  // After a kill the server's last processes may still hold its memory: then it ends at once, and is started again.
+  for (int attempt = 0; attempt < 20; ++attempt) {
+    if (TryStart()) return;
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  }
+  throw std::runtime_error("PostgreSQL did not start:\n" + Log());
+}
+
+bool PostgresServer::TryStart() {
   const int log = ::open(folder_.File("registro").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
   process_ = Spawn({programs_ + "/postgres", "-D", folder_.File("datos"), "-k", folder_.Path().string(), "-c",
                     "listen_addresses=", "-c", "max_connections=40", "-c", "shared_buffers=32MB"},
                    log, folder_.Path().string());
   ::close(log);
   for (int attempt = 0; attempt < 300; ++attempt) {
-    if (Answers()) return;
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    if (Answers()) return true;
+    if (::waitpid(process_, nullptr, WNOHANG) == process_) {
+      process_ = 0;
+      return false;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
   }
-  throw std::runtime_error("PostgreSQL did not start:\n" + Log());
+  return false;
 }
 
 void PostgresServer::Kill() {

@@ -38,6 +38,7 @@ class PostgresServer {
   const std::filesystem::path& Folder() const { return folder_.Path(); }
 
  private:
+  bool TryStart();
   bool Answers() const;
   std::string Log() const;
 

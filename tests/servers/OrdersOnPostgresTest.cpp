@@ -1,0 +1,189 @@
+// The orders of the command on PostgreSQL. The demo store is there twice, in its SQLite file and on the server; what an
+// order prints and writes must be the same on both.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "base/Text.h"
+#include "cli/demo/DemoStore.h"
+#include "contract/TemporaryFolder.h"
+#include "platform/odbc/OdbcDatabaseServices.h"
+#include "platform/sqlite/SqliteDatabaseServices.h"
+#include "support/CommandRunner.h"
+#include "support/FileContent.h"
+#include "support/PostgresServer.h"
+
+namespace tolvan::test {
+namespace {
+
+using nlohmann::json;
+
+SqlLiteral LiteralOf(const FieldValue& value) {
+  if (IsNull(value)) return std::monostate();
+  if (const auto* flag = std::get_if<bool>(&value)) return *flag;
+  if (const auto* moment = std::get_if<DateTime>(&value)) return *moment;
+  if (const auto* text = std::get_if<std::string>(&value)) return *text;
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return *number;
+  return *CurrencyOf(value);
+}
+
+void CopyTable(DatabaseServices& source, DatabaseServices& target, const std::string& table) {
+  std::vector<SqlStatement> inserts;
+  for (const auto rows = source.OpenRecordset(SqlStatement("SELECT * FROM " + table)); !rows->AtEnd();
+       rows->MoveNext()) {
+    SqlStatement& insert = inserts.emplace_back("INSERT INTO " + table + " VALUES (");
+    for (std::size_t field = 0; field < rows->FieldCount(); ++field) {
+      insert.Sql(field == 0 ? "" : ", ").Literal(LiteralOf(rows->Value(field)));
+    }
+    insert.Sql(")");
+  }
+  const auto transaction = target.BeginTransaction();
+  for (const BatchResult& result : target.RunBatch(inserts)) {
+    if (result.error) throw HostError(*result.error);
+  }
+  transaction->Commit();
+}
+
+class OrdersOnPostgres : public ::testing::Test {
+ protected:
+  OrdersOnPostgres() {
+    for (Store* store : {&local_, &server_}) {
+      store->places = PlacesOfDemo(store->folder.File("tienda"));
+      store->runner.Run({"demo", store->places.folder});
+      store->runner.host = store->places.host;
+    }
+    database_ = postgres_.MakeDatabase();
+    std::string ini = ReadFile(server_.places.host);
+    ini.replace(ini.find("motor = sqlite"), 14, "motor = postgresql");
+    const std::size_t connection = ini.find("conexion = ");
+    ini.replace(connection, ini.find_first_of("\r\n", connection) - connection,
+                "conexion = " + postgres_.ConnectionString(database_));
+    WriteFile(server_.places.host, ini);
+    const CommandResult schema = server_.runner.Run({"--json", "esquema", "--crear"});
+    EXPECT_EQ(schema.code, 0) << schema.messages;
+    SqliteDatabaseServices source({.path = server_.places.folder + "/tienda.db"});
+    OdbcDatabaseServices target({.connection = postgres_.ConnectionString(database_)});
+    const json document = json::parse(schema.output);
+    EXPECT_EQ(document["motor"], "postgresql");
+    for (const auto& table : document["tablas"]) CopyTable(source, target, table.get<std::string>());
+  }
+
+  struct Store {
+    TemporaryFolder folder;
+    CommandRunner runner;
+    DemoPlaces places;
+
+    /// With "@" for the store's own folder, on the way in and on the way out.
+    CommandResult Run(std::vector<std::string> words) {
+      for (std::string& word : words) word = ReplaceAll(word, "@", places.folder);
+      CommandResult result = runner.Run(words);
+      result.output = ReplaceAll(result.output, places.folder, "@");
+      result.messages = ReplaceAll(result.messages, places.folder, "@");
+      return result;
+    }
+  };
+
+  void ExpectSame(const std::vector<std::string>& words, int code = 0) {
+    const CommandResult expected = local_.Run(words);
+    const CommandResult actual = server_.Run(words);
+    EXPECT_EQ(expected.code, code) << expected.messages;
+    EXPECT_EQ(actual.code, code) << actual.messages;
+    EXPECT_EQ(actual.output, expected.output) << words[0];
+    EXPECT_EQ(actual.messages, expected.messages) << words[0];
+  }
+
+  /// The table's content as both engines write it for people.
+  static std::vector<std::string> Rows(DatabaseServices& database, const std::string& query) {
+    std::vector<std::string> lines;
+    for (const auto rows = database.OpenRecordset(SqlStatement(query)); !rows->AtEnd(); rows->MoveNext()) {
+      std::string& line = lines.emplace_back();
+      for (std::size_t field = 0; field < rows->FieldCount(); ++field) {
+        const FieldValue value = rows->Value(field);
+        const bool decimal = std::holds_alternative<double>(value) || std::holds_alternative<DecimalText>(value) ||
+                             std::holds_alternative<std::int64_t>(value);
+        line += (decimal ? CurrencyOf(value)->ToShortestText() : TextOf(value)) + "|";
+      }
+    }
+    return lines;
+  }
+
+  void ExpectSameRows(const std::string& query) {
+    SqliteDatabaseServices local({.path = local_.places.folder + "/tienda.db"});
+    OdbcDatabaseServices server({.connection = postgres_.ConnectionString(database_)});
+    EXPECT_EQ(Rows(server, query), Rows(local, query)) << query;
+  }
+
+  PostgresServer& postgres_ = PostgresServer::Shared();
+  std::string database_;
+  Store local_;
+  Store server_;
+};
+
+TEST_F(OrdersOnPostgres, ExportTheSameSales) {
+  ExpectSame({"ventas", "--fecha", "2024-02-28"});
+  ExpectSame({"--json", "vexlor"});
+}
+
+TEST_F(OrdersOnPostgres, ImportTheSamePrices) {
+  ExpectSame({"--json", "importar-excel", "@/ejemplos/precios.xlsx", "--simular"});
+  ExpectSame({"--json", "importar-excel", "@/ejemplos/precios.xlsx"});
+  ExpectSame({"--json", "importar-excel", "@/ejemplos/precios.xls"});
+  ExpectSame({"--json", "importar-movilnet", "@/ejemplos/movilnet.xlsx"});
+  ExpectSameRows("SELECT idItem, Descripcion, idMarca, idDepartamento, Exento, Activo FROM Items ORDER BY idItem");
+  ExpectSameRows("SELECT * FROM Precios ORDER BY idItem, idUnidad, idLista, Inv");
+  ExpectSameRows("SELECT * FROM ItemsUnidadesInv ORDER BY idItem, idUnidad, Inv");
+  ExpectSameRows("SELECT * FROM Marcas ORDER BY idMarca");
+}
+
+TEST_F(OrdersOnPostgres, WriteTheSameFiles) {
+  ExpectSame({"--json", "plantilla", "@/a.xlsx", "--con-datos"});
+  const CommandResult local = local_.Run({"--json", "colector", "@/a.tolpak", "--proposito", "conteo"});
+  const CommandResult server = server_.Run({"--json", "colector", "@/a.tolpak", "--proposito", "conteo"});
+  ASSERT_EQ(server.code, 0) << server.messages;
+  // Each file has an identifier of its own, and the statements leave the order of the rows to the engine.
+  const auto comparable = [](const Store& store, const CommandResult& result) {
+    std::string text = ReadFile(store.places.folder + "/a.tolpak");
+    text = ReplaceAll(text, json::parse(result.output)["instancia"].get<std::string>(), "");
+    for (const char* start : {"<Articulo>", "</Articulos>", "<Barcode>", "</Barcodes>", "<Deposito>", "</Depositos>"}) {
+      text = ReplaceAll(text, start, std::string("\n") + start);
+    }
+    std::vector<std::string> records;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) records.push_back(line);
+    std::sort(records.begin(), records.end());
+    return records;
+  };
+  EXPECT_EQ(comparable(server_, server), comparable(local_, local));
+}
+
+TEST_F(OrdersOnPostgres, ImportTheSameRegistryAndTellWhichLineIsNew) {
+  WriteFile(local_.places.folder + "/r.txt", "101012341|ACME\r\n101012349|MALA\r\n101012341|OTRA\r\nx\r\n");
+  WriteFile(server_.places.folder + "/r.txt", ReadFile(local_.places.folder + "/r.txt"));
+  ExpectSame({"--json", "importar-rnc", "@/r.txt"}, 3);
+  ExpectSame({"--json", "importar-rnc", "@/ejemplos/DGII_RNC.TXT"});
+  ExpectSame({"--json", "importar-rnc", "@/ejemplos/DGII_RNC.TXT"});
+  ExpectSameRows("SELECT * FROM Clientes ORDER BY idCliente");
+}
+
+TEST_F(OrdersOnPostgres, KeepTheSameBatches) {
+  for (const char* word : {"buscar", "abrir", "abrir", "cerrar", "cerrar"}) ExpectSame({"--json", "lote", word});
+}
+
+TEST_F(OrdersOnPostgres, TheSchemaCanBeCreatedAgainAndNothingIsLost) {
+  EXPECT_EQ(server_.Run({"esquema", "--crear"}).code, 0);
+  ExpectSameRows("SELECT * FROM Marcas ORDER BY idMarca");
+  EXPECT_THAT(server_.Run({"esquema"}).output, testing::HasSubstr("CREATE TABLE IF NOT EXISTS Ventas ("));
+}
+
+TEST_F(OrdersOnPostgres, AServerThatIsNotThereEndsWithFour) {
+  std::string ini = ReadFile(server_.places.host);
+  WriteFile(server_.places.host, ReplaceAll(ini, "Database=" + database_, "Database=ninguna"));
+  const CommandResult result = server_.Run({"vexlor"});
+  EXPECT_EQ(result.code, 4);
+  EXPECT_THAT(result.messages, testing::HasSubstr("ninguna"));
+}
+
+}  // namespace
+}  // namespace tolvan::test

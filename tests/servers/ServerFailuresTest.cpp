@@ -1,0 +1,141 @@
+// What is left on the server, and how long the caller waits, when the server or the way to it fails.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <functional>
+
+#include "platform/odbc/OdbcDatabaseServices.h"
+#include "support/FakeHost.h"
+#include "support/PostgresServer.h"
+
+namespace tolvan::test {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using std::chrono::steady_clock;
+
+class ServerFailures : public ::testing::Test {
+ protected:
+  ServerFailures() { Execute("CREATE TABLE Prueba (Codigo INTEGER PRIMARY KEY)"); }
+
+  void Execute(const std::string& text) { database_.Execute(SqlStatement(text)); }
+  pid_t Backend() {
+    const auto row = database_.OpenRecordset(SqlStatement("SELECT pg_backend_pid()"));
+    return static_cast<pid_t>(*IntegerOf(row->Value(std::size_t{0})));
+  }
+  std::string Count() const { return server_.Psql(name_, "SELECT count(*) FROM Prueba"); }
+
+  std::unique_ptr<Transaction> BeginWithRows() {
+    auto transaction = database_.BeginTransaction();
+    const std::vector<SqlStatement> rows{SqlStatement("INSERT INTO Prueba VALUES (1)"),
+                                         SqlStatement("INSERT INTO Prueba VALUES (2)")};
+    for (const BatchResult& result : database_.RunBatch(rows)) EXPECT_EQ(result.affectedRows, 1);
+    return transaction;
+  }
+
+  static std::optional<HostErrorKind> KindOf(const std::function<void()>& work) {
+    try {
+      work();
+    } catch (const HostError& error) {
+      return error.Kind();
+    }
+    return std::nullopt;
+  }
+
+  /// The server comes back by itself after the loss of one process.
+  void WaitForServer() const {
+    for (int attempt = 0; attempt < 200; ++attempt) {
+      try {
+        Count();
+        return;
+      } catch (const std::runtime_error&) {
+        ::usleep(50'000);
+      }
+    }
+    FAIL() << "the server did not come back";
+  }
+
+  PostgresServer& server_ = PostgresServer::Shared();
+  std::string name_ = server_.MakeDatabase();
+  FakeInterruption interruption_;
+  OdbcDatabaseServices database_{{.connection = server_.ConnectionString(name_),
+                                  .statementLimit = seconds(1),
+                                  .grace = milliseconds(500),
+                                  .interruption = &interruption_}};
+};
+
+TEST_F(ServerFailures, ABackendKilledBeforeAStatementLeavesNothing) {
+  const pid_t backend = Backend();
+  auto transaction = BeginWithRows();
+  ::kill(backend, SIGKILL);
+  EXPECT_EQ(KindOf([&] { Execute("INSERT INTO Prueba VALUES (3)"); }), HostErrorKind::Unreachable);
+  EXPECT_EQ(KindOf([&] { transaction->Commit(); }), HostErrorKind::Unreachable);
+  WaitForServer();
+  EXPECT_EQ(Count(), "0");
+  Execute("INSERT INTO Prueba VALUES (4)");  // on a new connection
+  EXPECT_EQ(Count(), "1");
+}
+
+TEST_F(ServerFailures, ABackendKilledBeforeTheCommitLeavesNothing) {
+  const pid_t backend = Backend();
+  auto transaction = BeginWithRows();
+  ::kill(backend, SIGKILL);
+  EXPECT_EQ(KindOf([&] { transaction->Commit(); }), HostErrorKind::Unreachable);
+  WaitForServer();
+  EXPECT_EQ(Count(), "0");
+}
+
+TEST_F(ServerFailures, AServerKilledInATransactionLeavesNothing) {
+  auto transaction = BeginWithRows();
+  server_.Kill();
+  const auto kind = KindOf([&] {
+    ::usleep(200'000);  // its processes notice
+    Execute("INSERT INTO Prueba VALUES (3)");
+  });
+  EXPECT_EQ(kind, HostErrorKind::Unreachable);
+  EXPECT_EQ(KindOf([&] { transaction->Commit(); }), HostErrorKind::Unreachable);
+  EXPECT_EQ(KindOf([&] { Execute("DELETE FROM Prueba"); }), HostErrorKind::Unreachable);  // nobody there
+  server_.Start();
+  EXPECT_EQ(Count(), "0");
+  Execute("INSERT INTO Prueba VALUES (4)");
+  EXPECT_EQ(Count(), "1");
+}
+
+TEST_F(ServerFailures, AFrozenServerEndsWithTheTimeout) {
+  const pid_t backend = Backend();
+  auto transaction = BeginWithRows();
+  server_.Signal(SIGSTOP);
+  ::kill(backend, SIGSTOP);
+  const auto begin = steady_clock::now();
+  EXPECT_EQ(KindOf([&] { Execute("INSERT INTO Prueba VALUES (3)"); }), HostErrorKind::Timeout);
+  EXPECT_EQ(KindOf([&] { transaction->Commit(); }), HostErrorKind::Timeout);
+  EXPECT_LT(steady_clock::now() - begin, seconds(4));
+  ::kill(backend, SIGCONT);
+  server_.Signal(SIGCONT);
+  EXPECT_EQ(KindOf([&] { Execute("INSERT INTO Prueba VALUES (4)"); }), std::nullopt);
+  EXPECT_EQ(Count(), "1");
+}
+
+TEST_F(ServerFailures, ASlowStatementEndsAtItsLimitAndTheConnectionWorksOn) {
+  const auto begin = steady_clock::now();
+  EXPECT_EQ(KindOf([&] { database_.OpenRecordset(SqlStatement("SELECT pg_sleep(20)")); }), HostErrorKind::Timeout);
+  EXPECT_LT(steady_clock::now() - begin, seconds(3));
+  Execute("INSERT INTO Prueba VALUES (1)");
+  EXPECT_EQ(Count(), "1");
+}
+
+TEST_F(ServerFailures, AnInterruptionEndsAStatementAndItsTransaction) {
+  auto transaction = BeginWithRows();
+  interruption_.requested = true;
+  EXPECT_EQ(KindOf([&] { Execute("UPDATE Prueba SET Codigo = 7 WHERE pg_sleep(0.9) IS NOT NULL"); }),
+            HostErrorKind::Interrupted);
+  interruption_.requested = false;
+  EXPECT_EQ(KindOf([&] { transaction->Commit(); }), HostErrorKind::Interrupted);
+  EXPECT_EQ(Count(), "0");
+}
+
+}  // namespace
+}  // namespace tolvan::test
