@@ -83,7 +83,7 @@ std::vector<BatchResult> OdbcDatabaseServices::SendOne(const SqlStatement& state
   } catch (const HostError& error) {
     const HostError complete = error.Context().empty() ? WithContext(error, text) : error;
     NoteFailure(complete);
-    throw complete;
+    throw HostError(complete);
   }
 }
 
