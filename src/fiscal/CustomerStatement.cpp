@@ -5,6 +5,7 @@
 namespace tolvan {
 namespace {
 
+constexpr std::string_view table = "CLIENTES";
 constexpr std::array<std::string_view, 6> columns = {"idCliente",   "Descripcion",       "RIF",
                                                      "TipoCliente", "PersoneriaCliente", "Activo"};
 
@@ -24,15 +25,35 @@ std::vector<std::size_t> PlacesOf(const SqlStatement& statement, std::string_vie
 
 }  // namespace
 
-CustomerStatement::CustomerStatement(const SqlDialect& dialect, bool active) {
+CustomerStatement::CustomerStatement(const SqlDialect& dialect, bool active) : dialect_(&dialect), active_(active) {
   // Only valid identifiers are written, so every row is that of a taxpayer (1), and its code for reports is its code.
   const std::array<SqlLiteral, columns.size()> values = {std::string(codeMark),       std::string(nameMark),
                                                          std::string(codeMark),       std::int64_t{1},
                                                          std::string(personeriaMark), active};
-  blank_ = dialect.InsertUnlessPresent("CLIENTES", "Clientes", columns, values);
+  blank_ = dialect.InsertUnlessPresent(table, "Clientes", columns, values);
   codePlaces_ = PlacesOf(blank_, codeMark);
   namePlaces_ = PlacesOf(blank_, nameMark);
   personeriaPlaces_ = PlacesOf(blank_, personeriaMark);
+  const std::array<CustomerRow, 1> anyRow{};
+  hasStatementForMany_ = TryForMany(anyRow).has_value();
+}
+
+SqlStatement CustomerStatement::ForMany(std::span<const CustomerRow> rows) const {
+  return TryForMany(rows).value();
+}
+
+std::optional<SqlStatement> CustomerStatement::TryForMany(std::span<const CustomerRow> rows) const {
+  std::vector<SqlLiteral> values;
+  values.reserve(rows.size() * columns.size());
+  for (const CustomerRow& row : rows) {
+    values.emplace_back(std::string(row.code));
+    values.emplace_back(std::string(row.name));
+    values.emplace_back(std::string(row.code));
+    values.emplace_back(std::int64_t{1});
+    values.emplace_back(std::int64_t{row.personeria});
+    values.emplace_back(active_);
+  }
+  return dialect_->InsertManyUnlessPresent(table, columns, values);
 }
 
 void CustomerStatement::Fill(SqlStatement& statement, const CustomerRow& row) const {

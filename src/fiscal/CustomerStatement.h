@@ -1,9 +1,12 @@
 // The statement that puts a taxpayer on file unless its code is there already. The dialect writes its text once; for
-// every further row only the literals change, so that a row costs no memory of its own.
+// every further row only the literals change, so that a row costs no memory of its own. Where the engine takes many
+// rows in one statement, that one is made here too.
 #pragma once
 
 #include <array>
 #include <cstddef>
+#include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -19,7 +22,7 @@ struct CustomerRow {
 
 class CustomerStatement {
  public:
-  /// `active` is the value of Activo in every row.
+  /// `active` is the value of Activo in every row. `dialect` must outlive the object.
   CustomerStatement(const SqlDialect& dialect, bool active);
 
   /// A statement to be filled.
@@ -28,7 +31,18 @@ class CustomerStatement {
   /// Makes `statement`, a copy of Blank, the one of this row.
   void Fill(SqlStatement& statement, const CustomerRow& row) const;
 
+  /// Whether the engine has a statement for many rows.
+  bool HasStatementForMany() const { return hasStatementForMany_; }
+
+  /// That statement; it returns the codes of the new customers. At least one row, no code twice.
+  SqlStatement ForMany(std::span<const CustomerRow> rows) const;
+
  private:
+  std::optional<SqlStatement> TryForMany(std::span<const CustomerRow> rows) const;
+
+  const SqlDialect* dialect_;
+  bool active_;
+  bool hasStatementForMany_ = false;
   SqlStatement blank_;
   std::vector<std::size_t> codePlaces_;
   std::vector<std::size_t> namePlaces_;

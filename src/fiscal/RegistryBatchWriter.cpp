@@ -1,6 +1,7 @@
 #include "fiscal/RegistryBatchWriter.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace tolvan {
 namespace {
@@ -31,7 +32,7 @@ bool IsFailureOfStatement(const HostError& error) {
 RegistryBatchWriter::RegistryBatchWriter(DatabaseServices& database, const SqlDialect& dialect,
                                          const Interruption& interruption, bool active)
     : database_(database), interruption_(interruption), statement_(dialect, active) {
-  statements_.assign(ChunkSizeFor(dialect.Engine()), statement_.Blank());
+  statements_.assign(statement_.HasStatementForMany() ? 1 : ChunkSizeFor(dialect.Engine()), statement_.Blank());
 }
 
 std::optional<HostError> RegistryBatchWriter::Write(RegistryBatch& batch) {
@@ -57,6 +58,7 @@ std::optional<HostError> RegistryBatchWriter::Write(RegistryBatch& batch) {
 
 bool RegistryBatchWriter::TryTogether(Places places) {
   inserted_.clear();
+  if (statement_.HasStatementForMany()) return RunAsOne(places);
   const std::unique_ptr<Transaction> transaction = database_.BeginTransaction();
   const std::size_t chunkSize = statements_.size();
   for (std::size_t start = 0; start < places.size(); start += chunkSize) {
@@ -78,6 +80,33 @@ bool RegistryBatchWriter::RunChunk(Places places) {
       return false;
     }
     inserted_.push_back(result.affectedRows.value_or(0) > 0);
+  }
+  return true;
+}
+
+bool RegistryBatchWriter::RunAsOne(Places places) {
+  if (interruption_.Requested()) throw HostError(HostErrorKind::Interrupted, {});
+  // Of lines with one code the first counts, and alone is sent.
+  std::vector<CustomerRow> rows;
+  std::unordered_set<std::uint64_t> keys;
+  std::vector<bool> isFirst;
+  rows.reserve(places.size());
+  for (const std::uint32_t place : places) {
+    const BatchLine& line = batch_->Lines()[place];
+    isFirst.push_back(keys.insert(line.key).second);
+    if (isFirst.back()) rows.push_back(batch_->RowOf(line));
+  }
+  std::unordered_set<std::string> codes;
+  try {
+    const std::unique_ptr<Recordset> added = database_.OpenRecordset(statement_.ForMany(rows));
+    for (; !added->AtEnd(); added->MoveNext()) codes.emplace(added->Text(0));
+  } catch (const HostError& error) {
+    if (!IsFailureOfStatement(error)) throw;
+    return false;
+  }
+  for (std::size_t index = 0; index < places.size(); ++index) {
+    const CustomerRow row = batch_->RowOf(batch_->Lines()[places[index]]);
+    inserted_.push_back(isFirst[index] && codes.contains(std::string(row.code)));
   }
   return true;
 }

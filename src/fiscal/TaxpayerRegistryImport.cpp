@@ -17,7 +17,7 @@ constexpr std::size_t batchTextLimit = 24U << 20;
 
 /// Large batches keep an embedded table's pages hot; a server gets short transactions, because others work on it too.
 std::size_t UsualBatchLines(DatabaseEngine engine) {
-  return engine == DatabaseEngine::Sqlite ? 200'000 : 4'096;
+  return engine == DatabaseEngine::Sqlite ? 200'000 : 4'000;
 }
 
 /// File sizes scaled to the 32 bits of a progress bar.

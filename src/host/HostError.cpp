@@ -1,5 +1,7 @@
 #include "host/HostError.h"
 
+#include "base/Text.h"
+
 namespace tolvan {
 namespace {
 
@@ -33,13 +35,20 @@ const char* TextOf(HostErrorKind kind) {
   return "Error";
 }
 
+/// A statement may be as long as a file.
+std::string Shortened(const std::string& context) {
+  constexpr std::size_t mostCharacters = 1'000;
+  const std::string_view shown = FirstCharacters(context, mostCharacters);
+  return std::string(shown) + (shown.size() < context.size() ? "…" : "");
+}
+
 }  // namespace
 
 std::string TextForPeople(const HostError& error) {
   std::string text = TextOf(error.Kind());
   if (error.what()[0] != '\0') text.append(": ").append(error.what());
   if (error.NativeCode() != 0) text.append(" (código ").append(std::to_string(error.NativeCode())).append(")");
-  if (!error.Context().empty()) text.append("\r\n").append(error.Context());
+  if (!error.Context().empty()) text.append("\r\n").append(Shortened(error.Context()));
   return text;
 }
 

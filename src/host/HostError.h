@@ -40,7 +40,8 @@ class HostError : public std::runtime_error {
   std::int64_t nativeCode_;
 };
 
-/// Spanish text for the user: what happened, what it happened to, and the provider's message and number.
+/// Spanish text for the user: what happened, what it happened to (of a long context its beginning), and the provider's
+/// message and number.
 std::string TextForPeople(const HostError& error);
 
 }  // namespace tolvan

@@ -1,6 +1,7 @@
 // Owns every literal and every form of statement in which the engines differ.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -35,6 +36,15 @@ class SqlDialect {
   virtual SqlStatement InsertUnlessPresent(std::string_view table, std::string_view keyTable,
                                            std::span<const std::string_view> columns,
                                            std::span<const SqlLiteral> values) const = 0;
+
+  /// The same for many rows in one statement, which returns the keys of the rows that it inserted and fails whole.
+  /// `values` are the rows one behind the other, at least one; no key may come twice, and a column holds values of one
+  /// type or NULL. Nothing when the engine has no such form, or takes single statements as fast.
+  virtual std::optional<SqlStatement> InsertManyUnlessPresent(std::string_view /*table*/,
+                                                              std::span<const std::string_view> /*columns*/,
+                                                              std::span<const SqlLiteral> /*values*/) const {
+    return std::nullopt;
+  }
 };
 
 }  // namespace tolvan

@@ -94,6 +94,43 @@ TEST_P(DatabaseContract, InsertUnlessPresentLeavesTheRowThatIsThere) {
   EXPECT_EQ(Codes(), "A B");
 }
 
+TEST_P(DatabaseContract, InsertManyUnlessPresentReturnsTheKeysThatWereNew) {
+  const std::vector<std::string_view> columns{"Codigo", "Cantidad", "Precio", "Activo", "Fecha", "Nota"};
+  const DateTime moment = *DateTime::Parse("2024-02-29 23:59:58");
+  const auto row = [&](const char* code, const SqlLiteral& amount, const std::string& note) {
+    return std::vector<SqlLiteral>{std::string(code), amount, *Currency::Parse("-0.0501"), true, moment, note};
+  };
+  const auto together = [&](const std::vector<std::vector<SqlLiteral>>& rows) {
+    std::vector<SqlLiteral> values;
+    for (const auto& each : rows) values.insert(values.end(), each.begin(), each.end());
+    return Dialect().InsertManyUnlessPresent("PRUEBA", columns, values);
+  };
+  if (!together({row("A", {}, "")})) return;  // such an engine takes single statements
+  Database().Execute(Insert("B", 7));
+  const auto many =
+      *together({row("D\"\\,{}'", {}, awkwardText), row("B", std::int64_t{2}, "NULL"), row("C", std::int64_t{3}, "")});
+  std::string added;
+  for (const auto keys = Database().OpenRecordset(many); !keys->AtEnd(); keys->MoveNext()) {
+    added.append(keys->Text(0)).append(" ");
+  }
+  EXPECT_EQ(added, "D\"\\,{}' C ");
+  const auto kept = Database().OpenRecordset(SqlStatement("SELECT * FROM Prueba ORDER BY Codigo"));
+  EXPECT_EQ(IntegerOf(kept->Value("Cantidad")), 7);
+  kept->MoveNext();
+  EXPECT_EQ(kept->Value("Nota"), FieldValue(""));
+  EXPECT_EQ(CurrencyOf(kept->Value("Precio")), Currency::Parse("-0.0501"));
+  EXPECT_EQ(BooleanOf(kept->Value("Activo")), true);
+  EXPECT_EQ(kept->Value("Fecha"), FieldValue(moment));
+  kept->MoveNext();
+  EXPECT_TRUE(IsNull(kept->Value("Cantidad")));
+  EXPECT_EQ(kept->Value("Nota"), FieldValue(awkwardText));
+  EXPECT_EQ(KindThrownBy([&] {
+              Database().OpenRecordset(*together({row("E", std::int64_t{1}, ""), row("F", std::int64_t{-1}, "")}));
+            }),
+            HostErrorKind::Constraint);
+  EXPECT_EQ(Codes(), "B C D\"\\,{}'") << "all or none";
+}
+
 TEST_P(DatabaseContract, FailuresHaveTheirKindAndTheStatementAsContext) {
   Database().Execute(Insert("A", 1));
   try {

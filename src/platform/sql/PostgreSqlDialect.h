@@ -13,6 +13,10 @@ class PostgreSqlDialect final : public SqlDialectBase {
   SqlStatement InsertUnlessPresent(std::string_view table, std::string_view keyTable,
                                    std::span<const std::string_view> columns,
                                    std::span<const SqlLiteral> values) const override;
+  /// "INSERT INTO table ( columns ) SELECT … FROM unnest(array, array) … ON CONFLICT (key) DO NOTHING RETURNING key":
+  /// an array is one literal, which the server reads several times faster than as many rows of VALUES.
+  std::optional<SqlStatement> InsertManyUnlessPresent(std::string_view table, std::span<const std::string_view> columns,
+                                                      std::span<const SqlLiteral> values) const override;
 
  protected:
   std::string BooleanLiteral(bool value) const override;
