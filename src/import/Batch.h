@@ -11,7 +11,7 @@ namespace tolvan {
 
 /// How many rows of a workbook are classified together. With at most four round trips for a block a distant server sees
 /// few of them, and memory stays small.
-inline constexpr std::size_t rowsPerBatch = 250;
+inline constexpr std::size_t rowsPerBatch = 500;
 
 /// The failure of one statement of a batch, with its place in it.
 class BatchFailure : public HostError {

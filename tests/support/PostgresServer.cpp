@@ -131,9 +131,9 @@ std::string PostgresServer::MakeDatabase() {
   return name;
 }
 
-std::string PostgresServer::ConnectionString(const std::string& database) const {
+std::string PostgresServer::ConnectionString(const std::string& database, const std::string& user) const {
   return "Driver={PostgreSQL Unicode};Server=" + folder_.Path().string() + ";Port=5432;Database=" + database +
-         ";Uid=" + administrator + ";";
+         ";Uid=" + (user.empty() ? administrator : user) + ";";
 }
 
 std::string PostgresServer::Psql(const std::string& database, const std::string& text) const {

@@ -30,8 +30,9 @@ class PostgresServer {
 
   /// A new, empty database; its name.
   std::string MakeDatabase();
-  /// The ODBC connection string of a database, for the server's own administrator.
-  std::string ConnectionString(const std::string& database) const;
+  /// The ODBC connection string of a database, for the server's own administrator or another user, who needs no
+  /// password.
+  std::string ConnectionString(const std::string& database, const std::string& user = {}) const;
   /// The output of psql without headings.
   std::string Psql(const std::string& database, const std::string& text) const;
   std::string RunAsServer(const std::vector<std::string>& command) const;

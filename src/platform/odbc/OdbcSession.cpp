@@ -42,8 +42,10 @@ class OdbcSession::RunningStatement {
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, session.connection_, &handle))) {
       throw MakeOdbcError(SQL_HANDLE_DBC, session.connection_);
     }
-    const auto seconds = static_cast<std::uintptr_t>(session.options_.statementLimit.count());
-    SQLSetStmtAttrW(handle, SQL_ATTR_QUERY_TIMEOUT, Number(seconds), 0);
+    if (session.options_.engine != DatabaseEngine::PostgreSql) {
+      const auto seconds = static_cast<std::uintptr_t>(session.options_.statementLimit.count());
+      SQLSetStmtAttrW(handle, SQL_ATTR_QUERY_TIMEOUT, Number(seconds), 0);
+    }
     SQLSetStmtAttrW(handle, SQL_ATTR_NOSCAN, Number(SQL_NOSCAN_ON), 0);
     const std::lock_guard lock(session_.cancelling_);
     session_.statement_ = handle;
@@ -111,6 +113,15 @@ void OdbcSession::Open(const OdbcOptions& options) {
                                            nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
   if (!SQL_SUCCEEDED(code)) throw MakeOdbcError(SQL_HANDLE_DBC, connection_);
   connected_ = true;
+  if (options.engine == DatabaseEngine::PostgreSql) LimitStatements();
+}
+
+/// Once for the connection: psqlODBC would send it again and again, around every look-up of its own.
+void OdbcSession::LimitStatements() {
+  for (const BatchResult& result :
+       Run("SET statement_timeout = '" + std::to_string(options_.statementLimit.count()) + "s'")) {
+    if (result.error) throw HostError(*result.error);
+  }
 }
 
 std::vector<BatchResult> OdbcSession::Run(const std::string& text) {

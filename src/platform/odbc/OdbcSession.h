@@ -43,6 +43,7 @@ class OdbcSession {
  private:
   class RunningStatement;
 
+  void LimitStatements();
   void SetAutoCommit(bool on);
   void EndTransaction(short how);
 

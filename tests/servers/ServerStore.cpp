@@ -1,0 +1,98 @@
+#include "servers/ServerStore.h"
+
+#include "fiscal/IdentifierChecks.h"
+#include "fiscal/RejectionReport.h"
+#include "fiscal/TaxpayerRegistryImport.h"
+#include "platform/files/PosixFileHelper.h"
+#include "platform/odbc/OdbcDatabaseServices.h"
+#include "platform/sql/PostgreSqlDialect.h"
+#include "platform/sql/SqlScript.h"
+#include "services/clsCallBackProgreso.h"
+#include "support/FileContent.h"
+
+namespace tolvan::data {
+extern const std::string_view postgreSqlSchema;
+}
+
+namespace tolvan::test {
+namespace {
+
+constexpr const char* content = R"sql(
+INSERT INTO Impuestos (ClaseI, Descripcion, Tasa, EsGeneral) VALUES (1, 'ITBIS', 0.18, 1);
+INSERT INTO Monedas (idMoneda, FactorConversion, MonedaExtranjera) VALUES ('USD', 50, 1);
+INSERT INTO Marcas (idMarca) VALUES ('DEF');
+INSERT INTO Departamentos (idDepartamento) VALUES ('DEF');
+)sql";
+
+}  // namespace
+
+ServerStore::ServerStore() {
+  OdbcDatabaseServices database({.connection = connection});
+  RunSqlScript(database, data::postgreSqlSchema);
+  RunSqlScript(database, content);
+  host.application.permissions = {"importar-precios"};
+}
+
+void ServerStore::AddItems(int count) const {
+  const std::string each = " FROM generate_series(1, " + std::to_string(count) + ") AS i;";
+  Ask("INSERT INTO Items (idItem, Descripcion, idMarca, idDepartamento) SELECT 'V' || i, 'VIEJO', 'DEF', 'DEF'" + each +
+      "INSERT INTO ItemsUnidades (idItem, idUnidad, EsPrincipal, Multiplicador) SELECT 'V' || i, 'UND', 1, 1" + each +
+      "INSERT INTO ItemsUnidades (idItem, idUnidad, EsPrincipal, Multiplicador) SELECT 'V' || i, 'CAJA', 0, 12" + each +
+      "INSERT INTO ItemsUnidadesInv (idItem, idUnidad, Inv, CostoActual) SELECT 'V' || i, 'UND', 0, 10" + each +
+      "INSERT INTO Precios (idItem, idUnidad, idLista, Inv, Precio) SELECT 'V' || i, 'UND', 'DEF', 0, 100" + each);
+}
+
+RegistryRun ServerStore::ImportRegistry(DatabaseServices& database, const std::string& registry) {
+  const PostgreSqlDialect dialect;
+  PosixFileHelper files("/");
+  clsCallBackProgreso progress;
+  const std::string path = folder_.File("DGII_RNC.TXT");
+  WriteFile(path, registry);
+  RejectionList rejections;
+  TaxpayerRegistryImport import({database, dialect, files, host.services.dialogs, host.services.interruption, progress},
+                                &rejections);
+  import.SetRutaArchivo(path);
+  RegistryRun run;
+  run.finished = import.ImportarArchivoRNC(run.message);
+  run.counts = import.Counts();
+  const std::string report = folder_.File("rechazos");
+  rejections.SaveTo(files, report);
+  run.rejected = ReadFile(report);
+  return run;
+}
+
+std::vector<GivenRow> ServerStore::TemplateRows(int count) {
+  std::vector<GivenRow> rows;
+  for (int number = 1; number <= count; ++number) {
+    const std::string digits = std::to_string(number);
+    rows.push_back({"V" + digits, "VIEJO", "DEF", "DEF", 20.0, 236.0, none, "CAJA", 12.0, 1180.0, 120.0});
+    rows.push_back({"N" + digits, "NUEVO", "M" + std::to_string(number / 10), "DEF", 5.0, 11.8});
+  }
+  return rows;
+}
+
+ImportOutcome ServerStore::ImportTemplate(DatabaseServices& database, std::vector<GivenRow> rows,
+                                          const std::function<void(IClaseImportar&)>& review) {
+  host.application.database = &database;
+  FakeSpreadsheets sheets;
+  sheets.rows = std::move(rows);
+  const NettleHashService hashes;
+  ReviewListModel list;
+  clsIE_PreciosExcel importer(host.context, {sheets, hashes, [&]() -> std::unique_ptr<ImportReview> {
+                                               return std::make_unique<FakeReview>(list, review);
+                                             }});
+  importer.SetRutaArchivo("libro.xlsx");
+  importer.Procesar(status);
+  return importer.Outcome();
+}
+
+std::string MakeRegistry(int customers) {
+  std::string registry;
+  for (int index = 0; index < customers; ++index) {
+    const std::string body = std::to_string(10'000'000 + index * 7'919 % customers);
+    registry += body + *ExpectedRncCheckDigit(body) + "|EMPRESA " + std::to_string(index) + ", SRL|||\r\n";
+  }
+  return registry;
+}
+
+}  // namespace tolvan::test

@@ -1,0 +1,56 @@
+// A store on the tests' PostgreSQL server, and imports into it over whatever connection a test gives.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "fiscal/RegistryCounts.h"
+#include "import/StoreFixture.h"
+#include "import/clsIE_PreciosExcel.h"
+#include "support/PostgresServer.h"
+
+namespace tolvan::test {
+
+/// How an import of the registry went.
+struct RegistryRun {
+  bool finished = false;
+  std::string message;
+  RegistryCounts counts;
+  std::string rejected;  ///< the report of rejected lines
+};
+
+class ServerStore {
+ public:
+  ServerStore();
+
+  /// Items V1, V2, … with unit CAJA beside their principal one, which cost 10 and have neither price nor cost yet for
+  /// inventory 1.
+  void AddItems(int count) const;
+
+  /// The first field of the first row, as the administrator sees it.
+  std::string Ask(const std::string& query) const { return server.Psql(name, query); }
+
+  RegistryRun ImportRegistry(DatabaseServices& database, const std::string& content);
+
+  /// Rows of a template workbook: updates of the items V1 to V`count`, and as many new items.
+  static std::vector<GivenRow> TemplateRows(int count);
+
+  /// Reads and classifies the rows; `review` stands for the user. What came of it.
+  ImportOutcome ImportTemplate(DatabaseServices& database, std::vector<GivenRow> rows,
+                               const std::function<void(IClaseImportar&)>& review);
+
+  PostgresServer& server = PostgresServer::Shared();
+  std::string name = server.MakeDatabase();
+  std::string connection = server.ConnectionString(name);
+  SilentStatus status;
+  FakeHost host;
+
+ private:
+  TemporaryFolder folder_;
+};
+
+/// A registry of so many customers, in no order, with their valid identifiers and CR LF.
+std::string MakeRegistry(int customers);
+
+}  // namespace tolvan::test
