@@ -4,11 +4,11 @@
 
 namespace tolvan {
 
-ConfiguredAppServices::ConfiguredAppServices(const std::string& applicationFolder, bool diagnostic,
-                                             std::string layoutFile, const HostFront& front)
+ConfiguredAppServices::ConfiguredAppServices(const std::string& applicationFolder, std::vector<std::string> guarded,
+                                             bool diagnostic, std::string layoutFile, const HostFront& front)
     : front_(front),
       diagnostic_(diagnostic),
-      files_(applicationFolder),
+      files_(applicationFolder, std::move(guarded)),
       registry_(ValueFile(files_, front_.clock, std::move(layoutFile))) {}
 
 std::int32_t ConfiguredAppServices::ReadRegistry(std::string_view section, std::string_view key,

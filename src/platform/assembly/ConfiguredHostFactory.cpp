@@ -44,6 +44,18 @@ SettingsLocation LocationOf(const HostConfiguration& configuration) {
   return LocateSettings(configuration.filePath, FolderNamedBy(configuration, "ajustes", configuration.settingsFolder));
 }
 
+// What a shop cannot afford to lose to a path chosen by mistake. A database whose path cannot be used is reported when
+// it is opened.
+std::vector<std::string> FilesToGuard(const HostConfiguration& configuration) {
+  std::vector<std::string> files{configuration.filePath};
+  const std::string& database = configuration.database.connection;
+  if (configuration.database.engine != DatabaseEngine::Sqlite || IsWindowsPath(database)) return files;
+  for (const char* part : {"", "-wal", "-shm", "-journal"}) {
+    files.push_back(ResolvePath(database, FolderOfConfiguration(configuration)) + part);
+  }
+  return files;
+}
+
 }  // namespace
 
 HostConfiguration OpenHostConfiguration(const std::string& path) {
@@ -61,8 +73,8 @@ ConfiguredHostFactory::ConfiguredHostFactory(HostConfiguration configuration, co
       location_(LocationOf(configuration_)) {}
 
 std::unique_ptr<AppServices> ConfiguredHostFactory::CreateAppServices() {
-  return std::make_unique<ConfiguredAppServices>(applicationFolder_, configuration_.diagnostic, location_.layoutFile,
-                                                 front_);
+  return std::make_unique<ConfiguredAppServices>(applicationFolder_, FilesToGuard(configuration_),
+                                                 configuration_.diagnostic, location_.layoutFile, front_);
 }
 
 std::unique_ptr<HostContext> ConfiguredHostFactory::CreateHostContext(AppServices& services) {

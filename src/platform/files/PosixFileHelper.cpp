@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "base/Text.h"
@@ -53,11 +54,19 @@ std::optional<struct stat> StatusOf(const std::string& path) {
 
 }  // namespace
 
-PosixFileHelper::PosixFileHelper(std::string_view applicationFolder)
-    : applicationFolder_(Collapsed(applicationFolder)) {}
+PosixFileHelper::PosixFileHelper(std::string_view applicationFolder, std::vector<std::string> guarded)
+    : applicationFolder_(Collapsed(applicationFolder)), guarded_(std::move(guarded)) {}
 
 std::string PosixFileHelper::Resolve(std::string_view path) const {
   return ResolvePath(path, applicationFolder_);
+}
+
+bool PosixFileHelper::IsGuarded(const std::string& path) const {
+  const auto status = StatusOf(path);
+  return status && std::any_of(guarded_.begin(), guarded_.end(), [&](const std::string& guarded) {
+           const auto other = StatusOf(guarded);
+           return other && other->st_dev == status->st_dev && other->st_ino == status->st_ino;
+         });
 }
 
 std::string PosixFileHelper::NormalizeFolder(std::string_view folder) const {
@@ -134,7 +143,10 @@ std::optional<HostError> PosixFileHelper::WriteTextFile(std::string_view text, s
 std::unique_ptr<WholeFile> PosixFileHelper::CreateWhole(std::string_view path) {
   // A name that ends in a separator means a folder; collapsed, it would become the name of a file.
   if (path.empty() || path.ends_with('/')) throw SystemFailure(EISDIR, path);
-  return std::make_unique<PosixWholeFile>(Resolve(path));
+  const std::string resolved = Resolve(path);
+  if (IsGuarded(resolved))
+    throw HostError(HostErrorKind::Access, "es un archivo del sistema y no se reemplaza", resolved);
+  return std::make_unique<PosixWholeFile>(resolved);
 }
 
 std::unique_ptr<InputFile> PosixFileHelper::OpenInput(std::string_view path) {

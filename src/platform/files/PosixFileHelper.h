@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/FileHelper.h"
 
@@ -9,8 +10,9 @@ namespace tolvan {
 
 class PosixFileHelper final : public FileHelper {
  public:
-  /// `applicationFolder` is absolute.
-  explicit PosixFileHelper(std::string_view applicationFolder);
+  /// `applicationFolder` is absolute, and so are the paths of `guarded`: files that are never replaced through this
+  /// object, under whatever name they are reached.
+  explicit PosixFileHelper(std::string_view applicationFolder, std::vector<std::string> guarded = {});
 
   /// A Windows path comes back as it is with one separator at its end, so that messages show what is configured.
   std::string NormalizeFolder(std::string_view folder) const override;
@@ -27,8 +29,10 @@ class PosixFileHelper final : public FileHelper {
 
  private:
   std::string Resolve(std::string_view path) const;
+  bool IsGuarded(const std::string& path) const;
 
   std::string applicationFolder_;
+  std::vector<std::string> guarded_;
 };
 
 }  // namespace tolvan

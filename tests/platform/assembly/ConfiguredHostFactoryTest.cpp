@@ -54,6 +54,21 @@ class ConfiguredHostFactoryTest : public testing::Test {
   std::unique_ptr<HostContext> context_;
 };
 
+TEST_F(ConfiguredHostFactoryTest, NeverReplacesItsOwnFiles) {
+  namespace fs = std::filesystem;
+  test::WriteFile(folder_.File("tienda.db"), "la tienda");
+  test::WriteFile(folder_.File("tienda.db-wal"), "lo último");
+  fs::create_symlink(folder_.File("tienda.db"), folder_.File("enlace.tolpak"));
+  fs::create_hard_link(folder_.File("tienda.db"), folder_.File("otro.tolpak"));
+  Assemble("[base_de_datos]\nconexion = ./tienda.db\n");
+  for (const char* name : {"tienda.db", "tienda.db-wal", "tolvan.ini", "enlace.tolpak", "otro.tolpak"}) {
+    EXPECT_THROW(services_->Files().CreateWhole(folder_.File(name)), HostError) << name;
+    EXPECT_TRUE(services_->Files().WriteTextFile("x", folder_.File(name))) << name;
+  }
+  EXPECT_EQ(test::ReadFile(folder_.File("tienda.db")), "la tienda");
+  EXPECT_FALSE(services_->Files().WriteTextFile("x", folder_.File("tienda.txt")));
+}
+
 TEST_F(ConfiguredHostFactoryTest, OpensTheDatabaseOnlyWhenItIsAskedFor) {
   Assemble("[base_de_datos]\nconexion = falta.db\n");
   EXPECT_EQ(KindOfDatabaseFailure(), HostErrorKind::Unreachable);
