@@ -18,17 +18,21 @@ struct StateRule {
 };
 
 // The first that fits counts.
-constexpr StateRule stateRules[] = {
-    {"08", HostErrorKind::Unreachable},   {"23", HostErrorKind::Constraint},    {"44", HostErrorKind::Constraint},
-    {"22001", HostErrorKind::Constraint}, {"22003", HostErrorKind::Constraint}, {"25006", HostErrorKind::Access},
-    {"28", HostErrorKind::Access},        {"42501", HostErrorKind::Access},     {"3D", HostErrorKind::Unreachable},
-    {"40", HostErrorKind::Busy},          {"55P03", HostErrorKind::Busy},       {"55006", HostErrorKind::Busy},
-    {"53100", HostErrorKind::Full},       {"53", HostErrorKind::Unreachable},   {"57014", HostErrorKind::Timeout},
-    {"57", HostErrorKind::Unreachable},   {"HYT", HostErrorKind::Timeout},      {"HY008", HostErrorKind::Interrupted},
-    {"IM", HostErrorKind::Configuration}, {"XX001", HostErrorKind::Damaged},    {"XX002", HostErrorKind::Damaged},
-    {"22", HostErrorKind::Statement},     {"42", HostErrorKind::Statement},     {"21", HostErrorKind::Statement},
-    {"25", HostErrorKind::Statement},     {"07", HostErrorKind::Statement},     {"37", HostErrorKind::Statement},
-    {"S0", HostErrorKind::Statement},
+constexpr std::array stateRules{
+    StateRule{"08", HostErrorKind::Unreachable},   StateRule{"23", HostErrorKind::Constraint},
+    StateRule{"44", HostErrorKind::Constraint},    StateRule{"22001", HostErrorKind::Constraint},
+    StateRule{"22003", HostErrorKind::Constraint}, StateRule{"25006", HostErrorKind::Access},
+    StateRule{"28", HostErrorKind::Access},        StateRule{"42501", HostErrorKind::Access},
+    StateRule{"3D", HostErrorKind::Unreachable},   StateRule{"40", HostErrorKind::Busy},
+    StateRule{"55P03", HostErrorKind::Busy},       StateRule{"55006", HostErrorKind::Busy},
+    StateRule{"53100", HostErrorKind::Full},       StateRule{"53", HostErrorKind::Unreachable},
+    StateRule{"57014", HostErrorKind::Timeout},    StateRule{"57", HostErrorKind::Unreachable},
+    StateRule{"HYT", HostErrorKind::Timeout},      StateRule{"HY008", HostErrorKind::Interrupted},
+    StateRule{"IM", HostErrorKind::Configuration}, StateRule{"XX001", HostErrorKind::Damaged},
+    StateRule{"XX002", HostErrorKind::Damaged},    StateRule{"22", HostErrorKind::Statement},
+    StateRule{"42", HostErrorKind::Statement},     StateRule{"21", HostErrorKind::Statement},
+    StateRule{"25", HostErrorKind::Statement},     StateRule{"07", HostErrorKind::Statement},
+    StateRule{"37", HostErrorKind::Statement},     StateRule{"S0", HostErrorKind::Statement},
 };
 
 struct NativeRule {
@@ -37,25 +41,27 @@ struct NativeRule {
 };
 
 // SQL Server's numbers whose states say less.
-constexpr NativeRule serverRules[] = {
-    {229, HostErrorKind::Access},       {230, HostErrorKind::Access},      {262, HostErrorKind::Access},
-    {1101, HostErrorKind::Full},        {1105, HostErrorKind::Full},       {9002, HostErrorKind::Full},
-    {1205, HostErrorKind::Busy},        {1222, HostErrorKind::Busy},       {2601, HostErrorKind::Constraint},
-    {2627, HostErrorKind::Constraint},  {547, HostErrorKind::Constraint},  {515, HostErrorKind::Constraint},
-    {8152, HostErrorKind::Constraint},  {2628, HostErrorKind::Constraint}, {18456, HostErrorKind::Access},
-    {4060, HostErrorKind::Unreachable},
+constexpr std::array serverRules{
+    NativeRule{229, HostErrorKind::Access},      NativeRule{230, HostErrorKind::Access},
+    NativeRule{262, HostErrorKind::Access},      NativeRule{1101, HostErrorKind::Full},
+    NativeRule{1105, HostErrorKind::Full},       NativeRule{9002, HostErrorKind::Full},
+    NativeRule{1205, HostErrorKind::Busy},       NativeRule{1222, HostErrorKind::Busy},
+    NativeRule{2601, HostErrorKind::Constraint}, NativeRule{2627, HostErrorKind::Constraint},
+    NativeRule{547, HostErrorKind::Constraint},  NativeRule{515, HostErrorKind::Constraint},
+    NativeRule{8152, HostErrorKind::Constraint}, NativeRule{2628, HostErrorKind::Constraint},
+    NativeRule{18456, HostErrorKind::Access},    NativeRule{4060, HostErrorKind::Unreachable},
 };
 
 }  // namespace
 
 HostErrorKind KindOfSqlState(std::string_view state, std::int64_t nativeCode) {
-  const auto* const native = std::ranges::find(serverRules, nativeCode, &NativeRule::code);
-  if (native != std::end(serverRules)) return native->kind;
+  const auto native = std::ranges::find(serverRules, nativeCode, &NativeRule::code);
+  if (native != serverRules.end()) return native->kind;
   // FreeTDS tells of its own troubles, such as an answer that broke off, by these numbers and a state for warnings.
   if (state == "01000" && nativeCode >= 20'000 && nativeCode < 20'100) return HostErrorKind::Unreachable;
-  const auto* const rule =
+  const auto rule =
       std::ranges::find_if(stateRules, [&](const StateRule& each) { return state.starts_with(each.prefix); });
-  return rule == std::end(stateRules) ? HostErrorKind::Failed : rule->kind;
+  return rule == stateRules.end() ? HostErrorKind::Failed : rule->kind;
 }
 
 HostError MakeOdbcError(short type, void* handle) {
