@@ -11,8 +11,7 @@
 #include "Bench.h"
 #include "BenchFolder.h"
 #include "RegistryGenerator.h"
-#include "fiscal/TaxpayerRegistryImport.h"
-#include "platform/files/PosixFileHelper.h"
+#include "RegistryJob.h"
 #include "platform/sql/SqlScript.h"
 #include "platform/sql/SqliteDialect.h"
 #include "platform/sqlite/SqliteDatabaseServices.h"
@@ -27,28 +26,6 @@ namespace {
 constexpr std::uint32_t lines = 800'000;
 constexpr double memoryAim = 200;  // MB
 
-class NoDialogs final : public Dialogs {
- public:
-  void ShowMessage(MessageIcon, std::string_view, std::string_view) override {}
-  bool AskYesNo(std::string_view, std::string_view, bool defaultYes) override { return defaultYes; }
-  std::optional<std::string> AskText(std::string_view, std::string_view, std::string_view) override { return {}; }
-  std::optional<std::string> PickFileToOpen(std::string_view, std::string_view) override { return {}; }
-  std::optional<std::string> PickFileToSave(std::string_view, std::string_view, std::string_view) override {
-    return {};
-  }
-  std::optional<std::string> PickFolder(std::string_view, std::string_view) override { return {}; }
-};
-
-class Never final : public Interruption {
- public:
-  bool Requested() const noexcept override { return false; }
-};
-
-[[noreturn]] void Stop(const std::string& text) {
-  std::fprintf(stderr, "%s\n", text.c_str());
-  std::exit(2);
-}
-
 void RemoveDatabase(const std::string& path) {
   for (const char* const tail : {"", "-wal", "-shm", "-journal"}) std::filesystem::remove(path + tail);
 }
@@ -61,16 +38,7 @@ void MakeEmptyDatabase(const std::string& path) {
 
 RegistryCounts Import(const std::string& databasePath, const std::string& registryPath) {
   SqliteDatabaseServices database({.path = databasePath});
-  const SqliteDialect dialect;
-  PosixFileHelper files("/");
-  NoDialogs dialogs;
-  const Never never;
-  clsCallBackProgreso progress;
-  TaxpayerRegistryImport import({database, dialect, files, dialogs, never, progress});
-  import.SetRutaArchivo(registryPath);
-  std::string message;
-  if (!import.ImportarArchivoRNC(message)) Stop(message);
-  return import.Counts();
+  return ImportRegistry(database, SqliteDialect(), registryPath);
 }
 
 void Expect(bool holds, const char* what) {

@@ -137,8 +137,17 @@ std::string PostgresServer::ConnectionString(const std::string& database, const 
 }
 
 std::string PostgresServer::Psql(const std::string& database, const std::string& text) const {
+  return RunPsql(database, "-c", text);
+}
+
+std::string PostgresServer::RunScript(const std::string& database, const std::string& path) const {
+  return RunPsql(database, "-f", path);
+}
+
+std::string PostgresServer::RunPsql(const std::string& database, const std::string& option,
+                                    const std::string& value) const {
   return RunAsServer({programs_ + "/psql", "-h", folder_.Path().string(), "-U", administrator, "-d", database, "-X",
-                      "-q", "-A", "-t", "-v", "ON_ERROR_STOP=1", "-c", text});
+                      "-q", "-A", "-t", "-v", "ON_ERROR_STOP=1", option, value});
 }
 
 std::string PostgresServer::RunAsServer(const std::vector<std::string>& command) const {
