@@ -22,8 +22,8 @@ class Transaction {
   virtual ~Transaction() = default;
 
   /// Makes the work durable. Throws HostError when that is not certain; then nothing was kept, unless the kind is
-  /// Timeout or Unreachable, where the server may have committed before the connection failed. Never commits after a
-  /// statement of this transaction has failed: that throws too, and rolls back.
+  /// OutcomeUnknown: the server may have committed before the connection failed. Never commits after a statement of
+  /// this transaction has failed: that throws too, and rolls back.
   virtual void Commit() = 0;
 
   /// Undoes the work at once. Throws nothing; a second call does nothing.

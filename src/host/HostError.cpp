@@ -29,6 +29,8 @@ const char* TextOf(HostErrorKind kind) {
       return "Operación interrumpida";
     case HostErrorKind::InvalidValue:
       return "Valor no admitido";
+    case HostErrorKind::OutcomeUnknown:
+      return "No se sabe si los cambios quedaron guardados; revíselo antes de repetir la operación";
     case HostErrorKind::Failed:
       break;
   }

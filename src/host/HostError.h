@@ -9,18 +9,19 @@
 namespace tolvan {
 
 enum class HostErrorKind {
-  Configuration,  ///< a setting of the host that cannot be used
-  Unreachable,    ///< database, server or folder not there, or the connection to it died
-  Busy,           ///< locked by another program longer than the agreed wait
-  Damaged,        ///< the database or file is not what it should be
-  Constraint,     ///< a key, check or foreign key refuses the row
-  Statement,      ///< the database refuses the statement
-  Full,           ///< no room left on the device
-  Access,         ///< no right to read or write
-  Timeout,        ///< no answer in time; a statement may still have run
-  Interrupted,    ///< stopped at the user's request
-  InvalidValue,   ///< a value that the service cannot take, such as a text with a NUL in SQL
-  Failed,         ///< anything else
+  Configuration,   ///< a setting of the host that cannot be used
+  Unreachable,     ///< database, server or folder not there, or the connection to it died
+  Busy,            ///< locked by another program longer than the agreed wait
+  Damaged,         ///< the database or file is not what it should be
+  Constraint,      ///< a key, check or foreign key refuses the row
+  Statement,       ///< the database refuses the statement
+  Full,            ///< no room left on the device
+  Access,          ///< no right to read or write
+  Timeout,         ///< no answer in time; a statement may still have run
+  Interrupted,     ///< stopped at the user's request
+  InvalidValue,    ///< a value that the service cannot take, such as a text with a NUL in SQL
+  OutcomeUnknown,  ///< the connection failed while a transaction was being committed: it was kept whole, or not at all
+  Failed,          ///< anything else
 };
 
 class HostError : public std::runtime_error {

@@ -26,7 +26,7 @@ INSERT INTO Departamentos (idDepartamento) VALUES ('DEF');
 
 }  // namespace
 
-ServerStore::ServerStore() {
+ServerStore::ServerStore(PostgresServer& home) : server(home) {
   OdbcDatabaseServices database({.connection = connection});
   RunSqlScript(database, data::postgreSqlSchema);
   RunSqlScript(database, content);

@@ -22,7 +22,7 @@ struct RegistryRun {
 
 class ServerStore {
  public:
-  ServerStore();
+  explicit ServerStore(PostgresServer& home = PostgresServer::Shared());
 
   /// Items V1, V2, … with unit CAJA beside their principal one, which cost 10 and have neither price nor cost yet for
   /// inventory 1.
@@ -40,7 +40,7 @@ class ServerStore {
   ImportOutcome ImportTemplate(DatabaseServices& database, std::vector<GivenRow> rows,
                                const std::function<void(IClaseImportar&)>& review);
 
-  PostgresServer& server = PostgresServer::Shared();
+  PostgresServer& server;
   std::string name = server.MakeDatabase();
   std::string connection = server.ConnectionString(name);
   SilentStatus status;

@@ -173,7 +173,7 @@ TEST_F(SqlServerDriver, TransactionsReachTheServer) {
   EXPECT_EQ(KindThrownBy([&] { run(true); }), HostErrorKind::Full);
   EXPECT_THAT(sent(), HasSubstr("commit and begin\nrollback")) << "what was not kept is undone";
   Answer("{" + fine + R"json(, "commit": [{"cut": true}]})json");
-  EXPECT_EQ(KindThrownBy([&] { run(true); }), HostErrorKind::Unreachable);
+  EXPECT_EQ(KindThrownBy([&] { run(true); }), HostErrorKind::OutcomeUnknown);
   EXPECT_EQ(Database().Execute(SqlStatement("UPDATE T SET a = 1")), 1) << "on a new connection";
 }
 

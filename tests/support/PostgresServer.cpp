@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <grp.h>
 #include <pwd.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,6 +21,7 @@ namespace tolvan::test {
 namespace {
 
 constexpr const char* administrator = "administrador";
+constexpr int cannotMount = 124;  // how a child ends that may mount no file system
 
 /// The newest version that is installed.
 std::string FindPrograms() {
@@ -51,12 +54,40 @@ void BecomeServerUser() {
   }
 }
 
-pid_t Spawn(const std::vector<std::string>& command, int output, const std::string& folder) {
+bool WriteLine(const char* path, const std::string& text) {
+  return static_cast<bool>(std::ofstream(path) << text << std::flush);
+}
+
+/// In the child: a file system that only it and its children see. Who is not root gets a name space of users first.
+bool MountSmallDisk(const std::string& place, std::size_t bytes) {
+  const uid_t user = ::geteuid();
+  const gid_t group = ::getegid();
+  if (user == 0) {
+    if (::unshare(CLONE_NEWNS) != 0) return false;
+  } else {
+    if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
+    const std::string users = std::to_string(user) + " " + std::to_string(user) + " 1";
+    const std::string groups = std::to_string(group) + " " + std::to_string(group) + " 1";
+    const bool mapped = WriteLine("/proc/self/setgroups", "deny") && WriteLine("/proc/self/uid_map", users) &&
+                        WriteLine("/proc/self/gid_map", groups);
+    if (!mapped) return false;
+  }
+  const passwd* owner = ServerUser();
+  const std::string options = "size=" + std::to_string(bytes) +
+                              ",mode=700,uid=" + std::to_string(owner != nullptr ? owner->pw_uid : user) +
+                              ",gid=" + std::to_string(owner != nullptr ? owner->pw_gid : group);
+  return ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+         ::mount("none", place.c_str(), "tmpfs", 0, options.c_str()) == 0;
+}
+
+pid_t Spawn(const std::vector<std::string>& command, int output, const std::string& folder,
+            const std::string& diskPlace = {}, std::size_t diskSize = 0) {
   std::vector<char*> arguments;
   for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   const pid_t child = ::fork();
   if (child != 0) return child;
+  if (diskSize != 0 && !MountSmallDisk(diskPlace, diskSize)) ::_exit(cannotMount);
   BecomeServerUser();
   ::dup2(output, STDOUT_FILENO);
   ::dup2(output, STDERR_FILENO);
@@ -67,13 +98,14 @@ pid_t Spawn(const std::vector<std::string>& command, int output, const std::stri
 
 }  // namespace
 
-PostgresServer::PostgresServer() : programs_(FindPrograms()) {
+PostgresServer::PostgresServer(Options options) : programs_(FindPrograms()), options_(options) {
   if (programs_.empty()) throw std::runtime_error("PostgreSQL is not installed; see tools/packages");
   if (const passwd* user = ServerUser()) {
     if (::chown(folder_.Path().c_str(), user->pw_uid, user->pw_gid) != 0) throw std::runtime_error("chown failed");
   }
   RunAsServer({programs_ + "/initdb", "-D", folder_.File("datos"), "-U", administrator, "-A", "trust", "-E", "UTF8",
                "--locale=C", "--no-sync", "--no-instructions"});
+  if (options_.smallDisk != 0) std::filesystem::create_directory(SmallDisk());
   Start();
 }
 
@@ -85,7 +117,7 @@ PostgresServer::~PostgresServer() {
 }
 
 PostgresServer& PostgresServer::Shared() {
-  static PostgresServer server;
+  static PostgresServer server({});
   return server;
 }
 
@@ -101,13 +133,17 @@ void PostgresServer::Start() {
 bool PostgresServer::TryStart() {
   const int log = ::open(folder_.File("registro").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
   process_ = Spawn({programs_ + "/postgres", "-D", folder_.File("datos"), "-k", folder_.Path().string(), "-c",
-                    "listen_addresses=", "-c", "max_connections=40", "-c", "shared_buffers=32MB"},
-                   log, folder_.Path().string());
+                    "listen_addresses=", "-c", "max_connections=40", "-c", "shared_buffers=32MB", "-c",
+                    "synchronous_standby_names=nadie", "-c", "synchronous_commit=local", "-c",
+                    options_.syncs ? "fsync=on" : "fsync=off"},
+                   log, folder_.Path().string(), SmallDisk(), options_.smallDisk);
   ::close(log);
   for (int attempt = 0; attempt < 300; ++attempt) {
     if (Answers()) return true;
-    if (::waitpid(process_, nullptr, WNOHANG) == process_) {
+    int status = 0;
+    if (::waitpid(process_, &status, WNOHANG) == process_) {
       process_ = 0;
+      if (WIFEXITED(status) && WEXITSTATUS(status) == cannotMount) throw CannotMount();
       return false;
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
@@ -123,6 +159,14 @@ void PostgresServer::Kill() {
 
 void PostgresServer::Signal(int signal) const {
   ::kill(process_, signal);
+}
+
+void PostgresServer::WaitUntilItAnswers() const {
+  for (int attempt = 0; attempt < 200; ++attempt) {
+    if (Answers()) return;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  throw std::runtime_error("PostgreSQL did not come back:\n" + Log());
 }
 
 std::string PostgresServer::MakeDatabase() {

@@ -1,10 +1,12 @@
 // A PostgreSQL server of the tests' own: a private folder, a Unix socket in it and no network port, run by a user who
-// is not root. The cluster that the machine may run for others is never touched.
+// is not root. The cluster that the machine may run for others is never touched. A session that sets synchronous_commit
+// to "on" waits in its commit without end, after it was kept: for a standby that there is not.
 #pragma once
 
 #include <sys/types.h>
 
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -12,10 +14,22 @@
 
 namespace tolvan::test {
 
+/// This machine lets nobody mount a file system.
+struct CannotMount : std::runtime_error {
+  CannotMount() : std::runtime_error("no file system may be mounted here") {}
+};
+
 class PostgresServer {
  public:
-  /// Makes and starts it. Throws std::runtime_error with the log when it does not come up.
-  PostgresServer();
+  struct Options {
+    /// Bytes of a file system that the server sees in SmallDisk, which is there for it alone and gone with it. 0: none.
+    std::size_t smallDisk = 0;
+    /// As in daily use. Without it processes may be killed at any moment all the same, and a recovery takes no seconds.
+    bool syncs = false;
+  };
+
+  /// Makes and starts it. Throws std::runtime_error with the log when it does not come up; CannotMount.
+  explicit PostgresServer(Options options);
   ~PostgresServer();
   PostgresServer(const PostgresServer&) = delete;
   PostgresServer& operator=(const PostgresServer&) = delete;
@@ -23,10 +37,14 @@ class PostgresServer {
   /// The one that all tests of the program share, started at the first call and stopped by the program's end.
   static PostgresServer& Shared();
 
+  std::string SmallDisk() const { return folder_.File("disco"); }
+
   void Start();
   /// Without mercy: the processes are killed.
   void Kill();
   void Signal(int signal) const;
+  /// It comes back by itself after the loss of one process. Throws std::runtime_error when it does not.
+  void WaitUntilItAnswers() const;
 
   /// A new, empty database; its name.
   std::string MakeDatabase();
@@ -50,6 +68,7 @@ class PostgresServer {
   std::string programs_;
   pid_t process_ = 0;
   int databases_ = 0;
+  Options options_;
 };
 
 }  // namespace tolvan::test

@@ -215,7 +215,12 @@ void OdbcDatabaseServices::Commit() {
     throw HostError(failure);
   }
   inTransaction_ = false;
-  Control(&OdbcSession::Commit, nullptr);
+  try {
+    Control(&OdbcSession::Commit, nullptr);
+  } catch (const HostError& error) {
+    if (!LeavesUnknown(error)) throw;
+    throw HostError(HostErrorKind::OutcomeUnknown, error.what(), error.Context(), error.NativeCode());
+  }
 }
 
 void OdbcDatabaseServices::Rollback() noexcept {

@@ -147,9 +147,15 @@ void OdbcSession::Begin() {
 }
 
 void OdbcSession::Commit() {
-  EndTransaction(SQL_COMMIT);
-  // A driver may call it a success although the connection died on the way.
+  std::optional<HostError> failure;
+  try {
+    EndTransaction(SQL_COMMIT);
+  } catch (const HostError& error) {
+    failure = error;
+  }
+  // A driver may call it a success, or any failure, although the connection died on the way.
   if (IsDead()) throw HostError(HostErrorKind::Unreachable, "la conexión se perdió al confirmar la transacción");
+  if (failure) throw HostError(*failure);
   SetAutoCommit(true);
 }
 
