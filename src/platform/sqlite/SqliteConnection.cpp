@@ -184,6 +184,10 @@ void SqliteConnection::Rollback() noexcept {
 
 void SqliteConnection::RequireUsable() const {
   if (failure_) throw HostError(*failure_);
+}
+
+void SqliteConnection::RequireReady() const {
+  RequireUsable();
   // Inside a transaction its begin and its commit look; many queries that share one read are not worth a look each.
   if (sqlite3_get_autocommit(handle_) != 0) RequireInPlace();
 }

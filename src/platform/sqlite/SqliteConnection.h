@@ -41,8 +41,11 @@ class SqliteConnection {
   bool InTransaction() const { return inTransaction_; }
 
   /// Throws the failure that ended the open transaction, if one did: nothing runs behind it, because the engine may
-  /// have rolled back by itself and would now work without a transaction. Outside a transaction as RequireInPlace.
+  /// have rolled back by itself and would now work without a transaction.
   void RequireUsable() const;
+
+  /// As RequireUsable, and outside a transaction as RequireInPlace; before each statement, not before each row.
+  void RequireReady() const;
 
   /// Throws HostError Unreachable when the file that was opened is no longer the one at its path: what is written then
   /// goes where nobody looks for it.

@@ -68,7 +68,7 @@ SqliteDatabaseServices::SqliteDatabaseServices(const SqliteOptions& options)
 
 template <class Work>
 auto SqliteDatabaseServices::Guarded(const Work& work) {
-  connection_.RequireUsable();
+  connection_.RequireReady();
   try {
     return work();
   } catch (const HostError& error) {
