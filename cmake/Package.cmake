@@ -13,7 +13,7 @@ install(FILES ${packaging}/do.tolvan.ImpExp.metainfo.xml DESTINATION share/metai
 install(FILES ${CMAKE_SOURCE_DIR}/LICENSE DESTINATION share/doc/tolvan-impexp RENAME copyright)
 install(FILES ${CMAKE_SOURCE_DIR}/CHANGELOG.md ${CMAKE_SOURCE_DIR}/docs/formats.md
   DESTINATION share/doc/tolvan-impexp)
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/esquema DESTINATION share/tolvan-impexp)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/esquema ${CMAKE_SOURCE_DIR}/data/permisos DESTINATION share/tolvan-impexp)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/plantillas/PlantillasImpresion DESTINATION share/tolvan-impexp)
 
 set(CPACK_GENERATOR DEB)

@@ -1,5 +1,5 @@
-// The orders of the command on PostgreSQL. The demo store is there twice, in its SQLite file and on the server; what an
-// order prints and writes must be the same on both.
+// The orders of the command on PostgreSQL, run by a user who has the rights of data/permisos and no others. The demo
+// store is there twice, in its SQLite file and on the server; what an order prints and writes must be the same on both.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -55,12 +55,7 @@ class OrdersOnPostgres : public ::testing::Test {
       store->runner.host = store->places.host;
     }
     database_ = postgres_.MakeDatabase();
-    std::string ini = ReadFile(server_.places.host);
-    ini.replace(ini.find("motor = sqlite"), 14, "motor = postgresql");
-    const std::size_t connection = ini.find("conexion = ");
-    ini.replace(connection, ini.find_first_of("\r\n", connection) - connection,
-                "conexion = " + postgres_.ConnectionString(database_));
-    WriteFile(server_.places.host, ini);
+    UseServerAs({});
     const CommandResult schema = server_.runner.Run({"--json", "esquema", "--crear"});
     EXPECT_EQ(schema.code, 0) << schema.messages;
     SqliteDatabaseServices source({.path = server_.places.folder + "/tienda.db"});
@@ -68,6 +63,20 @@ class OrdersOnPostgres : public ::testing::Test {
     const json document = json::parse(schema.output);
     EXPECT_EQ(document["motor"], "postgresql");
     for (const auto& table : document["tablas"]) CopyTable(source, target, table.get<std::string>());
+    postgres_.Psql(database_, ReadFile(TOLVAN_SOURCE_FOLDER "/data/permisos/postgresql.sql"));
+    postgres_.Psql(database_, "CREATE ROLE " + User() + " LOGIN IN ROLE tolvan_impexp");
+    UseServerAs(User());
+  }
+
+  std::string User() const { return "vendedor_de_" + database_; }
+
+  /// Without a name, as the owner of the tables.
+  void UseServerAs(const std::string& user) const {
+    std::string ini = ReplaceAll(ReadFile(server_.places.host), "motor = sqlite", "motor = postgresql");
+    const std::size_t connection = ini.find("conexion = ");
+    ini.replace(connection, ini.find_first_of("\r\n", connection) - connection,
+                "conexion = " + postgres_.ConnectionString(database_, user));
+    WriteFile(server_.places.host, ini);
   }
 
   struct Store {
@@ -171,7 +180,27 @@ TEST_F(OrdersOnPostgres, KeepTheSameBatches) {
   for (const char* word : {"buscar", "abrir", "abrir", "cerrar", "cerrar"}) ExpectSame({"--json", "lote", word});
 }
 
+TEST_F(OrdersOnPostgres, TheUserMayDoNothingElse) {
+  OdbcDatabaseServices database({.connection = postgres_.ConnectionString(database_, User())});
+  for (const char* text :
+       {"DELETE FROM Items", "DELETE FROM Precios", "UPDATE Items SET Descripcion = 'x'", "UPDATE Precios SET Inv = 7",
+        "UPDATE Ventas SET GranTotal = 0", "UPDATE Clientes SET Activo = 1", "SELECT Descripcion FROM Clientes",
+        "SELECT * FROM Cantidades", "INSERT INTO Ventas (idVenta, idCompania) VALUES (0, 1)", "DROP TABLE Marcas",
+        "TRUNCATE Clientes", "CREATE TABLE Otra (a INTEGER)"}) {
+    try {
+      database.OpenRecordset(SqlStatement(text));
+      ADD_FAILURE() << text;
+    } catch (const HostError& error) {
+      EXPECT_EQ(error.Kind(), HostErrorKind::Access) << text << ": " << error.what();
+    }
+  }
+  const CommandResult schema = server_.Run({"esquema", "--crear"});
+  EXPECT_NE(schema.code, 0);
+  EXPECT_THAT(schema.messages, testing::HasSubstr("Acceso denegado"));
+}
+
 TEST_F(OrdersOnPostgres, TheSchemaCanBeCreatedAgainAndNothingIsLost) {
+  UseServerAs({});
   EXPECT_EQ(server_.Run({"esquema", "--crear"}).code, 0);
   ExpectSameRows("SELECT * FROM Marcas ORDER BY idMarca");
   EXPECT_THAT(server_.Run({"esquema"}).output, testing::HasSubstr("CREATE TABLE IF NOT EXISTS Ventas ("));
