@@ -3,6 +3,7 @@
 #include <gtk/gtk.h>
 #include <wx/app.h>
 #include <wx/dialog.h>
+#include <wx/evtloop.h>
 
 #include <iostream>
 
@@ -21,14 +22,26 @@ namespace {
 constexpr int done = 0;
 constexpr int hostUnreachable = 4;
 
-/// The toolkit's own pickers, and boxes over them, run their own loops; an answer ends them.
-void EndPickers() {
+constexpr int closingPause = 20;  // milliseconds
+
+/// The toolkit's own pickers, and boxes over them, run their own loops, and so does a menu; an answer ends them.
+void EndPickersAndMenus() {
   GList* const windows = gtk_window_list_toplevels();
   for (const GList* each = windows; each != nullptr; each = each->next) g_object_ref(each->data);
   for (const GList* each = windows; each != nullptr; each = each->next) {
+    GtkWidget* const child = gtk_bin_get_child(GTK_BIN(each->data));
+    if (GTK_IS_MENU(child) && gtk_widget_get_mapped(child)) gtk_menu_shell_cancel(GTK_MENU_SHELL(child));
     if (GTK_IS_DIALOG(each->data)) gtk_dialog_response(GTK_DIALOG(each->data), GTK_RESPONSE_CANCEL);
   }
   g_list_free_full(windows, g_object_unref);
+}
+
+/// Of dialogs over dialogs only the last, whose loop is the one that runs: to end another would leave its loop running.
+void EndLastDialog() {
+  for (auto node = wxTopLevelWindows.GetLast(); node != nullptr; node = node->GetPrevious()) {
+    auto* const dialog = dynamic_cast<wxDialog*>(node->GetData());
+    if (dialog != nullptr && dialog->IsModal()) return dialog->EndModal(wxID_CANCEL);
+  }
 }
 
 }  // namespace
@@ -55,6 +68,7 @@ void DesktopSession::TellNotice(const ComponentContext& context) {
 }
 
 void DesktopSession::ShowWindow(const ComponentContext& context) {
+  if (work_.SessionEnds()) return;
   DeferredSpreadsheetApplication spreadsheets(context.services.SystemClock(), context.Files(),
                                               context.services.ApplicationFolder() + "Exportar");
   const NettleHashService hashes;
@@ -64,6 +78,7 @@ void DesktopSession::ShowWindow(const ComponentContext& context) {
     return std::make_unique<StatusImportarWindow>(frame, context, work_);
   };
   frame = new OpcionesFrame(context, work_, {{spreadsheets, hashes, makeReview}, xml});
+  frame_ = frame;
   wxTheApp->SetTopWindow(frame);
   wxTheApp->SetExitOnFrameDelete(true);
   frame->Show();
@@ -72,12 +87,19 @@ void DesktopSession::ShowWindow(const ComponentContext& context) {
 
 void DesktopSession::End() {
   work_.EndSession();
-  EndPickers();
-  for (auto node = wxTopLevelWindows.GetLast(); node != nullptr; node = node->GetPrevious()) {
-    auto* const dialog = dynamic_cast<wxDialog*>(node->GetData());
-    if (dialog != nullptr && dialog->IsModal()) dialog->EndModal(wxID_CANCEL);
-  }
-  if (wxWindow* const frame = wxTheApp->GetTopWindow()) frame->Close();
+  CloseWindows();
+  if (closing_ == nullptr) closing_ = std::make_unique<wxTimer>();
+  closing_->Bind(wxEVT_TIMER, [this](wxTimerEvent&) { CloseWindows(); });
+  closing_->Start(closingPause);
+}
+
+/// A frame that closed under the loop of a dialog would be deleted while that dialog, its child, still stands on the
+/// stack. So it is closed once the main loop is the one that runs.
+void DesktopSession::CloseWindows() {
+  EndPickersAndMenus();
+  EndLastDialog();
+  const wxEventLoopBase* const loop = wxEventLoopBase::GetActive();
+  if (frame_ != nullptr && loop != nullptr && loop->IsMain()) frame_->Close();
 }
 
 }  // namespace tolvan

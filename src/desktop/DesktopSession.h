@@ -2,12 +2,14 @@
 // the wish of the system to end the program carried to the windows.
 #pragma once
 
+#include <wx/timer.h>
+#include <wx/weakref.h>
+
+#include <memory>
 #include <string>
 
 #include "desktop/DesktopWork.h"
 #include "desktop/WxDialogs.h"
-
-class wxWindow;
 
 namespace tolvan {
 
@@ -21,16 +23,20 @@ class DesktopSession {
   /// been told then.
   int Run(const std::string& configurationPath);
 
-  /// Ends what runs and closes every window, asking nobody.
+  /// Ends what runs and closes every window, asking nobody. It returns at once; the windows are gone when what was
+  /// open over them has come to its end.
   void End();
 
  private:
+  void CloseWindows();
   void ShowWindow(const struct ComponentContext& context);
   void TellNotice(const struct ComponentContext& context);
 
   Clock& clock_;
   DesktopWork work_;
   WxDialogs dialogs_;
+  std::unique_ptr<wxTimer> closing_;  // nothing of the toolkit can be made before it runs
+  wxWeakRef<wxWindow> frame_;
 };
 
 }  // namespace tolvan

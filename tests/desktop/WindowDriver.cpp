@@ -237,8 +237,12 @@ void WindowDriver::Fill(const std::string& field, const std::string& text) {
   });
 }
 
-void WindowDriver::AnswerPicker(const std::string& title, const std::string& path) {
+void WindowDriver::UntilPicker(const std::string& title) {
   Call("timeout 20 xdotool search --sync --onlyvisible --name " + Quoted(title) + " windowactivate --sync >/dev/null");
+}
+
+void WindowDriver::AnswerPicker(const std::string& title, const std::string& path) {
+  UntilPicker(title);
   std::this_thread::sleep_for(300ms);  // the picker takes keys only once it has read its folder
   Type("/");                           // makes it ask for a path
   std::this_thread::sleep_for(300ms);

@@ -48,7 +48,10 @@ class WindowDriver {
   /// Clicks into a field and replaces its text.
   void Fill(const std::string& field, const std::string& text);
 
-  /// Answers the toolkit's own picker of that title with a path.
+  /// Waits for the toolkit's own picker of that title.
+  static void UntilPicker(const std::string& title);
+
+  /// Answers such a picker with a path.
   void AnswerPicker(const std::string& title, const std::string& path);
 
   /// Closes a message box with its first button, and returns its text.
