@@ -3,6 +3,7 @@
 #include <array>
 
 #include "desktop/ControlName.h"
+#include "desktop/ListHeader.h"
 #include "desktop/WxText.h"
 
 namespace tolvan {
@@ -38,6 +39,7 @@ class ReviewLines : public wxDataViewVirtualListModel {
 
 namespace {
 
+constexpr int twipsPerPixel = 15;
 constexpr std::string_view layoutTag = "frmStatusImportar_lvStatus";
 
 struct Column {
@@ -68,7 +70,7 @@ ReviewListView::ReviewListView(wxWindow* parent, AppServices& services)
   MakeColumns();
   rows_.SortBy(layout_.sortColumn, layout_.ascending);
   ShowOrder();
-  Bind(wxEVT_DATAVIEW_COLUMN_HEADER_CLICK, &ReviewListView::OnHeaderClick, this);
+  WatchHeaders(*this, [this](std::int32_t column) { OnHeader(column); });
 }
 
 ReviewListView::~ReviewListView() = default;
@@ -78,10 +80,10 @@ void ReviewListView::MakeColumns() {
     const auto place = static_cast<std::size_t>(number);
     const Column& column = columns.at(place);
     const int stored = layout_.widths.at(place);
-    const int width = stored > 0 ? stored / 15 : column.width;
+    const int width = stored > 0 ? stored / twipsPerPixel : column.width;
     AppendTextColumn(wxString::FromUTF8(column.title), static_cast<unsigned>(number), wxDATAVIEW_CELL_INERT,
                      FromDIP(width), column.alignment,
-                     wxDATAVIEW_COL_RESIZABLE | wxDATAVIEW_COL_REORDERABLE | wxDATAVIEW_COL_SORTABLE);
+                     wxDATAVIEW_COL_RESIZABLE | wxDATAVIEW_COL_REORDERABLE);
   }
 }
 
@@ -93,8 +95,7 @@ std::int32_t ReviewListView::SelectedRow() const {
 }
 
 /// A click sorts upward, the next downward, the third gives back the order of the file.
-void ReviewListView::OnHeaderClick(wxDataViewEvent& event) {
-  const auto column = static_cast<std::int32_t>(event.GetDataViewColumn()->GetModelColumn());
+void ReviewListView::OnHeader(std::int32_t column) {
   if (layout_.sortColumn != column) {
     layout_.sortColumn = column;
     layout_.ascending = true;
@@ -110,11 +111,9 @@ void ReviewListView::OnHeaderClick(wxDataViewEvent& event) {
 void ReviewListView::ShowOrder() {
   for (unsigned place = 0; place < GetColumnCount(); ++place) {
     wxDataViewColumn& column = *GetColumn(place);
-    if (static_cast<std::int32_t>(column.GetModelColumn()) == layout_.sortColumn) {
-      column.SetSortOrder(layout_.ascending);
-    } else {
-      column.UnsetAsSortKey();
-    }
+    const bool sorts = static_cast<std::int32_t>(column.GetModelColumn()) == layout_.sortColumn;
+    const SortArrow direction = layout_.ascending ? SortArrow::Ascending : SortArrow::Descending;
+    ShowArrow(column, sorts ? direction : SortArrow::None);
   }
 }
 
@@ -131,11 +130,10 @@ void ReviewListView::ShowRows() {
 void ReviewListView::SaveColumns() const {
   ListLayout layout = layout_;
   layout.widths.assign(columns.size(), 0);
-  layout.order.clear();
-  for (unsigned place = 0; place < GetColumnCount(); ++place) {
-    const wxDataViewColumn& column = *GetColumn(place);
-    layout.widths.at(column.GetModelColumn()) = ToDIP(column.GetWidth()) * 15;
-    layout.order.push_back(static_cast<std::int32_t>(column.GetModelColumn()));
+  layout.order = ColumnsOnScreen(*this);
+  for (unsigned number = 0; number < GetColumnCount(); ++number) {
+    const wxDataViewColumn& column = *GetColumn(number);
+    layout.widths.at(column.GetModelColumn()) = ToDIP(WidthOf(column)) * twipsPerPixel;
   }
   SaveListLayout(services_, layoutTag, layout);
 }

@@ -26,7 +26,7 @@ class ReviewListView : public wxDataViewCtrl {
 
  private:
   void MakeColumns();
-  void OnHeaderClick(wxDataViewEvent& event);
+  void OnHeader(std::int32_t column);
   void ShowOrder();
   void ShowRows();
 

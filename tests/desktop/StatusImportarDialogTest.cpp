@@ -1,9 +1,8 @@
 // The review window on real workbooks, as far as the database.
-#include <wx/window.h>
+#include <wx/dataview.h>
 
-#include <chrono>
-#include <thread>
 
+#include "desktop/ListHeader.h"
 #include "desktop/WindowTest.h"
 
 namespace tolvan::test {
@@ -109,7 +108,6 @@ TEST_F(StatusImportarDialog, ALargeListIsShownAtOnceSortedAndStoppedWithoutATrac
     driver.UntilShown("lvStatus");
     EXPECT_EQ(driver.Lines("lvStatus"), static_cast<unsigned>(rows));
     driver.ClickHeader("lvStatus", 0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));  // not a double click
     driver.ClickHeader("lvStatus", 0);
     driver.UntilFirst("lvStatus", "GRANDE99999");
     Accept(driver);
@@ -139,6 +137,49 @@ TEST_F(StatusImportarDialog, IsAsLargeAsItWasEachTimeItIsOpened) {
   });
   ASSERT_EQ(heights.size(), 3U);
   EXPECT_EQ(heights, std::vector<int>(3, heights.front()));
+}
+
+TEST_F(StatusImportarDialog, ColumnsComeBackAsTheyWereLeft) {
+  const auto columns = [](WindowDriver& driver) {
+    std::vector<std::pair<std::int32_t, int>> found;
+    driver.OnWindows([&] {
+      const auto& list = dynamic_cast<wxDataViewCtrl&>(driver.Get("lvStatus"));
+      for (const std::int32_t column : ColumnsOnScreen(list)) {
+        for (unsigned number = 0; number < list.GetColumnCount(); ++number) {
+          const wxDataViewColumn& each = *list.GetColumn(number);
+          if (static_cast<std::int32_t>(each.GetModelColumn()) == column) found.emplace_back(column, WidthOf(each));
+        }
+      }
+    });
+    return found;
+  };
+  const auto review = [&](WindowDriver& driver) {
+    Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
+    driver.Click("bGuardar");
+    driver.UntilShown("lvStatus");
+    driver.Settle();
+  };
+  std::vector<std::pair<std::int32_t, int>> left;
+  Run([&](WindowDriver& driver) {
+    review(driver);
+    const std::string first = driver.Line("lvStatus", 0).front();
+    driver.Drag("lvStatus", 120, 12, 180, 12);  // the border behind the first column
+    driver.Drag("lvStatus", 40, 12, 350, 12);   // the first column behind the third
+    EXPECT_EQ(driver.Line("lvStatus", 0).front(), first) << "a dragged header does not sort";
+    left = columns(driver);
+    driver.ClickHeader("lvStatus", 2);
+    driver.UntilFirst("lvStatus", "MORC5120");
+    driver.Click("bCancelar");
+    driver.UntilGone("frmStatusImportar");
+  });
+  ASSERT_EQ(left.size(), 8U);
+  EXPECT_EQ(left[2].first, 0);
+  EXPECT_NEAR(left[2].second, 180, 3);
+  Run([&](WindowDriver& driver) {
+    review(driver);
+    EXPECT_EQ(columns(driver), left);
+    EXPECT_EQ(driver.Line("lvStatus", 0).front(), "MORC5120");
+  });
 }
 
 }  // namespace

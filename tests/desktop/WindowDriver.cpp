@@ -169,6 +169,14 @@ void WindowDriver::UntilReady(const std::string& name) {
   });
 }
 
+/// The X server's pixel at a point of a control.
+WindowDriver::Place WindowDriver::OnScreen(const std::string& name, int x, int y) const {
+  const wxWindow& control = Get(name);
+  const wxPoint point = control.GetScreenPosition() + wxPoint(x, y);
+  const int scale = static_cast<int>(control.GetContentScaleFactor());
+  return {point.x * scale, point.y * scale};
+}
+
 void WindowDriver::MouseTo(Place place, int button) {
   Call("xdotool mousemove " + std::to_string(place.x) + " " + std::to_string(place.y) + " click " +
        std::to_string(button));
@@ -178,11 +186,9 @@ void WindowDriver::Click(const std::string& name) {
   UntilReady(name);
   Place place{};
   OnWindows([&] {
-    const wxWindow& control = Get(name);
-    const wxRect rect = control.GetScreenRect();
-    const int scale = static_cast<int>(control.GetContentScaleFactor());
+    const wxSize size = Get(name).GetSize();
     // Not the middle: a check box answers at its left end only where its label is short.
-    place = {(rect.x + wxMin(rect.width / 2, 12)) * scale, (rect.y + rect.height / 2) * scale};
+    place = OnScreen(name, wxMin(size.x / 2, 12), size.y / 2);
   });
   MouseTo(place, 1);
 }
@@ -194,8 +200,7 @@ void WindowDriver::ClickLine(const std::string& list, unsigned line, int button)
     const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
     const wxRect rect = control.GetItemRect(ItemOf(control, line));
     const wxPoint point = control.ClientToScreen(rect.GetTopLeft() + wxPoint(25, rect.height / 2));
-    const int scale = static_cast<int>(control.GetContentScaleFactor());
-    place = {point.x * scale, point.y * scale};
+    place = OnScreen(list, point.x - control.GetScreenPosition().x, point.y - control.GetScreenPosition().y);
   });
   MouseTo(place, button);
 }
@@ -206,12 +211,33 @@ void WindowDriver::ClickHeader(const std::string& list, unsigned place) {
   OnWindows([&] {
     const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
     int x = 15;
-    for (unsigned before = 0; before < place; ++before) x += control.GetColumn(before)->GetWidth();
-    const wxPoint point = control.GetScreenPosition() + wxPoint(x, 12);
-    const int scale = static_cast<int>(control.GetContentScaleFactor());
-    at = {point.x * scale, point.y * scale};
+    for (unsigned number = 0; number < control.GetColumnCount(); ++number) {
+      const wxDataViewColumn* const column = control.GetColumn(number);
+      if (control.GetColumnPosition(column) < static_cast<int>(place)) x += column->GetWidth();
+    }
+    at = OnScreen(list, x, 12);
   });
   MouseTo(at, 1);
+}
+
+void WindowDriver::Drag(const std::string& control, int fromX, int fromY, int toX, int toY) {
+  UntilReady(control);
+  Place from{};
+  Place to{};
+  OnWindows([&] {
+    from = OnScreen(control, fromX, fromY);
+    to = OnScreen(control, toX, toY);
+  });
+  const auto move = [](Place place) {
+    return " mousemove --sync " + std::to_string(place.x) + " " + std::to_string(place.y);
+  };
+  // A few steps on the way: from one jump no drag is recognised.
+  std::string steps = "xdotool" + move(from) + " mousedown 1";
+  for (int step = 1; step <= 4; ++step) {
+    steps += move({from.x + (to.x - from.x) * step / 4, from.y + (to.y - from.y) * step / 4}) + " sleep 0.05";
+  }
+  Call(steps + " mouseup 1");
+  Settle();
 }
 
 void WindowDriver::Key(const std::string& keys) {

@@ -41,6 +41,9 @@ class WindowDriver {
   /// The header of a list's column, from 0 at the left.
   void ClickHeader(const std::string& list, unsigned place);
 
+  /// Drags from one point to another, both in pixels from the control's upper left corner.
+  void Drag(const std::string& control, int fromX, int fromY, int toX, int toY);
+
   /// Keys as xdotool names them: "Return", "alt+a", "shift+F10".
   void Key(const std::string& keys);
   void Type(const std::string& text);
@@ -101,6 +104,7 @@ class WindowDriver {
 
   wxWindow* Find(const std::string& name) const;
   void UntilReady(const std::string& name);
+  Place OnScreen(const std::string& name, int x, int y) const;
   void MouseTo(Place place, int button);
   void RunScript(const Script& script);
 
