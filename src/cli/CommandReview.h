@@ -48,11 +48,12 @@ class CommandReview final : public ImportReview, private StatusImportarView {
 
   void SetClase(IClaseImportar& importer) override { form_.SetClase(importer); }
   void RefrescarSumario() override { form_.RefrescarSumario(); }
-  ReviewList& lvStatus() override { return list_; }
+  ReviewListModel& lvStatus() override { return list_; }
   void ShowModal() override;
 
  private:
   void SetExplanation(std::string_view) override {}
+  void SetNote(std::string_view) override {}
   void SetSummary(int, std::string_view text) override { summary_.emplace_back(text); }
   void EnableAccept(bool) override {}
   void PopUpMenu(bool, bool, bool) override {}

@@ -82,8 +82,7 @@ void ReviewListView::MakeColumns() {
     const int stored = layout_.widths.at(place);
     const int width = stored > 0 ? stored / twipsPerPixel : column.width;
     AppendTextColumn(wxString::FromUTF8(column.title), static_cast<unsigned>(number), wxDATAVIEW_CELL_INERT,
-                     FromDIP(width), column.alignment,
-                     wxDATAVIEW_COL_RESIZABLE | wxDATAVIEW_COL_REORDERABLE);
+                     FromDIP(width), column.alignment, wxDATAVIEW_COL_RESIZABLE | wxDATAVIEW_COL_REORDERABLE);
   }
 }
 

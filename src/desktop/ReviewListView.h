@@ -17,7 +17,7 @@ class ReviewListView : public wxDataViewCtrl {
   ReviewListView(wxWindow* parent, AppServices& services);
   ~ReviewListView() override;
 
-  ReviewList& Rows() { return rows_; }
+  ReviewListModel& Rows() { return rows_; }
 
   /// The row of the selected line; 0 when none is selected.
   std::int32_t SelectedRow() const;

@@ -6,6 +6,7 @@
 #include <wx/notebook.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
+#include <wx/textctrl.h>
 
 #include "desktop/ControlName.h"
 #include "desktop/PanelParts.h"
@@ -20,6 +21,7 @@ constexpr std::array tabTitles{"Nuevos Items que se crearán", "Items que se act
                                "Renglones que no se procesarán"};
 constexpr std::array menuTitles{"Asociar a un Item Existente", "Quitar asociación (Crear como nuevo Item)",
                                 "Establecer código para crear nuevo Item (Código Excel)"};
+constexpr int noteLines = 2;
 constexpr int menuIds = wxID_HIGHEST + 100;
 
 }  // namespace
@@ -53,6 +55,7 @@ void StatusImportarDialog::MakeTabs(wxSizer& sizer) {
   for (const char* title : tabTitles) {
     auto* const page = new wxPanel(tabs_);
     page->SetMinSize(wxSize(-1, 0));
+    page->SetCanFocus(false);  // there is nothing in it
     tabs_->AddPage(page, wxString::FromUTF8(title));
   }
   sizer.Add(tabs_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, Gap(*this)));
@@ -65,6 +68,13 @@ void StatusImportarDialog::MakeList(wxSizer& sizer) {
   list_ = new ReviewListView(this, context_.services);
   list_->SetMinSize(FromDIP(wxSize(300, 120)));
   sizer.Add(list_, wxSizerFlags(1).Expand().Border(wxALL, Gap(*this)));
+  // A field and no label, so that the text can be copied. Its height stays, so that the list does not jump.
+  note_ = new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
+                         wxTE_MULTILINE | wxTE_READONLY | wxTE_NO_VSCROLL | wxBORDER_NONE);
+  note_->SetBackgroundColour(GetBackgroundColour());
+  note_->SetMinSize(wxSize(-1, noteLines * note_->GetCharHeight()));
+  NameControl(*note_, "txtNota", "Observación del renglón");
+  sizer.Add(note_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, Gap(*this)));
 }
 
 wxSizer* StatusImportarDialog::MakeFoot() {
@@ -103,24 +113,41 @@ void StatusImportarDialog::BindEvents() {
     event.Veto();
     logic_.QueryUnload();
   });
+  list_->Bind(wxEVT_DATAVIEW_SELECTION_CHANGED, [this](wxDataViewEvent&) { ShowNote(); });
   list_->Bind(wxEVT_DATAVIEW_ITEM_CONTEXT_MENU, [this](wxDataViewEvent&) { AskForMenu(false); });
-  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-    const int key = event.GetKeyCode();
-    const bool menuKey = key == WXK_WINDOWS_MENU || key == WXK_MENU || (key == WXK_F10 && event.ShiftDown());
-    if (key == WXK_ESCAPE) return logic_.bCancelar_Click();
-    if (menuKey && list_->IsDescendant(FindFocus())) return AskForMenu(true);
-    event.Skip();
-  });
+  Bind(wxEVT_CHAR_HOOK, &StatusImportarDialog::OnKey, this);
   for (std::size_t entry = 0; entry < menuTitles.size(); ++entry) {
     const int number = static_cast<int>(entry);
     Bind(
-        wxEVT_MENU, [this, number](wxCommandEvent&) { logic_.mnuRenglonR_Click(number, list_->SelectedRow()); },
+        wxEVT_MENU,
+        [this, number](wxCommandEvent&) {
+          logic_.mnuRenglonR_Click(number, list_->SelectedRow());
+          ShowNote();
+        },
         menuIds + number);
   }
 }
 
+void StatusImportarDialog::OnKey(wxKeyEvent& event) {
+  const int key = event.GetKeyCode();
+  const bool menuKey = key == WXK_WINDOWS_MENU || key == WXK_MENU || (key == WXK_F10 && event.ShiftDown());
+  const bool pageKey = key == WXK_TAB || key == WXK_PAGEDOWN || key == WXK_PAGEUP;
+  if (key == WXK_ESCAPE) return logic_.bCancelar_Click();
+  if (menuKey && list_->IsDescendant(FindFocus())) return AskForMenu(true);
+  // Wherever the focus is: the toolkit knows these keys only inside the tabs, and nothing that takes it is in them.
+  if (pageKey && event.ControlDown() && tabs_->IsEnabled()) {
+    return tabs_->AdvanceSelection(key == WXK_PAGEDOWN || (key == WXK_TAB && !event.ShiftDown()));
+  }
+  event.Skip();
+}
+
 void StatusImportarDialog::OnTab() {
   logic_.tabFiltro_Click(tabs_->GetSelection() + 1);
+  ShowNote();
+}
+
+void StatusImportarDialog::ShowNote() {
+  logic_.lvStatus_ItemClick(list_->SelectedRow());
 }
 
 void StatusImportarDialog::OnAccept() {
@@ -130,6 +157,7 @@ void StatusImportarDialog::OnAccept() {
   if (logic_.bAceptar_Click()) return;
   list_->Enable();
   tabs_->Enable();
+  ShowNote();
   list_->SetFocus();  // what was disabled has lost it, and without it no key arrives
 }
 
@@ -155,6 +183,10 @@ void StatusImportarDialog::PopUpMenu(const std::array<bool, 3>& enabled) {
 
 void StatusImportarDialog::SetExplanation(std::string_view text) {
   explanation_->SetWrapped(text);
+}
+
+void StatusImportarDialog::SetNote(std::string_view text) {
+  note_->ChangeValue(ToWx(text));
 }
 
 void StatusImportarDialog::SetSummary(int index, std::string_view text) {

@@ -16,6 +16,7 @@ class wxButton;
 class wxCheckBox;
 class wxNotebook;
 class wxStaticText;
+class wxTextCtrl;
 
 namespace tolvan {
 
@@ -28,6 +29,7 @@ class StatusImportarDialog : public wxDialog, public LayoutWindow {
 
   ReviewListView& List() { return *list_; }
   void SetExplanation(std::string_view text);
+  void SetNote(std::string_view text);
   void SetSummary(int index, std::string_view text);
   void EnableAccept(bool enabled);
   void PopUpMenu(const std::array<bool, 3>& enabled);
@@ -47,7 +49,9 @@ class StatusImportarDialog : public wxDialog, public LayoutWindow {
   void MakeList(wxSizer& sizer);
   wxSizer* MakeFoot();
   void BindEvents();
+  void OnKey(wxKeyEvent& event);
   void OnTab();
+  void ShowNote();
   void OnAccept();
   void AskForMenu(bool atSelectedLine);
 
@@ -58,6 +62,7 @@ class StatusImportarDialog : public wxDialog, public LayoutWindow {
   wxNotebook* tabs_ = nullptr;
   WrappedText* explanation_ = nullptr;
   ReviewListView* list_ = nullptr;
+  wxTextCtrl* note_ = nullptr;
   std::array<wxStaticText*, 3> summary_{};
   wxCheckBox* reviewed_ = nullptr;
   wxButton* accept_ = nullptr;

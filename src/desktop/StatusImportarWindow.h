@@ -14,8 +14,9 @@ class StatusImportarDialogView : public StatusImportarView {
                            frmStatusImportar& logic)
       : context_(context), work_(work), dialog_(parent, context, work, logic) {}
 
-  ReviewList& lvStatus() override { return dialog_.List().Rows(); }
+  ReviewListModel& lvStatus() override { return dialog_.List().Rows(); }
   void SetExplanation(std::string_view text) override { dialog_.SetExplanation(text); }
+  void SetNote(std::string_view text) override { dialog_.SetNote(text); }
   void SetSummary(int index, std::string_view text) override { dialog_.SetSummary(index, text); }
   void EnableAccept(bool enabled) override { dialog_.EnableAccept(enabled); }
   void PopUpMenu(bool associate, bool dissociate, bool setCode) override {

@@ -30,8 +30,6 @@ ReportLine Headings() {
 
 ReportLine LineOf(const ReviewRow& row) {
   const bool applied = row.action != RowAction::None;
-  std::string remarks = row.reason;
-  if (!row.remarks.empty()) remarks += (remarks.empty() ? "" : "; ") + row.remarks;
   // A value that the workbook does not give stays as it was.
   const auto after = [&](const std::optional<Currency>& given, const std::optional<Currency>& before) {
     return applied ? AmountOrNothing(given ? given : before) : ReportCell();
@@ -44,7 +42,7 @@ ReportLine LineOf(const ReviewRow& row) {
           after(row.cost, row.previousCost),
           AmountOrNothing(row.previousPrice),
           after(row.price, row.previousPrice),
-          remarks};
+          row.AllRemarks()};
 }
 
 void ForEachLine(const PriceImporter& importer, const LineTaker& take) {

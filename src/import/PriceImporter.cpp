@@ -273,6 +273,12 @@ ReviewLine PriceImporter::LineOf(std::int32_t rowNumber) const {
           std::string(ActionText(row.action))};
 }
 
+std::string PriceImporter::NoteOf(std::int32_t row) const {
+  const ReviewRow shown = RowAt(row);
+  const std::string remarks = shown.AllRemarks();
+  return remarks.empty() ? remarks : "Fila " + std::to_string(shown.sheetRow) + " del libro: " + remarks + ".";
+}
+
 std::optional<Currency> PriceImporter::AmountOf(std::int32_t row, std::size_t column) const {
   return ShownAmount(RowAt(row), column);
 }

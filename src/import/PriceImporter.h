@@ -63,6 +63,7 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   virtual ReviewRow RowAt(std::int32_t number) const = 0;
 
   ReviewLine LineOf(std::int32_t row) const final;
+  std::string NoteOf(std::int32_t row) const final;
   std::optional<Currency> AmountOf(std::int32_t row, std::size_t column) const final;
 
  protected:

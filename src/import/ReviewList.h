@@ -28,6 +28,9 @@ class ReviewLineSource {
   /// `row` is one of the rows of the list.
   virtual ReviewLine LineOf(std::int32_t row) const = 0;
 
+  /// What there is to say of a row beside its columns, such as why it is not processed. Spanish; may be empty.
+  virtual std::string NoteOf(std::int32_t /*row*/) const { return {}; }
+
   /// The amount behind the text of a column, for sorting; nothing where the column shows none.
   virtual std::optional<Currency> AmountOf(std::int32_t /*row*/, std::size_t /*column*/) const { return std::nullopt; }
 };

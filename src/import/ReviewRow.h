@@ -29,6 +29,11 @@ struct ReviewRow {
   std::optional<Currency> previousPrice{};  ///< nothing: there is none
   std::string reason{};                     ///< why it is not processed, Spanish; empty when it is
   std::string remarks{};                    ///< what of it is not taken into account, Spanish; may be empty
+
+  /// Reason and remarks as one text.
+  std::string AllRemarks() const {
+    return reason.empty() || remarks.empty() ? reason + remarks : reason + "; " + remarks;
+  }
 };
 
 }  // namespace tolvan

@@ -34,6 +34,9 @@ class ReviewListModel final : public ReviewList {
   std::optional<std::size_t> LineOfRow(std::int32_t row) const;
   ReviewLine TextsOf(std::size_t line) const { return source_->LineOf(rows_[line]); }
 
+  /// What there is to say of a row beside its texts; empty when it is not in the list.
+  std::string NoteOf(std::int32_t row) const { return Contains(row) ? source_->NoteOf(row) : std::string(); }
+
  private:
   void Changed();
   void Sort();

@@ -7,16 +7,19 @@
 
 #include "host/SqlStatement.h"
 #include "host/StatusDisplay.h"
-#include "import/ReviewList.h"
+#include "ui/ReviewListModel.h"
 
 namespace tolvan {
 
 class StatusImportarView : public StatusWindow {
  public:
-  virtual ReviewList& lvStatus() = 0;
+  virtual ReviewListModel& lvStatus() = 0;
 
   /// The explanation of the current tab, lbExp.
   virtual void SetExplanation(std::string_view text) = 0;
+
+  /// What there is to say of the selected row, below the list; may be empty.
+  virtual void SetNote(std::string_view text) = 0;
 
   /// One of the summary lines lCant; `index` is 0 to 2.
   virtual void SetSummary(int index, std::string_view text) = 0;

@@ -14,6 +14,8 @@ namespace {
 constexpr int rightButton = 2;
 constexpr std::array<std::int32_t, 3> explanations{text_id::newItemsExplanation, text_id::updatedItemsExplanation,
                                                    text_id::unprocessedExplanation};
+constexpr int unprocessedTab = 3;
+constexpr std::string_view chooseLine = "Escoja un renglón para ver por qué no se procesa.";
 constexpr std::string_view codeTitle = "Nuevo Código";
 constexpr std::string_view codePrompt = "Establezca el código del nuevo Item (12 Caracteres Max, Sin Espacios)";
 
@@ -43,6 +45,12 @@ void frmStatusImportar::tabFiltro_Click(int tab) {
   tab_ = tab;
   importer_->PintarLV(view_->lvStatus(), 0, tab);
   view_->SetExplanation(ResourceText(explanations.at(static_cast<std::size_t>(tab) - 1)));
+}
+
+void frmStatusImportar::lvStatus_ItemClick(std::int32_t row) {
+  const ReviewListModel& lines = view_->lvStatus();
+  const bool asks = row <= 0 && tab_ == unprocessedTab && lines.Lines() > 0;
+  view_->SetNote(asks ? std::string(chooseLine) : lines.NoteOf(row));
 }
 
 void frmStatusImportar::lvStatus_MouseUp(int button, std::int32_t row) {

@@ -34,6 +34,9 @@ class frmStatusImportar final : public ImportReview {
   /// `tab` is 1 to 3.
   void tabFiltro_Click(int tab);
 
+  /// Another line was selected, or none; `row` is its row, or 0. Its note is shown.
+  void lvStatus_ItemClick(std::int32_t row);
+
   /// A released mouse button over the list; `row` is the selected line's, 0 when none is selected. Only the right
   /// button (2) does anything.
   void lvStatus_MouseUp(int button, std::int32_t row);

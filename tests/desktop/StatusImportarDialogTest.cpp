@@ -1,7 +1,6 @@
 // The review window on real workbooks, as far as the database.
 #include <wx/dataview.h>
 
-
 #include "desktop/ListHeader.h"
 #include "desktop/WindowTest.h"
 
@@ -34,19 +33,28 @@ TEST_F(StatusImportarDialog, AnExcelListIsReviewedAndApplied) {
   const std::string book = Workbook(
       "lista.xlsx",
       {{std::string_view("NUEVO-1"), std::string_view("Uno"), std::string_view(), std::string_view(), 10.5, 15.25},
-       {std::string_view(code), std::string_view("Conocido"), std::string_view(), std::string_view(), 7.5, 99.0}});
+       {std::string_view(code), std::string_view("Conocido"), std::string_view(), std::string_view(), 7.5, 99.0},
+       {std::string_view("NUEVO-1"), std::string_view("Otra vez")}});
   Run([&](WindowDriver& driver) {
     Choose(driver, node::excel, 0, book);
     driver.Click("bGuardar");
     driver.UntilShown("frmStatusImportar");
     EXPECT_EQ(driver.Title("frmStatusImportar"), "Resultados Lectura Archivo");
     EXPECT_EQ(driver.Text("lCant0") + driver.Text("lCant1") + driver.Text("lCant2"),
-              "2 renglones en total.1 renglon nuevo o sin asociar.1 renglon previamente asociado.");
+              "3 renglones en total.2 renglones nuevos o sin asociar.1 renglon previamente asociado.");
     EXPECT_EQ(driver.Line("lvStatus", 0), (std::vector<std::string>{"NUEVO-1", "", "Sí", "UNO", "10.50", "15.25",
                                                                     driver.Line("lvStatus", 0).at(6), "Agregar"}));
     EXPECT_FALSE(driver.Enabled("bAceptar"));
     driver.Key("ctrl+Tab");
-    driver.Settle();
+    EXPECT_TRUE(driver.Text("lbExp").starts_with("Estos renglones ya estan enlazados"));
+    driver.Key("ctrl+Next");
+    EXPECT_EQ(driver.Text("txtNota"), "Escoja un renglón para ver por qué no se procesa.");
+    driver.Key("Down");
+    EXPECT_EQ(driver.Text("txtNota"), "Fila 7 del libro: el código se repite: ya está en la fila 5 de la hoja.");
+    for (const char* next : {"txtNota", "Check1", "bCancelar", "tabFiltro", "lvStatus"}) {
+      driver.Key("Tab");
+      EXPECT_EQ(driver.Focused(), next);
+    }
     driver.Click("Check1");
     EXPECT_TRUE(driver.Enabled("bAceptar"));
     driver.Click("Check1");
@@ -54,7 +62,7 @@ TEST_F(StatusImportarDialog, AnExcelListIsReviewedAndApplied) {
     Accept(driver);
     EXPECT_EQ(
         driver.Dismiss(),
-        "Operación realizada con éxito: \n\nNuevos Items: 1\nPrecios Actualizados: 1\nRenglones no procesados: 0");
+        "Operación realizada con éxito: \n\nNuevos Items: 1\nPrecios Actualizados: 1\nRenglones no procesados: 1");
     driver.UntilGone("frmStatusImportar");
     driver.Click("bGuardar");  // nothing is announced twice, and the window goes on
     driver.UntilShown("frmStatusImportar");

@@ -36,8 +36,9 @@ const fs::path tree = TOLVAN_SOURCE_FOLDER;
 /// The review window's view, of which only the search for an item matters here.
 struct SearchingView : StatusImportarView {
   explicit SearchingView(RecordingDatabase& recording) : database(&recording) {}
-  ReviewList& lvStatus() override { return list; }
+  ReviewListModel& lvStatus() override { return list; }
   void SetExplanation(std::string_view) override {}
+  void SetNote(std::string_view) override {}
   void SetSummary(int, std::string_view) override {}
   void EnableAccept(bool) override {}
   void PopUpMenu(bool, bool, bool) override {}

@@ -12,6 +12,7 @@ namespace {
 class FakeImporter : public IClaseImportar, public ReviewLineSource {
  public:
   ReviewLine LineOf(std::int32_t row) const override { return {"C" + std::to_string(row)}; }
+  std::string NoteOf(std::int32_t row) const override { return row == 2 ? "repetido" : ""; }
   std::optional<Currency> AmountOf(std::int32_t row, std::size_t column) const override {
     if (column != review_column::price || row % 5 == 0) return std::nullopt;
     return Currency::FromUnits(row % 3);
@@ -52,8 +53,9 @@ class FakeImporter : public IClaseImportar, public ReviewLineSource {
 };
 
 struct FakeView : StatusImportarView {
-  ReviewList& lvStatus() override { return list; }
+  ReviewListModel& lvStatus() override { return list; }
   void SetExplanation(std::string_view text) override { explanation = text; }
+  void SetNote(std::string_view text) override { note = text; }
   void SetSummary(int index, std::string_view text) override { summary[index] = text; }
   void EnableAccept(bool enabled) override { accept = enabled; }
   void PopUpMenu(bool a, bool b, bool c) override { menu = {a, b, c}; }
@@ -67,6 +69,7 @@ struct FakeView : StatusImportarView {
 
   ReviewListModel list;
   std::string explanation;
+  std::string note;
   std::map<int, std::string> summary;
   bool accept = true;
   std::vector<bool> menu;
@@ -97,6 +100,24 @@ TEST_F(StatusImportar, CountsInSingularAndPlural) {
   EXPECT_EQ(view.summary[0], "1 renglon en total.");
   EXPECT_EQ(view.summary[1], "3 renglones nuevos o sin asociar.");
   EXPECT_EQ(view.summary[2], "0 renglones previamente asociados.");
+}
+
+TEST_F(StatusImportar, TellsWhyTheSelectedRowIsNotProcessed) {
+  view.list.Clear(importer);
+  form.tabFiltro_Click(3);
+  form.lvStatus_ItemClick(0);
+  EXPECT_EQ(view.note, "") << "there is no row to choose";
+  view.list.Add(2);
+  view.list.Add(3);
+  form.lvStatus_ItemClick(0);
+  EXPECT_EQ(view.note, "Escoja un renglón para ver por qué no se procesa.");
+  form.lvStatus_ItemClick(2);
+  EXPECT_EQ(view.note, "repetido");
+  form.lvStatus_ItemClick(3);
+  EXPECT_EQ(view.note, "");
+  form.tabFiltro_Click(1);
+  form.lvStatus_ItemClick(0);
+  EXPECT_EQ(view.note, "");
 }
 
 TEST_F(StatusImportar, OffersTheMenuOfARow) {
