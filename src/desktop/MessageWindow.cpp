@@ -96,7 +96,8 @@ wxSizer* MessageWindow::MakeButtons(Buttons buttons, bool defaultYes) {
 
 void MessageWindow::CopyText() const {
   wxClipboardLocker lock;
-  if (!!lock) wxTheClipboard->SetData(new wxTextDataObject(text_));
+  if (!lock || !wxTheClipboard->SetData(new wxTextDataObject(text_))) return;
+  wxTheClipboard->Flush();  // so that it can be pasted when this program has ended
 }
 
 }  // namespace tolvan

@@ -85,6 +85,7 @@ void OpcionesFrame::MakePanels(wxWindow& parent, wxSizer& sizer) {
   auto* const introduction = new wxPanel(&parent);
   auto* const text = new WrappedText(introduction, {}, FromDIP(430));
   NameControl(*text, control::explicacion);
+  introduction->SetCanFocus(false);  // there is nothing in it to act on
   auto* const introductionSizer = new wxBoxSizer(wxVERTICAL);
   introductionSizer->Add(text, wxSizerFlags().Expand());
   introduction->SetSizer(introductionSizer);

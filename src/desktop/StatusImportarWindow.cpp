@@ -20,7 +20,11 @@ std::optional<std::string> StatusImportarDialogView::PickItem(const SqlStatement
 
 void StatusImportarDialogView::ShowModal() {
   if (work_.SessionEnds()) return;
+  // Grey behind the review: the button there that stops work would else look as if it could be pressed.
+  wxWindow* const owner = dialog_.GetParent();
+  owner->Disable();
   dialog_.ShowModal();
+  owner->Enable();
   dialog_.SaveState();
 }
 

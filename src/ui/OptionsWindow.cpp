@@ -96,7 +96,7 @@ void OptionsWindow::BAbrirArchivo_Click(int element) {
 }
 
 void OptionsWindow::cmdAbrirPlantilla_Click() {
-  if (!busy_) Perform([this] { imports_.cmdAbrirPlantilla_Click(); });
+  Work([this] { imports_.cmdAbrirPlantilla_Click(); });
 }
 
 void OptionsWindow::cmdDCExportarItems_Click() {

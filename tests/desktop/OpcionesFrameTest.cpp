@@ -1,16 +1,38 @@
 // The options window: the daily sales file with mouse and keyboard, the collector's file, where the window was left.
+#include <wx/display.h>
 #include <wx/window.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <regex>
 
 #include "desktop/WindowTest.h"
 #include "support/FileContent.h"
+#include "support/LoopbackServer.h"
 #include "ui/WindowLayout.h"
 
 namespace tolvan::test {
 namespace {
 
-class OpcionesFrame : public WindowTest {};
+class OpcionesFrame : public WindowTest {
+ protected:
+  /// Sends the daily sales file through a mail server that answers as `mode` says. What the window tells of it.
+  std::string Mail(const std::string& mode) {
+    const LoopbackServer server("smtp_server.py", {folder.File(""), mode});
+    const std::string line = "servidor = smtp://127.0.0.1:" + std::to_string(server.Port()) + "\n";
+    const std::string before = ReadFile(places.host);
+    WriteFile(places.host, before + line);
+    std::string told;
+    Run([&](WindowDriver& driver) {
+      driver.ClickLine("tvOpciones", node::dailySales);
+      if (!driver.Enabled("txtC1_Email")) driver.Click("chk1");
+      driver.Click("bGuardar");
+      told = driver.Dismiss();
+    });
+    WriteFile(places.host, before);
+    return told;
+  }
+};
 
 TEST_F(OpcionesFrame, TheDailySalesFileByKeyboardAlone) {
   const int code = Run([&](WindowDriver& driver) {
@@ -54,6 +76,9 @@ TEST_F(OpcionesFrame, TheDailySalesFileByKeyboardAlone) {
 TEST_F(OpcionesFrame, AnInvalidAddressKeepsTheFocusAndAcceptingWithoutAnActionWarns) {
   Run([&](WindowDriver& driver) {
     driver.Click("bGuardar");
+    driver.UntilShown("mensaje");
+    driver.Key("ctrl+c");
+    EXPECT_EQ(driver.Clipboard(), driver.Text("textoMensaje"));
     EXPECT_EQ(driver.Dismiss(),
               "Seleccione primero una categoría a la izquierda de la ventana para Importar/Exportar datos.");
     driver.ClickLine("tvOpciones", node::dailySales);
@@ -96,6 +121,39 @@ TEST_F(OpcionesFrame, TheCollectorsFileIsWritten) {
   EXPECT_NE(ReadFile(path).find("<MultiplesAreas>0</MultiplesAreas>"), std::string::npos);
 }
 
+TEST_F(OpcionesFrame, TheFileIsMailed) {
+  EXPECT_EQ(Mail("accept"), "La operación finalizó con éxito.");
+  EXPECT_EQ(ReadFile(folder.File("envelope")), "tienda@example.com reportes@example.com");
+  EXPECT_EQ(ReadFile(folder.File("attachment")).substr(0, 5), "0001,");
+  EXPECT_EQ(Mail("rcpt 550 5.1.1 no such mailbox"),
+            "Ocurrió uno o más errores en la operación:\n\nError al intentar enviar e-mail\n"
+            "El servidor de correo respondió: 550 5.1.1 no such mailbox");
+}
+
+TEST_F(OpcionesFrame, TheTemplateIsMadeAndOpened) {
+  const std::string opened = folder.File("opened");
+  WriteFile(folder.File("xdg-open"), "#!/bin/sh\nprintf %s \"$1\" > " + opened + "\n");
+  std::filesystem::permissions(folder.File("xdg-open"), std::filesystem::perms::owner_all);
+  const std::string before = std::getenv("PATH");
+  setenv("PATH", (folder.File("") + ":" + before).c_str(), 1);
+  Run([&](WindowDriver& driver) {
+    driver.ClickLine("tvOpciones", node::excel);
+    driver.Click("cmdAbrirPlantilla");
+    EXPECT_EQ(driver.Dismiss(), "¿Desea incluir los datos?");
+    driver.Until("it is opened", [&] { return std::filesystem::exists(opened); });
+    const std::string book = ReadFile(opened);
+    driver.Until("the window goes on", [&] { return driver.Get("bGuardar").IsEnabled(); });
+    // What was made is read back: nothing in it differs from the store.
+    driver.Click("BAbrirArchivo0");
+    driver.AnswerPicker("Seleccionar Archivo de Excel", book);
+    driver.Click("bGuardar");
+    driver.UntilShown("frmStatusImportar");
+    EXPECT_EQ(driver.Lines("lvStatus"), 0U);
+    EXPECT_NE(driver.Text("lCant0"), "0 renglones en total.");
+  });
+  setenv("PATH", before.c_str(), 1);
+}
+
 TEST_F(OpcionesFrame, ReopensWhereItWasLeft) {
   Rectangle left;
   const auto bounds = [](WindowDriver& driver) {
@@ -118,6 +176,17 @@ TEST_F(OpcionesFrame, ReopensWhereItWasLeft) {
     driver.Until("placed",
                  [&] { return dynamic_cast<LayoutWindow&>(driver.Get("frmOpciones")).Bounds().left == left.left; });
     EXPECT_EQ(bounds(driver), left);
+  });
+  // As on a screen that is no longer there.
+  for (const auto& file : std::filesystem::directory_iterator(places.folder + "/ajustes")) {
+    if (file.path().extension() != ".ventanas") continue;
+    const std::regex place("(frmOpciones_[LT])=[0-9]+");
+    WriteFile(file.path(), std::regex_replace(ReadFile(file.path()), place, "$1=90000"));
+  }
+  Run([&](WindowDriver& driver) {
+    driver.OnWindows([&] {
+      EXPECT_TRUE(wxDisplay(0U).GetClientArea().Contains(driver.Get("frmOpciones").GetScreenRect()));
+    });
   });
 }
 

@@ -1,6 +1,7 @@
 #include "desktop/WindowDriver.h"
 
 #include <wx/app.h>
+#include <wx/clipbrd.h>
 #include <wx/dataview.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -299,6 +300,17 @@ std::string WindowDriver::Text(const std::string& name) {
     const wxWindow& control = Get(name);
     const auto* box = dynamic_cast<const wxTextCtrl*>(&control);
     text = FromWx(box != nullptr ? box->GetValue() : control.GetLabel());
+  });
+  return text;
+}
+
+std::string WindowDriver::Clipboard() {
+  std::string text;
+  Settle();
+  OnWindows([&] {
+    const wxClipboardLocker lock;
+    wxTextDataObject copied;
+    if (wxTheClipboard->GetData(copied)) text = FromWx(copied.GetText());
   });
   return text;
 }

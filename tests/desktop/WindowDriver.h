@@ -63,6 +63,9 @@ class WindowDriver {
   // What a person sees.
 
   std::string Text(const std::string& name);
+
+  /// What was copied last.
+  std::string Clipboard();
   std::string Title(const std::string& name);
   std::string Focused();
   bool Enabled(const std::string& name);

@@ -1,7 +1,10 @@
 // What goes wrong while the window is open: files and folders that vanish, a database that goes away, an end in the
 // middle of the work.
+#include <wx/gauge.h>
+
 #include <filesystem>
 #include <fstream>
+#include <regex>
 
 #include "desktop/WindowTest.h"
 #include "support/FileContent.h"
@@ -66,7 +69,13 @@ TEST_F(WindowFailure, ADatabaseThatGoesAway) {
     EXPECT_NE(driver.Dismiss().find("ya no está en su lugar"), std::string::npos);
     driver.Click("bCancelar");
     driver.UntilGone("frmStatusImportar");
-    EXPECT_TRUE(driver.Enabled("bGuardar"));
+    driver.ClickLine("tvOpciones", node::dailySales);
+    driver.Click("bGuardar");
+    EXPECT_NE(driver.Dismiss().find("ya no está en su lugar"), std::string::npos);
+    EXPECT_TRUE(NamesIn(places.exportFolder).empty());
+    std::filesystem::rename(places.database + ".lejos", places.database);
+    driver.Click("bGuardar");
+    EXPECT_EQ(driver.Dismiss(), "La operación finalizó con éxito.");
   });
 }
 
@@ -96,9 +105,35 @@ TEST_F(WindowFailure, AStoppedRegistryImportKeepsWhatIsIn) {
     EXPECT_EQ(driver.Text("lbProgreso"), "Realizando importación de datos, favor esperar...");
     EXPECT_FALSE(driver.Enabled("tvOpciones"));
     EXPECT_EQ(driver.Text("bCancelar"), "&Detener");
+    // Registered are the first 200,000 lines when the bar has gone this far.
+    driver.Until("some are in", [&] { return dynamic_cast<wxGauge&>(driver.Get("pb01")).GetValue() > 250; });
     driver.Key("Escape");
-    EXPECT_NE(driver.Dismiss().find("Operación interrumpida."), std::string::npos);
+    const std::string told = driver.Dismiss();
+    std::smatch counts;
+    ASSERT_TRUE(std::regex_match(
+        told, counts,
+        std::regex("Ocurrió uno o más errores en la operación:\n\n"
+                   "Operación interrumpida. Lo registrado queda guardado, y al repetir la importación continúa por sí "
+                   "sola.\nNuevos clientes registrados: ([0-9]+)\nClientes no registrados: 0\n"
+                   "Lineas con errores: [0-9]+")))
+        << told;
+    EXPECT_NE(counts[1], "0");
+    EXPECT_EQ(Query("SELECT count(*) FROM Clientes WHERE Descripcion LIKE 'EMPRESA %'"), counts[1].str() + ",");
   });
+}
+
+TEST_F(WindowFailure, TheCloseBoxDuringAnImportStopsItAndClosesTheWindow) {
+  const std::string file = Registry(900'000);
+  const int code = Run([&](WindowDriver& driver) {
+    Choose(driver, node::registry, 1, file);
+    driver.Click("bGuardar");
+    driver.UntilShown("pbProgreso");
+    driver.Key("alt+F4");
+    EXPECT_NE(driver.Dismiss().find("Operación interrumpida."), std::string::npos);
+    driver.Click("bMensajeNo");  // the rejected lines are not kept
+    driver.UntilGone("frmOpciones");
+  });
+  EXPECT_EQ(code, 0);
 }
 
 TEST_F(WindowFailure, TheEndOfTheSessionDuringAnImportClosesEverything) {

@@ -133,6 +133,14 @@ TEST_F(WholeWindow, TheRegistryNeedsAFileThatIsThere) {
   EXPECT_EQ(host.services.dialogs.questions.back(), "Seleccionar Archivo de Texto RNC Archivo de Texto RNC|*.txt");
 }
 
+TEST_F(WholeWindow, MakingTheTemplateIsWork) {
+  window.cmdAbrirPlantilla_Click();
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_TRUE(boxes[0].text.starts_with("No se encuentra el archivo de plantilla."));
+  // A wish to stop something earlier is forgotten when work begins, and only then.
+  EXPECT_EQ(view.said, (std::vector<std::string>{"busy", "idle"}));
+}
+
 TEST_F(WholeWindow, TheCollectorsButtonTellsAMissingLibrary) {
   host.services.dialogs.answer = "/articulos.tolpak";
   window.cmdDCExportarItems_Click();
