@@ -1,5 +1,6 @@
 #include "desktop/WindowDriver.h"
 
+#include <gtk/gtk.h>
 #include <wx/app.h>
 #include <wx/clipbrd.h>
 #include <wx/dataview.h>
@@ -246,7 +247,7 @@ void WindowDriver::Key(const std::string& keys) {
 }
 
 void WindowDriver::Type(const std::string& text) {
-  Call("xdotool type --clearmodifiers --delay 4 -- " + Quoted(text));
+  Call("xdotool type --clearmodifiers --delay 2 -- " + Quoted(text));
 }
 
 void WindowDriver::Fill(const std::string& field, const std::string& text) {
@@ -270,15 +271,37 @@ void WindowDriver::UntilPicker(const std::string& title) {
 
 void WindowDriver::AnswerPicker(const std::string& title, const std::string& path) {
   UntilPicker(title);
-  std::this_thread::sleep_for(300ms);  // the picker takes keys only once it has read its folder
-  Type("/");                           // makes it ask for a path
-  std::this_thread::sleep_for(300ms);
+  // A slash makes it ask for a path, once it has read its folder; before that it takes no keys.
+  const auto end = std::chrono::steady_clock::now() + patience;
+  while (PathInPicker().empty()) {
+    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("no path can be typed into " + title);
+    Type("/");
+    for (int glances = 0; glances < 25 && PathInPicker().empty(); ++glances) std::this_thread::sleep_for(glance);
+  }
   Key("ctrl+a");
   Type(path);
-  std::this_thread::sleep_for(200ms);
+  while (!PathInPicker().starts_with(path)) {
+    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("the path does not appear in " + title);
+    std::this_thread::sleep_for(glance);
+  }
   Key("Return");
   Call("timeout 20 sh -c " +
        Quoted("while xdotool search --onlyvisible --name " + Quoted(title) + " >/dev/null 2>&1; do sleep 0.05; done"));
+}
+
+/// What stands in the field for a path of the toolkit's picker; empty when there is no such field yet.
+std::string WindowDriver::PathInPicker() {
+  std::string path;
+  OnWindows([&] {
+    GList* const windows = gtk_window_list_toplevels();
+    for (const GList* each = windows; each != nullptr; each = each->next) {
+      GtkWidget* const focused = gtk_window_get_focus(GTK_WINDOW(each->data));
+      const bool picks = GTK_IS_FILE_CHOOSER(each->data) && gtk_widget_get_mapped(GTK_WIDGET(each->data));
+      if (picks && GTK_IS_ENTRY(focused)) path = gtk_entry_get_text(GTK_ENTRY(focused));
+    }
+    g_list_free(windows);
+  });
+  return path;
 }
 
 std::string WindowDriver::Dismiss() {

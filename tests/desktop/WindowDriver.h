@@ -108,6 +108,7 @@ class WindowDriver {
   wxWindow* Find(const std::string& name) const;
   void UntilReady(const std::string& name);
   Place OnScreen(const std::string& name, int x, int y) const;
+  std::string PathInPicker();
   void MouseTo(Place place, int button);
   void RunScript(const Script& script);
 
