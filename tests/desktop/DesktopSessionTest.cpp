@@ -53,6 +53,7 @@ TEST_F(DesktopSession, ClosesBoxesDialogsAndMenus) {
     Review(driver);
     driver.ClickLine("lvStatus", 0);
     driver.Key("Menu");
+    driver.UntilMenu();
     driver.Key("Down");
     driver.Key("Return");
     driver.UntilShown("buscarItem");
@@ -60,7 +61,7 @@ TEST_F(DesktopSession, ClosesBoxesDialogsAndMenus) {
   EndsBehind("the menu of a row", [&](WindowDriver& driver) {
     Review(driver);
     driver.ClickLine("lvStatus", 0, 3);
-    driver.Settle();
+    driver.UntilMenu();
   });
 }
 

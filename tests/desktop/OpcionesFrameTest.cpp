@@ -184,9 +184,8 @@ TEST_F(OpcionesFrame, ReopensWhereItWasLeft) {
     WriteFile(file.path(), std::regex_replace(ReadFile(file.path()), place, "$1=90000"));
   }
   Run([&](WindowDriver& driver) {
-    driver.OnWindows([&] {
-      EXPECT_TRUE(wxDisplay(0U).GetClientArea().Contains(driver.Get("frmOpciones").GetScreenRect()));
-    });
+    driver.OnWindows(
+        [&] { EXPECT_TRUE(wxDisplay(0U).GetClientArea().Contains(driver.Get("frmOpciones").GetScreenRect())); });
   });
 }
 

@@ -79,6 +79,7 @@ TEST_F(StatusImportarDialog, RowsAreCorrectedByMenuKeyAndSearch) {
     const unsigned before = driver.Lines("lvStatus");
     driver.ClickLine("lvStatus", 0);
     driver.Key("shift+F10");
+    driver.UntilMenu();
     driver.Key("Down");
     driver.Key("Return");
     driver.UntilShown("buscarItem");
@@ -90,6 +91,7 @@ TEST_F(StatusImportarDialog, RowsAreCorrectedByMenuKeyAndSearch) {
     EXPECT_EQ(driver.Lines("lvStatus"), before - 1);
     EXPECT_EQ(driver.Text("lCant2"), "1 renglon previamente asociado.");
     driver.ClickLine("lvStatus", 0, 3);
+    driver.UntilMenu();
     driver.Key("Up");
     driver.Key("Return");
     driver.UntilShown("pregunta");
@@ -116,8 +118,9 @@ TEST_F(StatusImportarDialog, ALargeListIsShownAtOnceSortedAndStoppedWithoutATrac
     driver.UntilShown("lvStatus");
     EXPECT_EQ(driver.Lines("lvStatus"), static_cast<unsigned>(rows));
     driver.ClickHeader("lvStatus", 0);
+    driver.UntilLine("lvStatus", 2, "GRANDE10");
     driver.ClickHeader("lvStatus", 0);
-    driver.UntilFirst("lvStatus", "GRANDE99999");
+    driver.UntilLine("lvStatus", 0, "GRANDE99999");
     Accept(driver);
     driver.UntilShown("estado");
     driver.Key("Escape");
@@ -176,7 +179,7 @@ TEST_F(StatusImportarDialog, ColumnsComeBackAsTheyWereLeft) {
     EXPECT_EQ(driver.Line("lvStatus", 0).front(), first) << "a dragged header does not sort";
     left = columns(driver);
     driver.ClickHeader("lvStatus", 2);
-    driver.UntilFirst("lvStatus", "MORC5120");
+    driver.UntilLine("lvStatus", 0, "MORC5120");
     driver.Click("bCancelar");
     driver.UntilGone("frmStatusImportar");
   });

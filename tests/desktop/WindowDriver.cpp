@@ -43,6 +43,15 @@ void Call(const std::string& command) {
   if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
 }
 
+/// Those that are on the screen, of which wxWidgets knows only its own.
+void ForEachToolkitWindow(const std::function<void(GtkWindow*)>& take) {
+  GList* const windows = gtk_window_list_toplevels();
+  for (const GList* each = windows; each != nullptr; each = each->next) {
+    if (gtk_widget_get_mapped(GTK_WIDGET(each->data))) take(GTK_WINDOW(each->data));
+  }
+  g_list_free(windows);
+}
+
 wxDataViewItem ItemOf(const wxDataViewCtrl& list, unsigned line) {
   if (const auto* lines = dynamic_cast<const wxDataViewVirtualListModel*>(list.GetModel())) return lines->GetItem(line);
   wxDataViewItemArray items;
@@ -164,10 +173,15 @@ void WindowDriver::UntilGone(const std::string& name) {
   Until(name + " is gone", [&] { return Find(name) == nullptr; });
 }
 
+/// Shown, enabled, and in the same place at two looks: a window that has just come up is still being laid out.
 void WindowDriver::UntilReady(const std::string& name) {
+  wxRect before;
   Until(name + " is ready", [&] {
     const wxWindow* const found = Find(name);
-    return found != nullptr && found->IsEnabled();
+    const wxRect now = found == nullptr ? wxRect() : found->GetScreenRect();
+    const bool stays = !now.IsEmpty() && now == before;
+    before = now;
+    return stays && found->IsEnabled();
   });
 }
 
@@ -293,15 +307,22 @@ void WindowDriver::AnswerPicker(const std::string& title, const std::string& pat
 std::string WindowDriver::PathInPicker() {
   std::string path;
   OnWindows([&] {
-    GList* const windows = gtk_window_list_toplevels();
-    for (const GList* each = windows; each != nullptr; each = each->next) {
-      GtkWidget* const focused = gtk_window_get_focus(GTK_WINDOW(each->data));
-      const bool picks = GTK_IS_FILE_CHOOSER(each->data) && gtk_widget_get_mapped(GTK_WIDGET(each->data));
-      if (picks && GTK_IS_ENTRY(focused)) path = gtk_entry_get_text(GTK_ENTRY(focused));
-    }
-    g_list_free(windows);
+    ForEachToolkitWindow([&](GtkWindow* window) {
+      GtkWidget* const focused = gtk_window_get_focus(window);
+      if (GTK_IS_FILE_CHOOSER(window) && GTK_IS_ENTRY(focused)) path = gtk_entry_get_text(GTK_ENTRY(focused));
+    });
   });
   return path;
+}
+
+void WindowDriver::UntilMenu() {
+  Until("a menu is shown", [] {
+    bool shown = false;
+    ForEachToolkitWindow([&](GtkWindow* window) {
+      if (GTK_IS_MENU(gtk_bin_get_child(GTK_BIN(window)))) shown = gtk_grab_get_current() != nullptr;
+    });
+    return shown;
+  });
 }
 
 std::string WindowDriver::Dismiss() {
@@ -390,11 +411,11 @@ unsigned WindowDriver::Lines(const std::string& list) {
   return lines;
 }
 
-void WindowDriver::UntilFirst(const std::string& list, const std::string& text) {
+void WindowDriver::UntilLine(const std::string& list, unsigned line, const std::string& text) {
   const auto end = std::chrono::steady_clock::now() + patience;
-  while (Line(list, 0).front() != text) {
+  while (Line(list, line).front() != text) {
     if (std::chrono::steady_clock::now() > end)
-      throw std::runtime_error("waited in vain: " + list + " begins with " + text);
+      throw std::runtime_error("waited in vain: " + text + " in line " + std::to_string(line) + " of " + list);
     std::this_thread::sleep_for(glance);
   }
 }

@@ -54,6 +54,9 @@ class WindowDriver {
   /// Waits for the toolkit's own picker of that title.
   static void UntilPicker(const std::string& title);
 
+  /// Waits until a menu has come up and takes keys.
+  void UntilMenu();
+
   /// Answers such a picker with a path.
   void AnswerPicker(const std::string& title, const std::string& path);
 
@@ -75,8 +78,8 @@ class WindowDriver {
   std::vector<std::string> Line(const std::string& list, unsigned line);
   unsigned Lines(const std::string& list);
 
-  /// Waits until the first line begins with that text in its first column.
-  void UntilFirst(const std::string& list, const std::string& text);
+  /// Waits until a line, from 0, has that text in its first column.
+  void UntilLine(const std::string& list, unsigned line, const std::string& text);
 
   /// Waits until the keys and clicks so far have been dealt with.
   void Settle();

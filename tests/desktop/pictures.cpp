@@ -92,6 +92,7 @@ void TakeMovilnet(WindowDriver& driver, const DemoPlaces& places) {
   driver.Click("bGuardar");
   driver.UntilShown("frmStatusImportar");
   driver.ClickLine("lvStatus", 0, 3);
+  driver.UntilMenu();
   driver.PictureOfWindow("frmStatusImportar", "movilnet-menu");
   driver.Key("Down");
   driver.Key("Return");
@@ -101,6 +102,7 @@ void TakeMovilnet(WindowDriver& driver, const DemoPlaces& places) {
   driver.Key("Escape");
   driver.UntilGone("buscarItem");
   driver.ClickLine("lvStatus", 0, 3);
+  driver.UntilMenu();
   driver.Key("Up");
   driver.Key("Return");
   driver.UntilShown("pregunta");
