@@ -31,8 +31,8 @@ class CountingRelay {
 
  private:
   struct Pair {
-    int client;
-    int server;
+    int client = -1;
+    int server = -1;
     bool clientSpoke = false;  ///< last
   };
 

@@ -1,6 +1,6 @@
 #include "platform/sql/PostgreSqlDialect.h"
 
-#include <algorithm>
+#include <array>
 
 namespace tolvan {
 namespace {
@@ -23,7 +23,8 @@ class Column {
 
   std::string_view ArrayType() const {
     // By the alternatives of SqlLiteral; booleans are numbers here.
-    constexpr std::string_view types[] = {"text[]", "smallint[]", "bigint[]", "numeric[]", "timestamp[]", "text[]"};
+    constexpr std::array<std::string_view, std::variant_size_v<SqlLiteral>> types{
+        "text[]", "smallint[]", "bigint[]", "numeric[]", "timestamp[]", "text[]"};
     std::size_t kind = 0;
     for (std::size_t row = 0; row < Size() && kind == 0; ++row) kind = At(row).index();
     return types[kind];
