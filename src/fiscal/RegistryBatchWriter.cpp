@@ -101,8 +101,11 @@ bool RegistryBatchWriter::RunAsOne(Places places) {
     const std::unique_ptr<Recordset> added = database_.OpenRecordset(statement_.ForMany(rows));
     for (; !added->AtEnd(); added->MoveNext()) codes.emplace(added->Text(0));
   } catch (const HostError& error) {
-    if (!IsFailureOfStatement(error)) throw;
-    return false;
+    if (IsFailureOfStatement(error)) return false;
+    const bool lost = error.Kind() == HostErrorKind::Unreachable || error.Kind() == HostErrorKind::Timeout;
+    if (!lost) throw;
+    // The statement is a transaction of its own, so this is like losing the connection in a commit.
+    throw HostError(HostErrorKind::OutcomeUnknown, error.what(), {}, error.NativeCode());
   }
   for (std::size_t index = 0; index < places.size(); ++index) {
     const CustomerRow row = batch_->RowOf(batch_->Lines()[places[index]]);

@@ -32,6 +32,17 @@ class ProgressScale {
   unsigned shift_ = 0;
 };
 
+std::string StoppedText(const HostError& error) {
+  std::string text = TextForPeople(error);
+  if (error.Kind() == HostErrorKind::OutcomeUnknown) {
+    // What its usual text warns of, repeating, is safe here.
+    text = "Se perdió la conexión; un grupo de líneas puede haber quedado registrado sin contarse: ";
+    text += error.what();
+  }
+  return text + std::string(lineBreak) +
+         "La importación se detuvo; lo registrado queda guardado, y al repetirla continúa por sí sola.";
+}
+
 bool HoldsNul(std::string_view name) {
   return name.substr(0, longestName).find('\0') != std::string_view::npos;
 }
@@ -84,10 +95,7 @@ std::string TaxpayerRegistryImport::RunOnFile(InputFile& file) {
     end_ = RegistryImportEnd::Finished;
     return {};
   } catch (const HostError& error) {
-    if (error.Kind() != HostErrorKind::Interrupted) {
-      return TextForPeople(error) + std::string(lineBreak) +
-             "La importación se detuvo; lo registrado queda guardado, y al repetirla continúa por sí sola.";
-    }
+    if (error.Kind() != HostErrorKind::Interrupted) return StoppedText(error);
     end_ = RegistryImportEnd::Interrupted;
     return "Operación interrumpida. Lo registrado queda guardado, y al repetir la importación continúa por sí sola.";
   }

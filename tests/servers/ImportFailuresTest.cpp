@@ -69,18 +69,23 @@ class ImportFailures : public ::testing::Test {
     EXPECT_EQ(store_.Ask("SELECT count(*) FROM Precios WHERE Precio IN (200, 1000, 10)"), std::to_string(6 * items));
   }
 
-  /// While the import waits in its commit for what `waitEvent` names, `action`.
+  /// A thread that does it as soon as the process on the server waits for what `waitEvent` names.
+  std::thread WhenItWaits(pid_t backend, const std::string& waitEvent, const std::function<void(pid_t)>& action) const {
+    return std::thread([=, this] {
+      const std::string ask = "SELECT count(*) FROM pg_stat_activity WHERE pid = " + std::to_string(backend) +
+                              " AND wait_event = '" + waitEvent + "'";
+      for (int attempt = 0; attempt < 500; ++attempt) {
+        if (store_.Ask(ask) == "1") return action(backend);
+        ::usleep(10'000);
+      }
+      ADD_FAILURE() << "it never waited for " << waitEvent;
+    });
+  }
+
   void WhileItCommits(const std::string& waitEvent, const std::function<void(pid_t)>& action) {
     const pid_t backend = Backend();
     std::thread other;
-    ActingStatus status(atCommit, [&] {
-      other = std::thread([&, backend] {
-        const std::string ask = "SELECT count(*) FROM pg_stat_activity WHERE pid = " + std::to_string(backend) +
-                                " AND wait_event = '" + waitEvent + "'";
-        while (store_.Ask(ask) != "1") ::usleep(10'000);
-        action(backend);
-      });
-    });
+    ActingStatus status(atCommit, [&] { other = WhenItWaits(backend, waitEvent, action); });
     const ImportOutcome outcome = Apply(status);
     if (other.joinable()) other.join();
     EXPECT_FALSE(outcome.applied);
@@ -113,6 +118,25 @@ TEST_F(ImportFailures, AServerKilledWhileItAppliesLeavesNothing) {
   EXPECT_FALSE(Apply(status).applied);
   store_.server.Start();
   ExpectNothing();
+}
+
+TEST_F(ImportFailures, AProcessKilledWhileItWritesTheRegistryEndsIt) {
+  const std::string registry = MakeRegistry(9'000);
+  store_.Ask(
+      "CREATE FUNCTION Esperar() RETURNS trigger LANGUAGE plpgsql AS $$BEGIN"
+      " IF (SELECT count(*) FROM Clientes) = 8000 THEN PERFORM pg_sleep(60); END IF; RETURN NULL; END$$;"
+      "CREATE TRIGGER Lento AFTER INSERT ON Clientes FOR EACH STATEMENT EXECUTE FUNCTION Esperar()");
+  std::thread other = WhenItWaits(Backend(), "PgSleep", [](pid_t backend) { ::kill(backend, SIGKILL); });
+  const RegistryRun run = store_.ImportRegistry(database_, registry);
+  other.join();
+  EXPECT_FALSE(run.finished);
+  EXPECT_EQ(run.counts.newCustomers, 4'000);
+  EXPECT_EQ(run.counts.errors, 0);
+  EXPECT_THAT(run.message, HasSubstr("puede haber quedado registrado sin contarse"));
+  store_.server.WaitUntilItAnswers();
+  EXPECT_EQ(store_.Ask("SELECT count(*) FROM Clientes"), "4000");
+  store_.Ask("DROP TRIGGER Lento ON Clientes");
+  EXPECT_EQ(store_.ImportRegistry(database_, registry).counts.newCustomers, 5'000);
 }
 
 TEST_F(ImportFailures, AProcessKilledInTheCommitBeforeItWasKeptLeavesNothing) {

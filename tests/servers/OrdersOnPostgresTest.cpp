@@ -13,6 +13,7 @@
 #include "platform/sqlite/SqliteDatabaseServices.h"
 #include "support/CommandRunner.h"
 #include "support/FileContent.h"
+#include "support/LoopbackServer.h"
 #include "support/PostgresServer.h"
 
 namespace tolvan::test {
@@ -133,6 +134,18 @@ class OrdersOnPostgres : public ::testing::Test {
 TEST_F(OrdersOnPostgres, ExportTheSameSales) {
   ExpectSame({"ventas", "--fecha", "2024-02-28"});
   ExpectSame({"--json", "vexlor"});
+  std::vector<std::string> days;
+  for (Store* store : {&local_, &server_}) {
+    const TemporaryFolder folder;
+    const LoopbackServer reporting("sales_server.py", {folder.Path()});
+    WriteFile(folder.File("pending"), "1 20240227 20240228");
+    store->Run({"opciones", "SVentas_DireccionServidor=127.0.0.1:" + std::to_string(reporting.Port())});
+    const CommandResult sent = store->Run({"subir-ventas"});
+    EXPECT_EQ(sent.code, 0) << sent.messages;
+    days.push_back(ReadFile(folder.File("days/20240227")) + ReadFile(folder.File("days/20240228")));
+  }
+  EXPECT_THAT(days[0], testing::HasSubstr(" 27 2 2024 "));
+  EXPECT_EQ(days[1], days[0]);
 }
 
 TEST_F(OrdersOnPostgres, ImportTheSamePrices) {
