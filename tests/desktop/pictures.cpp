@@ -73,6 +73,14 @@ void TakeTab(WindowDriver& driver, int tab, const std::string& name) {
   driver.PictureOfWindow("frmStatusImportar", name);
 }
 
+void TakeUnprocessed(WindowDriver& driver) {
+  driver.Key("ctrl+Next");
+  driver.UntilShown("txtNota");
+  driver.Settle();
+  driver.ClickLine("lvStatus", 1);
+  driver.PictureOfWindow("frmStatusImportar", "excel-no-procesar");
+}
+
 void TakeExcel(WindowDriver& driver, const DemoPlaces& places) {
   Choose(driver, excel, "BAbrirArchivo0", "Seleccionar Archivo de Excel", places.examples + "/precios.xlsx");
   driver.PictureOfWindow("frmOpciones", "excel");
@@ -80,6 +88,7 @@ void TakeExcel(WindowDriver& driver, const DemoPlaces& places) {
   driver.UntilShown("frmStatusImportar");
   TakeTab(driver, 0, "excel-nuevos");
   TakeTab(driver, 1, "excel-actualizar");
+  TakeUnprocessed(driver);
   driver.Click("Check1");
   driver.Click("bAceptar");
   TakeMessage(driver, "excel-resumen");
