@@ -28,7 +28,7 @@ std::string OriginFingerprint(const HashService& hashes, std::string_view brand,
 std::vector<MovilnetDecision> MovilnetClassifier::LookUp(std::span<const MovilnetRow> rows) const {
   std::vector<MovilnetDecision> decisions(rows.size());
   for (std::size_t begin = 0; begin < rows.size(); begin += rowsPerBatch) {
-    if (store_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "interrumpido");
+    if (store_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "");
     const std::size_t count = std::min(rowsPerBatch, rows.size() - begin);
     const std::span<MovilnetDecision> block = std::span(decisions).subspan(begin, count);
     LookUpBlock(rows.subspan(begin, count), block);

@@ -177,7 +177,7 @@ void PriceImporter::ApplyRows(StatusDisplay& status, const ApplyTables& tables) 
   status.SetRange(rows);
   ItemWriter writer(Database());
   for (std::int32_t row = 1; row <= rows; ++row) {
-    if (UserInterruption().Requested()) throw HostError(HostErrorKind::Interrupted, "interrumpido");
+    if (UserInterruption().Requested()) throw HostError(HostErrorKind::Interrupted, "");
     const RowAction action = ActionOf(row);
     if (action == RowAction::Create) writer.Create(ForRow(row, [&] { return CreationOf(row, tables); }));
     if (action == RowAction::Update) writer.Update(ForRow(row, [&] { return UpdateOf(row, tables); }));
@@ -224,6 +224,8 @@ bool PriceImporter::FailSilently(const HostError& error) {
 std::string PriceImporter::Explain(const std::exception& cause) const {
   const auto* error = dynamic_cast<const HostError*>(&cause);
   if (error == nullptr) return cause.what();
+  // No row is to blame for it, however far the engine had come.
+  if (error->Kind() == HostErrorKind::Interrupted) return TextForPeople(HostError(HostErrorKind::Interrupted, ""));
   const auto* row = dynamic_cast<const RowFailure*>(error);
   if (row == nullptr) return TextForPeople(*error);
   const ReviewRow shown = RowAt(static_cast<std::int32_t>(row->Row()));

@@ -43,7 +43,7 @@ void Settle(const TemplateRow& row, TemplateDecision& decision) {
 std::vector<TemplateDecision> TemplateClassifier::Classify(std::span<const TemplateRow> rows) const {
   std::vector<TemplateDecision> decisions(rows.size());
   for (std::size_t begin = 0; begin < rows.size(); begin += rowsPerBatch) {
-    if (store_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "interrumpido");
+    if (store_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "");
     const std::size_t count = std::min(rowsPerBatch, rows.size() - begin);
     ClassifyBlock(rows.subspan(begin, count), std::span(decisions).subspan(begin, count));
   }

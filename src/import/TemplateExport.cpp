@@ -54,7 +54,7 @@ void TemplateExport::Fill(NewWorkbook& workbook) {
   const Interruption& interruption = context_->services.UserInterruption();
   const auto items = application.Database().OpenRecordset(AllItemsStatement(application.InventoryFlag(), defaultCode));
   for (; !items->AtEnd(); items->MoveNext()) {
-    if (interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "interrumpido");
+    if (interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "");
     const ItemRecord item = ItemRecord::Read(*items, taxes);
     workbook.AppendRow(CellsOf(item));
     ++rows_;

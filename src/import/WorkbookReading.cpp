@@ -18,7 +18,7 @@ void ReadDataRows(SpreadsheetApplication& application, std::string_view path, st
   std::uint32_t expected = firstRow;
   while (reader->NextRow(row)) {
     if (row.number < firstRow) continue;
-    if (interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "interrumpido", std::string(path));
+    if (interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "", std::string(path));
     Announce(status, expected);
     // Behind a gap nothing is read, even where rows hold data.
     if (row.number != expected || !take(row)) return;

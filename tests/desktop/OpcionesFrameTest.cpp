@@ -1,6 +1,6 @@
 // The options window: the daily sales file with mouse and keyboard, the collector's file, where the window was left.
 #include <wx/display.h>
-#include <wx/window.h>
+#include <wx/toplevel.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -156,26 +156,32 @@ TEST_F(OpcionesFrame, TheTemplateIsMadeAndOpened) {
 
 TEST_F(OpcionesFrame, ReopensWhereItWasLeft) {
   Rectangle left;
-  const auto bounds = [](WindowDriver& driver) {
-    Rectangle found;
-    driver.OnWindows([&] { found = dynamic_cast<LayoutWindow&>(driver.Get("frmOpciones")).Bounds(); });
-    return found;
+  const auto frame = [](const WindowDriver& driver) -> wxTopLevelWindow& {
+    return dynamic_cast<wxTopLevelWindow&>(driver.Get("frmOpciones"));
+  };
+  const auto layout = [](const WindowDriver& driver) -> LayoutWindow& {
+    return dynamic_cast<LayoutWindow&>(driver.Get("frmOpciones"));
   };
   Run([&](WindowDriver& driver) {
-    driver.OnWindows([&] {
-      dynamic_cast<LayoutWindow&>(driver.Get("frmOpciones")).SetBounds({1500, 1800, 13500, 9000});
-    });
-    driver.Until("moved",
-                 [&] { return dynamic_cast<LayoutWindow&>(driver.Get("frmOpciones")).Bounds().width == 13500; });
+    driver.OnWindows([&] { layout(driver).SetBounds({1500, 1800, 13500, 9000}); });
+    driver.Until("moved", [&] { return layout(driver).Bounds().width == 13500; });
     driver.Settle();
-    left = bounds(driver);
+    driver.OnWindows([&] { left = layout(driver).Bounds(); });
     driver.Key("Escape");
     driver.UntilGone("frmOpciones");
   });
   Run([&](WindowDriver& driver) {
-    driver.Until("placed",
-                 [&] { return dynamic_cast<LayoutWindow&>(driver.Get("frmOpciones")).Bounds().left == left.left; });
-    EXPECT_EQ(bounds(driver), left);
+    driver.Until("placed", [&] { return layout(driver).Bounds() == left; });
+    driver.OnWindows([&] { frame(driver).Maximize(); });
+    driver.Until("maximised", [&] { return frame(driver).IsMaximized(); });
+    driver.Settle();
+    driver.Key("Escape");
+    driver.UntilGone("frmOpciones");
+  });
+  Run([&](WindowDriver& driver) {
+    driver.Until("maximised again", [&] { return frame(driver).IsMaximized(); });
+    driver.OnWindows([&] { frame(driver).Maximize(false); });
+    driver.Until("as it was before", [&] { return layout(driver).Bounds() == left; });
   });
   // As on a screen that is no longer there.
   for (const auto& file : std::filesystem::directory_iterator(places.folder + "/ajustes")) {

@@ -84,6 +84,8 @@ TEST_F(WindowFailure, RejectedLinesAreOfferedAfterTheImport) {
   Run([&](WindowDriver& driver) {
     Choose(driver, node::registry, 1, Registry(2000));
     driver.Click("bGuardar");
+    driver.UntilShown("iconoInformacion");
+    EXPECT_EQ(driver.Title("mensaje"), "Operación finalizada");
     EXPECT_EQ(driver.Dismiss(),
               "Operación finalizada. \n\nNuevos clientes registrados: 2000\n"
               "Clientes no registrados: 0\nLineas con errores: 2");
