@@ -11,8 +11,10 @@ install(FILES ${packaging}/do.tolvan.ImpExp.desktop DESTINATION share/applicatio
 install(FILES ${packaging}/do.tolvan.ImpExp.svg DESTINATION share/icons/hicolor/scalable/apps)
 install(FILES ${packaging}/do.tolvan.ImpExp.metainfo.xml DESTINATION share/metainfo)
 install(FILES ${CMAKE_SOURCE_DIR}/LICENSE DESTINATION share/doc/tolvan-impexp RENAME copyright)
-install(FILES ${CMAKE_SOURCE_DIR}/CHANGELOG.md ${CMAKE_SOURCE_DIR}/docs/formats.md
-  DESTINATION share/doc/tolvan-impexp)
+set(docs ${CMAKE_SOURCE_DIR}/docs)
+install(FILES ${CMAKE_SOURCE_DIR}/CHANGELOG.md ${docs}/formats.md ${docs}/importacion.md ${docs}/manual.es.md
+  ${docs}/registro-rnc.md ${docs}/servidores.md DESTINATION share/doc/tolvan-impexp)
+install(DIRECTORY ${docs}/imagenes DESTINATION share/doc/tolvan-impexp)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/esquema ${CMAKE_SOURCE_DIR}/data/permisos DESTINATION share/tolvan-impexp)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/plantillas/PlantillasImpresion DESTINATION share/tolvan-impexp)
 
@@ -31,4 +33,5 @@ set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 # toolkit draws some signs with librsvg.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "librsvg2-common, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "odbc-postgresql, tdsodbc")
 include(CPack)
