@@ -40,9 +40,10 @@ StatusImportarDialog::StatusImportarDialog(wxWindow* parent, const ComponentCont
            wxSizerFlags().Border(wxALL, Gap(*this)));
   MakeTabs(*all);
   MakeList(*all);
-  all->Add(MakeFoot(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, Gap(*this)));
+  wxSizer* const foot = MakeFoot();
+  all->Add(foot, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, Gap(*this)));
   SetSizer(all);
-  SetMinSize(FromDIP(wxSize(560, 420)));
+  SetMinSize(wxSize(wxMin(foot->CalcMin().x + 2 * Gap(*this), wxGetClientDisplayRect().width), FromDIP(420)));
   SetClientSize(FromDIP(wxSize(956, 610)));
   BindEvents();
   RestoreLayout(context.services, *this);
@@ -81,6 +82,7 @@ wxSizer* StatusImportarDialog::MakeFoot() {
   auto* const counts = new wxBoxSizer(wxVERTICAL);
   for (std::size_t index = 0; index < summary_.size(); ++index) {
     summary_.at(index) = MakeLabel(*this, {});
+    summary_.at(index)->SetMinSize(GetTextExtent("000000 renglones previamente asociados."));
     NameControl(*summary_.at(index), "lCant" + std::to_string(index));
     counts->Add(summary_.at(index));
   }
