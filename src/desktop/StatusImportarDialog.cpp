@@ -94,12 +94,13 @@ wxSizer* StatusImportarDialog::MakeFoot() {
   auto* const buttons = new wxBoxSizer(wxHORIZONTAL);
   buttons->Add(accept_, wxSizerFlags().Border(wxRIGHT, Gap(*this)));
   buttons->Add(cancel_);
-  auto* const decision = new wxBoxSizer(wxVERTICAL);
-  decision->Add(reviewed_, wxSizerFlags().Right().Border(wxBOTTOM, Gap(*this)));
-  decision->Add(buttons, wxSizerFlags().Right());
-  auto* const foot = new wxBoxSizer(wxHORIZONTAL);
-  foot->Add(counts, wxSizerFlags(1).CentreVertical());
-  foot->Add(decision);
+  auto* const outcome = new wxBoxSizer(wxHORIZONTAL);
+  outcome->Add(counts, wxSizerFlags(1).CentreVertical());
+  outcome->Add(buttons, wxSizerFlags().Bottom());
+  // The check box has a row of its own: beside the counts it would leave them too little of a narrow screen.
+  auto* const foot = new wxBoxSizer(wxVERTICAL);
+  foot->Add(reviewed_, wxSizerFlags().Right().Border(wxBOTTOM, Gap(*this)));
+  foot->Add(outcome, wxSizerFlags().Expand());
   return foot;
 }
 
