@@ -3,35 +3,16 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "NobodyThere.h"
 #include "fiscal/TaxpayerRegistryImport.h"
 #include "platform/files/PosixFileHelper.h"
 
 namespace tolvan::bench {
-namespace {
-
-class NoDialogs final : public Dialogs {
- public:
-  void ShowMessage(MessageIcon, std::string_view, std::string_view) override {}
-  bool AskYesNo(std::string_view, std::string_view, bool defaultYes) override { return defaultYes; }
-  std::optional<std::string> AskText(std::string_view, std::string_view, std::string_view) override { return {}; }
-  std::optional<std::string> PickFileToOpen(std::string_view, std::string_view) override { return {}; }
-  std::optional<std::string> PickFileToSave(std::string_view, std::string_view, std::string_view) override {
-    return {};
-  }
-  std::optional<std::string> PickFolder(std::string_view, std::string_view) override { return {}; }
-};
-
-class Never final : public Interruption {
- public:
-  bool Requested() const noexcept override { return false; }
-};
-
-}  // namespace
 
 RegistryCounts ImportRegistry(DatabaseServices& database, const SqlDialect& dialect, const std::string& registryPath) {
   PosixFileHelper files("/");
   NoDialogs dialogs;
-  const Never never;
+  const NoInterruption never;
   clsCallBackProgreso progress;
   TaxpayerRegistryImport import({database, dialect, files, dialogs, never, progress});
   import.SetRutaArchivo(registryPath);

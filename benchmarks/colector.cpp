@@ -11,7 +11,7 @@
 
 #include "Bench.h"
 #include "BenchFolder.h"
-#include "host/Dialogs.h"
+#include "NobodyThere.h"
 #include "platform/files/PosixFileHelper.h"
 #include "platform/sql/SqlScript.h"
 #include "platform/sqlite/SqliteDatabaseServices.h"
@@ -129,20 +129,6 @@ void WriteReference(const std::vector<Article>& all, const std::string& instance
   out.Leaf("Codigo", "01");
   out.Finish();
 }
-
-struct NoDialogs : Dialogs {
-  using Text = std::string_view;
-  void ShowMessage(MessageIcon, Text, Text) override {}
-  bool AskYesNo(Text, Text, bool defaultYes) override { return defaultYes; }
-  std::optional<std::string> AskText(Text, Text, Text) override { return {}; }
-  std::optional<std::string> PickFileToOpen(Text, Text) override { return {}; }
-  std::optional<std::string> PickFileToSave(Text, Text, Text) override { return {}; }
-  std::optional<std::string> PickFolder(Text, Text) override { return {}; }
-};
-
-struct NoInterruption : Interruption {
-  bool Requested() const noexcept override { return false; }
-};
 
 /// The most memory that this process has had, in MB.
 long PeakMemory() {

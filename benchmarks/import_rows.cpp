@@ -9,6 +9,7 @@
 
 #include "Bench.h"
 #include "BenchFolder.h"
+#include "NobodyThere.h"
 #include "import/ItemStatements.h"
 #include "import/ItemWriter.h"
 #include "import/TemplateClassifier.h"
@@ -45,10 +46,6 @@ std::string Code(int number) {
   return "IT" + PaddedNumber(number, 6);
 }
 
-struct NeverStops : Interruption {
-  bool Requested() const noexcept override { return false; }
-};
-
 /// Half of the rows are items of the store with another cost and price, half are new ones.
 std::vector<TemplateRow> HalfNewRows() {
   std::vector<TemplateRow> rows(items);
@@ -66,7 +63,7 @@ std::vector<TemplateRow> HalfNewRows() {
 void Classify(DatabaseServices& database, const std::vector<TemplateRow>& rows) {
   const TaxTable taxes = TaxTable::Load(database);
   const DepartmentTable departments = DepartmentTable::Load(database);
-  const NeverStops never;
+  const NoInterruption never;
   const TemplateClassifier classifier({database, 0, taxes, departments, never}, true);
   const std::vector<TemplateDecision> decisions = classifier.Classify(rows);
   for (const TemplateDecision& decision : decisions) {

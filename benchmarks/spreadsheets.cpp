@@ -16,6 +16,7 @@
 
 #include "Bench.h"
 #include "BenchFolder.h"
+#include "NobodyThere.h"
 #include "base/Currency.h"
 #include "base/Text.h"
 #include "platform/spreadsheet/WorkbookFile.h"
@@ -27,11 +28,6 @@ namespace {
 
 constexpr std::size_t rowsInWorkbook = 50'000;
 constexpr std::size_t columns = 13;
-
-class NeverAsked : public Interruption {
- public:
-  bool Requested() const noexcept override { return false; }
-};
 
 /// Without blanks and line ends, cut, in upper case.
 std::string CleanCode(std::string_view text, std::size_t length) {
@@ -59,7 +55,7 @@ std::size_t Clean(const SheetRow& row) {
 
 template <class Reader>
 void Read(const std::string& path, bool clean) {
-  const NeverAsked never;
+  const NoInterruption never;
   Reader reader(std::make_unique<WorkbookFile>(path), never);
   std::size_t rows = 0;
   std::size_t cells = 0;

@@ -88,7 +88,8 @@ void DesktopSession::ShowWindow(const ComponentContext& context) {
 void DesktopSession::End() {
   work_.EndSession();
   CloseWindows();
-  if (closing_ == nullptr) closing_ = std::make_unique<wxTimer>();
+  if (closing_ != nullptr) return;
+  closing_ = std::make_unique<wxTimer>();
   closing_->Bind(wxEVT_TIMER, [this](wxTimerEvent&) { CloseWindows(); });
   closing_->Start(closingPause);
 }

@@ -86,15 +86,13 @@ bool RegistryBatchWriter::RunChunk(Places places) {
 
 bool RegistryBatchWriter::RunAsOne(Places places) {
   if (interruption_.Requested()) throw HostError(HostErrorKind::Interrupted, {});
-  // Of lines with one code the first counts, and alone is sent.
+  // Of lines with one code only the first is sent, and below it takes the code that came back with it.
   std::vector<CustomerRow> rows;
   std::unordered_set<std::uint64_t> keys;
-  std::vector<bool> isFirst;
   rows.reserve(places.size());
   for (const std::uint32_t place : places) {
     const BatchLine& line = batch_->Lines()[place];
-    isFirst.push_back(keys.insert(line.key).second);
-    if (isFirst.back()) rows.push_back(batch_->RowOf(line));
+    if (keys.insert(line.key).second) rows.push_back(batch_->RowOf(line));
   }
   std::unordered_set<std::string> codes;
   try {
@@ -107,9 +105,8 @@ bool RegistryBatchWriter::RunAsOne(Places places) {
     // The statement is a transaction of its own, so this is like losing the connection in a commit.
     throw HostError(HostErrorKind::OutcomeUnknown, error.what(), {}, error.NativeCode());
   }
-  for (std::size_t index = 0; index < places.size(); ++index) {
-    const CustomerRow row = batch_->RowOf(batch_->Lines()[places[index]]);
-    inserted_.push_back(isFirst[index] && codes.contains(std::string(row.code)));
+  for (const std::uint32_t place : places) {
+    inserted_.push_back(codes.erase(std::string(batch_->RowOf(batch_->Lines()[place]).code)) > 0);
   }
   return true;
 }
