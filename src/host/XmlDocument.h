@@ -2,8 +2,11 @@
 // it can stand on any library with elements, text and XPath.
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "host/FileHelper.h"
 
@@ -14,6 +17,28 @@ namespace tolvan {
 struct XmlNode {
   void* handle = nullptr;
   bool operator==(const XmlNode&) const = default;
+};
+
+/// Records that a document asks for while it is saved, one after another, so that none of them has to be kept.
+class XmlRecords {
+ public:
+  virtual ~XmlRecords() = default;
+
+  /// Goes to the next record, at the first call to the first; false when there is none, after which it is not called
+  /// again. What it throws ends the save and is thrown by it.
+  virtual bool Next() = 0;
+
+  /// The text of a field of the current record, treated as by AppendText; valid until the next call of either.
+  virtual std::string_view Field(std::size_t index) const = 0;
+};
+
+/// How records stand in the document: in an element `list` one element `record` for each, and in that an element with
+/// one text for each of `fields`, in their order; there is at least one. Without any record the list is an element
+/// without content.
+struct XmlRecordLayout {
+  std::string_view list;
+  std::string_view record;
+  std::vector<std::string_view> fields;
 };
 
 /// Every operation throws HostError: InvalidValue for a name, place or expression that cannot be used, Failed when the
@@ -44,16 +69,13 @@ class XmlDocument {
   /// The first node that the XPath expression selects, seen from `under`; nothing when it selects none.
   virtual std::optional<XmlNode> SelectSingleNode(XmlNode under, std::string_view xpath) const = 0;
 
-  /// The three together append to `parent` an element whose children each hold one text node, as AppendElement and
-  /// AppendText would: begin, one AppendField for each child, end. What is saved is the same, but the element cannot be
-  /// selected or appended to, so that the document may keep it in a form that takes less time and memory. Between begin
-  /// and end nothing else may be done with the document.
-  virtual void BeginRecord(XmlNode parent, std::string_view name) = 0;
-  virtual void AppendField(std::string_view name, std::string_view text) = 0;
-  virtual void EndRecord() = 0;
+  /// Appends a list of records to `parent`. They are asked for when the document is saved, in the order of the document
+  /// and on the thread that saves; until then the list cannot be selected or appended to.
+  virtual void AppendRecords(XmlNode parent, const XmlRecordLayout& layout, std::unique_ptr<XmlRecords> records) = 0;
 
   /// Writes the whole document as UTF-8 without a byte order mark and without added white space. Throws what the file
-  /// throws. Does not commit the file.
+  /// or a list of records throws, and InvalidValue at a second save of a document that holds such a list. Does not
+  /// commit the file, which may be written from another thread, but never after this has returned.
   virtual void Save(WholeFile& file) = 0;
 };
 

@@ -77,37 +77,78 @@ std::string_view LeafText(const Recordset& rows, const Leaf& leaf) {
   return *flag ? "True" : "False";
 }
 
-/// Adds rows to a document and sees to interruption and progress.
-class SectionWriter {
+/// Sees to interruption and progress over all rows of a file.
+class RowWatch {
  public:
-  SectionWriter(XmlDocument& document, XmlNode content, const ItemDefinitionServices& services)
-      : document_(document), content_(content), services_(services) {}
+  explicit RowWatch(const ItemDefinitionServices& services) : services_(services) {}
 
-  /// The number of rows written.
-  std::size_t Write(const Section& section, const SqlStatement& query) {
-    const std::unique_ptr<Recordset> rows = Open(services_.database, query);
-    const XmlNode parent = document_.AppendElement(content_, section.element);
-    std::size_t count = 0;
-    for (; !rows->AtEnd(); rows->MoveNext(), ++count) {
-      document_.BeginRecord(parent, section.rowElement);
-      for (const Leaf& leaf : section.leaves) document_.AppendField(leaf.element, LeafText(*rows, leaf));
-      document_.EndRecord();
-      CountRow();
-    }
-    return count;
-  }
-
- private:
   void CountRow() {
     if (services_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, {});
     if (++rowsRead_ % rowsBetweenReports == 0 && services_.progress) services_.progress(rowsRead_);
   }
 
-  XmlDocument& document_;
-  XmlNode content_;
+ private:
   const ItemDefinitionServices& services_;
   std::size_t rowsRead_ = 0;
 };
+
+/// The rows of a query, which is opened when the first is asked for.
+class SectionRecords final : public XmlRecords {
+ public:
+  /// `count` becomes the number of rows.
+  SectionRecords(const Section& section, SqlStatement query, DatabaseServices& database, RowWatch& watch,
+                 std::size_t& count)
+      : section_(section), query_(std::move(query)), database_(database), watch_(watch), count_(count) {}
+
+  bool Next() override {
+    if (rows_) {
+      rows_->MoveNext();
+    } else {
+      rows_ = Open(database_, query_);
+    }
+    if (rows_->AtEnd()) return false;
+    watch_.CountRow();
+    ++count_;
+    return true;
+  }
+
+  std::string_view Field(std::size_t index) const override { return LeafText(*rows_, section_.leaves[index]); }
+
+ private:
+  const Section& section_;
+  SqlStatement query_;
+  DatabaseServices& database_;
+  RowWatch& watch_;
+  std::size_t& count_;
+  std::unique_ptr<Recordset> rows_;
+};
+
+/// What the lists are made from and counted in while the document is saved.
+struct RowSource {
+  DatabaseServices& database;
+  RowWatch& watch;
+  ItemDefinitionResult& result;
+};
+
+XmlRecordLayout LayoutOf(const Section& section) {
+  XmlRecordLayout layout{section.element, section.rowElement, {}};
+  for (const Leaf& leaf : section.leaves) layout.fields.push_back(leaf.element);
+  return layout;
+}
+
+void AppendContent(clsDatosTransporteXMLSalida& document, bool multipleAreas, bool receiving, const RowSource& source) {
+  XmlDocument& xml = *document.XD();
+  const XmlNode content = document.NodoContenido().value();
+  const auto append = [&](const Section& section, SqlStatement query, std::size_t& count) {
+    xml.AppendRecords(
+        content, LayoutOf(section),
+        std::make_unique<SectionRecords>(section, std::move(query), source.database, source.watch, count));
+  };
+  XMLUtil::AddElement(xml, content, "MultiplesAreas", std::string_view(multipleAreas ? "1" : "0"));
+  append(itemSection, CollectorItemsQuery(), source.result.items);
+  append(barcodeSection, CollectorBarcodesQuery(), source.result.barcodes);
+  append(depositSection, CollectorDepositsQuery(receiving), source.result.deposits);
+}
 
 /// Beside what the user was told: the reason, as far as it is known.
 std::string MissingLibraryText(const XmlLibrary& library) {
@@ -151,7 +192,8 @@ ItemDefinitionResult ItemDefinitionFile::TryToWrite(std::string_view path, bool 
     if (!document.NuevoDocumento(documentClass)) {
       return NotWritten(result, ItemDefinitionOutcome::NoXmlLibrary, MissingLibraryText(services_.xml.Library()));
     }
-    Build(document, multipleAreas, receiving, result);
+    RowWatch watch(services_);
+    AppendContent(document, multipleAreas, receiving, {services_.database, watch, result});
     Save(document, path);
   } catch (const QueryNotOpened& stop) {
     return NotWritten(result, ItemDefinitionOutcome::QueryNotOpened, TextForPeople(stop.reason));
@@ -162,17 +204,6 @@ ItemDefinitionResult ItemDefinitionFile::TryToWrite(std::string_view path, bool 
   }
   result.outcome = ItemDefinitionOutcome::Written;
   return result;
-}
-
-void ItemDefinitionFile::Build(clsDatosTransporteXMLSalida& document, bool multipleAreas, bool receiving,
-                               ItemDefinitionResult& result) {
-  XmlDocument& xml = *document.XD();
-  const XmlNode content = document.NodoContenido().value();
-  XMLUtil::AddElement(xml, content, "MultiplesAreas", std::string_view(multipleAreas ? "1" : "0"));
-  SectionWriter writer(xml, content, services_);
-  result.items = writer.Write(itemSection, CollectorItemsQuery());
-  result.barcodes = writer.Write(barcodeSection, CollectorBarcodesQuery());
-  result.deposits = writer.Write(depositSection, CollectorDepositsQuery(receiving));
 }
 
 void ItemDefinitionFile::Save(clsDatosTransporteXMLSalida& document, std::string_view path) {

@@ -64,7 +64,6 @@ class ItemDefinitionFile {
 
  private:
   ItemDefinitionResult TryToWrite(std::string_view path, bool multipleAreas, bool receiving);
-  void Build(clsDatosTransporteXMLSalida& document, bool multipleAreas, bool receiving, ItemDefinitionResult& result);
   void Save(clsDatosTransporteXMLSalida& document, std::string_view path);
 
   ItemDefinitionServices services_;

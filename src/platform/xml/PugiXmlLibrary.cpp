@@ -1,20 +1,23 @@
-// A tree of pugixml takes 64 bytes for every element and every text, 350 MB for a large store. So records are kept as
-// finished markup in text nodes of 64 KiB. For that all text in the tree is escaped when it is appended, and the tree
-// is written with the library's own escaping off.
+// A tree takes 64 bytes for every element and every text, 350 MB for a large store. So lists of records are not in it:
+// the number of the list keeps its place, between two of a character that no text of a document can hold, and the list
+// is written when the tree is saved. All text in the tree is escaped when it is appended and the library's own escaping
+// is off.
 #include "platform/xml/PugiXmlLibrary.h"
 
-#include <exception>
+#include <charconv>
 #include <pugixml.hpp>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/xml/XmlCharacters.h"
+#include "platform/xml/XmlRecordList.h"
 
 namespace tolvan {
 namespace {
 
 constexpr unsigned int asItStands = pugi::format_raw | pugi::format_no_escapes | pugi::format_no_declaration;
-constexpr std::size_t markupBlock = std::size_t{1} << 16;
+constexpr char listMark = '\x01';
 
 pugi::xml_node NodeOf(XmlNode node) {
   return pugi::xml_node(static_cast<pugi::xml_node_struct*>(node.handle));
@@ -42,54 +45,19 @@ void RequireName(std::string_view name) {
   if (!IsXmlName(name)) Refuse("nombre de elemento XML no admitido", name);
 }
 
-struct Tags {
-  std::string name, opening, closing;
-};
+std::size_t ListNumber(std::string_view digits) {
+  std::size_t number = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), number);
+  return number;
+}
 
-/// The tags of the names used so far. Records repeat the same few names in the same order, so the next is nearly always
-/// found at the first look.
-class TagCache {
+class TextWriter final : public pugi::xml_writer {
  public:
-  /// Valid until the next call. Throws for what is no name.
-  const Tags& Of(std::string_view name) {
-    for (std::size_t looks = 0; looks < all_.size(); ++looks) {
-      if (next_ >= all_.size()) next_ = 0;
-      const Tags& tags = all_[next_++];
-      if (tags.name == name) return tags;
-    }
-    RequireName(name);
-    const std::string text(name);
-    all_.push_back({text, "<" + text + ">", "</" + text + ">"});
-    next_ = all_.size();
-    return all_.back();
-  }
+  void write(const void* data, std::size_t size) override { text_.append(static_cast<const char*>(data), size); }
+  std::string_view Text() const { return text_; }
 
  private:
-  std::vector<Tags> all_;
-  std::size_t next_ = 0;
-};
-
-// The library is not made for writers that throw: the first failure waits until it is done.
-class FileWriter final : public pugi::xml_writer {
- public:
-  explicit FileWriter(WholeFile& file) : file_(file) {}
-
-  void write(const void* data, std::size_t size) override {
-    if (failure_) return;
-    try {
-      file_.Write({static_cast<const char*>(data), size});
-    } catch (...) {
-      failure_ = std::current_exception();
-    }
-  }
-
-  void RethrowFailure() const {
-    if (failure_) std::rethrow_exception(failure_);
-  }
-
- private:
-  WholeFile& file_;
-  std::exception_ptr failure_;
+  std::string text_;
 };
 
 class PugiXmlDocument final : public XmlDocument {
@@ -102,25 +70,19 @@ class PugiXmlDocument final : public XmlDocument {
   XmlNode AppendElement(XmlNode parent, std::string_view name) override;
   void AppendText(XmlNode parent, std::string_view text) override;
   std::optional<XmlNode> SelectSingleNode(XmlNode under, std::string_view xpath) const override;
-  void BeginRecord(XmlNode parent, std::string_view name) override;
-  void AppendField(std::string_view name, std::string_view text) override;
-  void EndRecord() override;
+  void AppendRecords(XmlNode parent, const XmlRecordLayout& layout, std::unique_ptr<XmlRecords> records) override;
   void Save(WholeFile& file) override;
 
  private:
-  void StoreMarkup();
-
   pugi::xml_document document_;
-  pugi::xml_node markupNode_;  // the text node that markup_ is going to be the value of
-  std::string markup_;
-  std::string recordEnd_;
-  TagCache tags_;
+  std::vector<XmlRecordList> lists_;
   std::string scratch_;
 };
 
 void PugiXmlDocument::AppendProcessingInstruction(std::string_view target, std::string_view data) {
   const bool isDeclaration = target == "xml";
   if (isDeclaration && (!data.empty() || HasChildren())) Refuse("la declaración XML debe ir primero y sin datos", data);
+  if (data.find(listMark) != std::string_view::npos) Refuse("texto no admitido en XML", data);
   pugi::xml_node node = document_.append_child(isDeclaration ? pugi::node_declaration : pugi::node_pi);
   RequireDone(node.set_name(std::string(target).c_str()));
   // Without a version a parser refuses the declaration.
@@ -140,12 +102,9 @@ void PugiXmlDocument::AppendText(XmlNode parent, std::string_view text) {
   pugi::xml_node node = NodeOf(parent).append_child(pugi::node_pcdata);
   RequireDone(!node.empty());
   if (text.empty()) return;
-  if (!IsPlainXmlText(text)) {
-    scratch_.clear();
-    AppendXmlText(scratch_, text);
-    text = scratch_;
-  }
-  RequireDone(node.set_value(text.data(), text.size()));
+  scratch_.clear();
+  AppendXmlText(scratch_, text);
+  RequireDone(node.set_value(scratch_.data(), scratch_.size()));
 }
 
 std::optional<XmlNode> PugiXmlDocument::SelectSingleNode(XmlNode under, std::string_view xpath) const {
@@ -156,47 +115,28 @@ std::optional<XmlNode> PugiXmlDocument::SelectSingleNode(XmlNode under, std::str
   }
 }
 
-void PugiXmlDocument::BeginRecord(XmlNode parent, std::string_view name) {
-  const Tags& tags = tags_.Of(name);
-  pugi::xml_node node = NodeOf(parent);
-  // Records that follow one another share a text node; anything appended between them begins a new one.
-  if (!markupNode_ || node.last_child() != markupNode_) {
-    StoreMarkup();
-    markupNode_ = node.append_child(pugi::node_pcdata);
-    RequireDone(!markupNode_.empty());
-  }
-  markup_ += tags.opening;
-  recordEnd_ = tags.closing;
-}
-
-void PugiXmlDocument::AppendField(std::string_view name, std::string_view text) {
-  const Tags& tags = tags_.Of(name);
-  markup_ += tags.opening;
-  if (IsPlainXmlText(text)) {
-    markup_ += text;
-  } else {
-    AppendXmlText(markup_, text);
-  }
-  markup_ += tags.closing;
-}
-
-void PugiXmlDocument::EndRecord() {
-  markup_ += recordEnd_;
-  if (markup_.size() >= markupBlock) StoreMarkup();
-}
-
-void PugiXmlDocument::StoreMarkup() {
-  if (!markupNode_) return;
-  RequireDone(markupNode_.set_value(markup_.data(), markup_.size()));
-  markupNode_ = {};
-  markup_.clear();
+void PugiXmlDocument::AppendRecords(XmlNode parent, const XmlRecordLayout& layout,
+                                    std::unique_ptr<XmlRecords> records) {
+  RequireName(layout.list);
+  RequireName(layout.record);
+  for (const std::string_view field : layout.fields) RequireName(field);
+  if (layout.fields.empty()) Refuse("faltan los campos de los registros", layout.record);
+  pugi::xml_node place = NodeOf(parent).append_child(pugi::node_pcdata);
+  RequireDone(!place.empty() && place.set_value((listMark + std::to_string(lists_.size()) + listMark).c_str()));
+  lists_.emplace_back(layout, std::move(records));
 }
 
 void PugiXmlDocument::Save(WholeFile& file) {
-  StoreMarkup();
-  FileWriter writer(file);
-  document_.save(writer, "", asItStands, pugi::encoding_utf8);
-  writer.RethrowFailure();
+  TextWriter tree;
+  document_.save(tree, "", asItStands, pugi::encoding_utf8);
+  std::string_view rest = tree.Text();
+  for (std::size_t mark = rest.find(listMark); mark != std::string_view::npos; mark = rest.find(listMark)) {
+    file.Write(rest.substr(0, mark));
+    const std::size_t end = rest.find(listMark, mark + 1);
+    lists_.at(ListNumber(rest.substr(mark + 1, end - mark - 1))).Write(file);
+    rest.remove_prefix(end + 1);
+  }
+  file.Write(rest);
 }
 
 }  // namespace

@@ -13,6 +13,19 @@ bool IsPlain(char c) {
   return (c >= 0x20 && c < 0x7F && c != '&' && c != '<' && c != '>') || c == '\t' || c == '\n';
 }
 
+/// Quick; may say no to a text that needs no change.
+bool IsPlainText(std::string_view text) {
+  // Without an early end, so that the compiler can look at many bytes at once; nearly every text is plain.
+  unsigned other = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    other |= static_cast<unsigned>(byte < 0x20) | static_cast<unsigned>(byte > 0x7E) |
+             static_cast<unsigned>(byte == '&') | static_cast<unsigned>(byte == '<') |
+             static_cast<unsigned>(byte == '>');
+  }
+  return other == 0;
+}
+
 // Stray bytes come from NextCodePoint as surrogates, which are not allowed either.
 bool IsAllowed(char32_t c) {
   if (c < 0x20) return c == '\t' || c == '\n' || c == '\r';
@@ -48,19 +61,11 @@ bool IsXmlName(std::string_view text) {
   return !text.empty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), follows);
 }
 
-bool IsPlainXmlText(std::string_view text) {
-  // Without an early end, so that the compiler can look at many bytes at once; nearly every text is plain.
-  unsigned other = 0;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    other |= static_cast<unsigned>(byte < 0x20) | static_cast<unsigned>(byte > 0x7E) |
-             static_cast<unsigned>(byte == '&') | static_cast<unsigned>(byte == '<') |
-             static_cast<unsigned>(byte == '>');
-  }
-  return other == 0;
-}
-
 void AppendXmlText(std::string& out, std::string_view text) {
+  if (IsPlainText(text)) {
+    out += text;
+    return;
+  }
   for (std::size_t position = 0; position < text.size();) {
     const auto* const start = text.begin() + position;
     const auto* const stop = std::find_if_not(start, text.end(), IsPlain);

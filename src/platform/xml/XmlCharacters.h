@@ -9,9 +9,6 @@ namespace tolvan {
 /// Whether the text is a name of XML 1.0. Beyond ASCII every character counts as a letter.
 bool IsXmlName(std::string_view text);
 
-/// Whether the text can stand between tags as it is. Quick; may say no to a text that needs no change.
-bool IsPlainXmlText(std::string_view text);
-
 /// Appends `text` with the characters of markup written as entities, a carriage return as a character reference (a
 /// reader would turn it into a line feed), and everything that XML 1.0 does not allow as U+FFFD, one for each character
 /// or byte.

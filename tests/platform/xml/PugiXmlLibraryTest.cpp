@@ -17,6 +17,33 @@ struct MemoryFile : WholeFile {
   std::size_t room = std::size_t{1} << 30;
 };
 
+/// Rows with a text to escape, an empty one and a long one. Fails before row `failsAt`.
+class Rows : public XmlRecords {
+ public:
+  explicit Rows(int count, int failsAt = -1) : count_(count), failsAt_(failsAt) {}
+
+  bool Next() override {
+    if (++row_ == failsAt_) throw HostError(HostErrorKind::Unreachable, "se perdió la conexión");
+    texts_ = {"fila & " + std::to_string(row_), "", std::string(90, '.')};
+    return row_ < count_;
+  }
+  std::string_view Field(std::size_t index) const override { return texts_.at(index); }
+
+  static std::string Markup(int count) {
+    std::string markup;
+    for (int row = 0; row < count; ++row) {
+      markup += "<F><T>fila &amp; " + std::to_string(row) + "</T><N></N><L>" + std::string(90, '.') + "</L></F>";
+    }
+    return markup;
+  }
+
+ private:
+  int count_;
+  int failsAt_;
+  int row_ = -1;
+  std::vector<std::string> texts_;
+};
+
 class PugiXmlLibraryTest : public ::testing::Test {
  protected:
   std::string Saved() const {
@@ -25,6 +52,11 @@ class PugiXmlLibraryTest : public ::testing::Test {
     return file.bytes;
   }
 
+  void AppendRows(std::string_view list, int count) {
+    document_->AppendRecords(root_, {list, "F", {"T", "N", "L"}}, std::make_unique<Rows>(count));
+  }
+
+  const XmlRecordLayout layout_{"Lista", "F", {"T", "N", "L"}};
   PugiXmlLibrary library_;
   std::unique_ptr<XmlDocument> document_ = library_.CreateDocument();
   XmlNode root_ = document_->AppendElement(document_->Top(), "R");
@@ -54,44 +86,50 @@ TEST_F(PugiXmlLibraryTest, TextIsAlwaysWellFormed) {
 }
 
 TEST_F(PugiXmlLibraryTest, RecordsAreSavedWhereTheyWereAppended) {
-  const XmlNode before = document_->AppendElement(root_, "A");
-  const XmlNode other = document_->AppendElement(root_, "B");
-  std::string inRoot;
-  std::string inOther;
-  for (int row = 0; row < 30'000; ++row) {  // several megabytes, so that blocks follow one another
-    const std::string number = std::to_string(row) + std::string(90, '.');
-    const bool toOther = row % 1'000 > 990;
-    document_->BeginRecord(toOther ? other : root_, "F");
-    document_->AppendField("T", "fila & " + number);
-    document_->AppendField("N", "");
-    document_->EndRecord();
-    (toOther ? inOther : inRoot) += "<F><T>fila &amp; " + number + "</T><N></N></F>";
-    if (row % 5'000 != 7) continue;
-    document_->AppendText(document_->AppendElement(root_, "E"), number);
-    inRoot += "<E>" + number + "</E>";
+  const XmlNode first = document_->AppendElement(root_, "A");
+  constexpr int many = 30'000;  // several megabytes, so that blocks follow one another
+  AppendRows("Muchas", many);
+  AppendRows("Ninguna", 0);
+  document_->AppendText(document_->AppendElement(root_, "E"), "al final");
+  document_->AppendRecords(first, layout_, std::make_unique<Rows>(1));  // appended later, stands earlier
+  EXPECT_FALSE(document_->SelectSingleNode(root_, "Muchas"));
+  EXPECT_EQ(document_->SelectSingleNode(root_, "A"), first);
+  EXPECT_TRUE(Saved() == "<R><A><Lista>" + Rows::Markup(1) + "</Lista></A><Muchas>" + Rows::Markup(many) +
+                             "</Muchas><Ninguna/><E>al final</E></R>");
+  EXPECT_THROW(Saved(), HostError);  // the records are gone
+}
+
+TEST_F(PugiXmlLibraryTest, FailuresEndTheSave) {
+  const auto failure = [&](int rows, int failsAt, std::size_t room) {
+    const auto document = library_.CreateDocument();
+    document->AppendRecords(document->AppendElement(document->Top(), "R"), layout_,
+                            std::make_unique<Rows>(rows, failsAt));
+    MemoryFile file;
+    file.room = room;
+    try {
+      document->Save(file);
+    } catch (const HostError& error) {
+      return error.Kind();
+    }
+    return HostErrorKind::Failed;
+  };
+  constexpr std::size_t enough = std::size_t{1} << 30;
+  for (const int rows : {3, 30'000}) {
+    EXPECT_EQ(failure(rows, rows - 1, enough), HostErrorKind::Unreachable);
+    for (const std::size_t room : {0U, 5U, 200U}) EXPECT_EQ(failure(rows, -1, room), HostErrorKind::Full) << room;
   }
-  document_->AppendText(before, "al final");
-  const std::string saved = Saved();
-  EXPECT_TRUE(saved == "<R><A>al final</A><B>" + inOther + "</B>" + inRoot + "</R>");
-  EXPECT_TRUE(Saved() == saved);
-  EXPECT_FALSE(document_->SelectSingleNode(root_, "F"));
-  EXPECT_EQ(document_->SelectSingleNode(root_, "A"), before);
+  EXPECT_EQ(failure(30'000, -1, 2'000'000), HostErrorKind::Full);
 }
 
 TEST_F(PugiXmlLibraryTest, RefusesWhatCannotBe) {
   EXPECT_THROW(document_->SelectSingleNode(root_, "A["), HostError);
   for (const char* name : {"", "a<b", "a b", "1a", "-a"}) {
     EXPECT_THROW(document_->AppendElement(root_, name), HostError) << name;
-    EXPECT_THROW(document_->BeginRecord(root_, name), HostError) << name;
+    EXPECT_THROW(document_->AppendRecords(root_, {name, "F", {"T"}}, std::make_unique<Rows>(0)), HostError) << name;
+    EXPECT_THROW(document_->AppendRecords(root_, {"L", name, {"T"}}, std::make_unique<Rows>(0)), HostError) << name;
+    EXPECT_THROW(document_->AppendRecords(root_, {"L", "F", {name}}, std::make_unique<Rows>(0)), HostError) << name;
   }
   EXPECT_THROW(document_->AppendProcessingInstruction("xml", ""), HostError);  // no longer first
-}
-
-TEST_F(PugiXmlLibraryTest, AFullDiskStopsTheSave) {
-  document_->AppendText(root_, std::string(100'000, 'x'));
-  MemoryFile file;
-  file.room = 50'000;
-  EXPECT_THROW(document_->Save(file), HostError);
 }
 
 }  // namespace
