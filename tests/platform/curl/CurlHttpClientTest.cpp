@@ -23,7 +23,7 @@ class CurlHttpClientTest : public testing::Test {
     request.host = "127.0.0.1";
     request.port = static_cast<std::uint16_t>(server_.Port());
     request.pathAndQuery = pathAndQuery;
-    request.totalTimeout = std::chrono::milliseconds(1500);
+    request.totalTimeout = std::chrono::milliseconds(4000);
     request.maximumBody = 250'000;
     return CurlHttpClient(interruption_).Get(request);
   }

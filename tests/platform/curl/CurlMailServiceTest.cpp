@@ -39,8 +39,8 @@ class CurlMailServiceTest : public testing::Test {
     options_.product = "Ñandú";
     options_.storeId = "0001";
     options_.connectTimeout = std::chrono::milliseconds(3000);
-    options_.answerTimeout = std::chrono::milliseconds(1000);
-    options_.totalTimeout = std::chrono::milliseconds(5000);
+    options_.answerTimeout = std::chrono::milliseconds(2000);
+    options_.totalTimeout = std::chrono::milliseconds(15000);
     for (int index = 0; index < 70'000; ++index) content_ += static_cast<char>(index * 7 % 251);
     content_ += "\r\n.\r\n..\nFrom x\n";
     test::WriteFile(folder_.File("240131.txt"), content_);
