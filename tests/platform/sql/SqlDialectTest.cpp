@@ -68,12 +68,15 @@ TEST(SqlDialectTest, TheCustomerInsertOfEveryEngine) {
 TEST(SqlDialectTest, AStatementIsRenderedWithItsLiteralsInPlace) {
   const auto dialect = MakeSqlDialect(DatabaseEngine::SqlServer);
   SqlStatement condition(" WHERE Codigo = ");
-  condition.Text("¿qué?").Sql(" AND Activo = ").Boolean(true);
+  condition.Text("? o ''=?").Sql(" AND Activo = ").Boolean(true);
   SqlStatement statement("UPDATE T SET Nota = ");
   statement.Null().Append(condition).Sql(" AND Fecha < " + dialect->CurrentMoment());
   EXPECT_EQ(statement.Render(*dialect),
-            "UPDATE T SET Nota = NULL WHERE Codigo = N'¿qué?' AND Activo = 1 AND Fecha < GETDATE()");
+            "UPDATE T SET Nota = NULL WHERE Codigo = '? o ''''=?' AND Activo = 1 AND Fecha < GETDATE()");
   EXPECT_EQ(statement.ParameterText(), "UPDATE T SET Nota = ? WHERE Codigo = ? AND Activo = ? AND Fecha < GETDATE()");
+  condition.Append(condition);
+  EXPECT_EQ(condition.ParameterText(), " WHERE Codigo = ? AND Activo = ? WHERE Codigo = ? AND Activo = ?");
+  EXPECT_EQ(condition.Literals().size(), 4U);
 }
 
 }  // namespace tolvan::test
