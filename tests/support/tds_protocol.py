@@ -7,11 +7,10 @@ import datetime
 import decimal
 import struct
 
-SQL_BATCH, RPC, REPLY, ATTENTION, TRANSACTION, LOGIN7, PRELOGIN = 0x01, 0x03, 0x04, 0x06, 0x0E, 0x10, 0x12
-DONE, DONEPROC, DONEINPROC = 0xFD, 0xFE, 0xFF
+SQL_BATCH, REPLY, ATTENTION, TRANSACTION, LOGIN7, PRELOGIN = 0x01, 0x04, 0x06, 0x0E, 0x10, 0x12
+DONE = 0xFD
 MORE, FAILED, COUNT, STOPPED = 0x01, 0x02, 0x10, 0x20
 COLLATION = bytes.fromhex("0a0c100034")  # Modern_Spanish_CI_AS and its code page
-PROCEDURES = {10: "sp_executesql", 11: "sp_prepare", 12: "sp_execute", 13: "sp_prepexec", 15: "sp_unprepare"}
 EPOCH = datetime.datetime(1900, 1, 1)
 
 
@@ -73,8 +72,8 @@ def login_answer(login):
             + done())
 
 
-def done(status=0, count=0, token=DONE):
-    return struct.pack("<BHHQ", token, status, 0xC1, count)
+def done(status=0, count=0):
+    return struct.pack("<BHHQ", DONE, status, 0xC1, count)
 
 
 def error(number, severity, text, line=1):
@@ -147,94 +146,15 @@ def row(described, values):
 
 # Reading what the driver sends.
 
-class Reader:
-    def __init__(self, data):
-        self.data, self.place = data, 0
-
-    def take(self, count):
-        self.place += count
-        return self.data[self.place - count:self.place]
-
-    def number(self, layout):
-        return struct.unpack(layout, self.take(struct.calcsize(layout)))[0]
-
-    def more(self):
-        return self.place < len(self.data)
-
-    def skip_headers(self):
-        self.take(self.number("<I") - 4)
-
-    def parameter(self):
-        """One parameter of a call as a Python value."""
-        self.take(self.number("<B") * 2 + 1)  # name and status
-        kind = self.number("<B")
-        if kind in (0xE7, 0xA7, 0xA5, 0xEF, 0xAF):
-            return self.text(kind)
-        if kind in (0x63, 0x23):
-            return self.long_text(kind)
-        if kind == 0x28:
-            size = 3
-        else:
-            size = self.number("<B")
-        if kind == 0x6A or kind == 0x6C:
-            scale = self.take(2)[1]
-        length = self.number("<B")
-        data = self.take(length)
-        if length == 0:
-            return None
-        if kind in (0x26, 0x68):
-            return int.from_bytes(data, "little", signed=kind == 0x26)
-        if kind in (0x6A, 0x6C):
-            return decimal.Decimal(int.from_bytes(data[1:], "little") * (1 if data[0] else -1)).scaleb(-scale)
-        if kind == 0x6D:
-            return struct.unpack("<d" if size == 8 else "<f", data)[0]
-        return data.hex()  # dates of every kind: what they are is told by their bytes
-
-    def long_text(self, kind):
-        self.take(9)  # the most it may hold, and its collation
-        length = self.number("<i")
-        return None if length < 0 else self.take(length).decode("utf-16-le" if kind == 0x63 else "cp1252")
-
-    def text(self, kind):
-        most = self.number("<H")
-        if kind != 0xA5:
-            self.take(5)
-        if most == 0xFFFF:
-            data, null = b"", self.number("<Q") == 0xFFFFFFFFFFFFFFFF
-            while not null and (length := self.number("<I")):
-                data += self.take(length)
-        else:
-            length = self.number("<H")
-            null = length == 0xFFFF
-            data = b"" if null else self.take(length)
-        return None if null else data.decode("utf-16-le" if kind in (0xE7, 0xEF) else "cp1252")
+def without_headers(body):
+    return body[struct.unpack_from("<I", body)[0]:]
 
 
 def read_batch(body):
-    reader = Reader(body)
-    reader.skip_headers()
-    return reader.data[reader.place:].decode("utf-16-le")
-
-
-def read_call(body):
-    """The procedure's name and its parameters."""
-    reader = Reader(body)
-    reader.skip_headers()
-    length = reader.number("<H")
-    if length == 0xFFFF:
-        number = reader.number("<H")
-        name = PROCEDURES.get(number, str(number))
-    else:
-        name = reader.take(length * 2).decode("utf-16-le")
-    reader.take(2)
-    parameters = []
-    while reader.more():
-        parameters.append(reader.parameter())
-    return name, parameters
+    return without_headers(body).decode("utf-16-le")
 
 
 def read_transaction(body):
     """The number of a transaction manager request (5 begins, 7 commits, 8 rolls back), and what follows it."""
-    reader = Reader(body)
-    reader.skip_headers()
-    return reader.number("<H"), reader.take(len(body))
+    request = without_headers(body)
+    return struct.unpack_from("<H", request)[0], request[2:]

@@ -13,7 +13,8 @@ It holds no data. FOLDER/answers.json says what it answers: a JSON object whose 
 
 The keys "login", "begin", "commit" and "rollback" stand for those requests; a login has one step, an error. A statement
 without an answer is an error of its own, SET and the words of transactions aside. Every request goes to
-FOLDER/requests, one line each: what kind, a blank, the text, and of a call its parameters as JSON.
+FOLDER/requests, one line each: what kind, a blank, the text. Calls of procedures are not understood: the provider sends
+statements as they are.
 """
 import json
 import pathlib
@@ -71,7 +72,6 @@ class Session:
     def __init__(self, connection):
         self.connection = connection
         self.transaction = 0
-        self.prepared = {}
 
     def note(self, kind, text=""):
         with open(FOLDER / "requests", "a", encoding="utf-8") as file:
@@ -92,32 +92,14 @@ class Session:
             elif kind == tds.SQL_BATCH:
                 text = tds.read_batch(body)
                 self.note("batch", text)
-                self.answer(steps_for(text), tds.DONE)
-            elif kind == tds.RPC:
-                self.call(*tds.read_call(body))
+                self.answer(steps_for(text))
             elif kind == tds.TRANSACTION:
                 self.manage(*tds.read_transaction(body))
             elif kind == tds.ATTENTION:
                 self.note("attention")
                 self.send(tds.done(tds.STOPPED))
-
-    def call(self, name, parameters):
-        """Prepared statements: what they hold is answered like a batch of the same text."""
-        end = b""
-        if name == "sp_executesql":
-            text, values = parameters[0], parameters[2:]
-        elif name in ("sp_prepexec", "sp_prepare"):
-            text, values = parameters[2], parameters[3:]
-            handle = len(self.prepared) + 1
-            self.prepared[handle] = text
-            end = (b"\xac" + struct.pack("<HBBIHBBBi", 0, 0, 1, 0, 0, 0x26, 4, 4, handle))
-        elif name == "sp_execute":
-            text, values = self.prepared.get(parameters[0], ""), parameters[1:]
-        else:
-            text, values = name, parameters
-        self.note(name, text + " " + json.dumps(values, default=str, ensure_ascii=False))
-        quiet = name in ("sp_prepare", "sp_unprepare")
-        self.answer([] if quiet else steps_for(text), tds.DONEINPROC, b"\x79" + struct.pack("<i", 0) + end)
+            else:
+                raise Cut
 
     def manage(self, number, rest):
         """Begins and ends transactions; an end may ask that the next one begins."""
@@ -126,7 +108,7 @@ class Session:
         self.note(name + (" and begin" if next_begins else ""))
         failing = answers().get(name)
         if failing:
-            self.answer(failing, tds.DONE)
+            self.answer(failing)
             return
         mark = struct.pack("<BQ", 8, 1)
         changes = tds.environment(change, b"\0", mark) if name != "begin" else b""
@@ -134,11 +116,11 @@ class Session:
             changes += tds.environment(8, mark, b"\0")
         self.send(changes + tds.done())
 
-    def answer(self, steps, token, end=b""):
-        """Sends the results of all steps. A call ends with what its procedure returns."""
+    def answer(self, steps):
+        """Sends the results of all steps."""
         body = b""
         for place, step in enumerate(steps):
-            last = place == len(steps) - 1 and token == tds.DONE
+            last = place == len(steps) - 1
             if "sleep" in step:
                 if self.stopped(step["sleep"]):
                     return
@@ -147,24 +129,22 @@ class Session:
             elif "cut" in step:
                 self.cut(body)
             else:
-                body += self.step(step, token, 0 if last else tds.MORE)
-        if token != tds.DONE:
-            body += end + tds.done(token=tds.DONEPROC)
+                body += self.step(step, 0 if last else tds.MORE)
         self.send(body or tds.done())
 
     @staticmethod
-    def step(step, token, more):
+    def step(step, more):
         if "error" in step:
-            return tds.error(*step["error"]) + tds.done(more | tds.FAILED, token=token)
+            return tds.error(*step["error"]) + tds.done(more | tds.FAILED)
         if "columns" in step:
             rows = b"".join(tds.row(step["columns"], values) for values in step["rows"])
             result = tds.columns(step["columns"]) + rows
             if "broken" in step:
-                return result + tds.error(*step["broken"]) + tds.done(more | tds.FAILED, token=token)
-            return result + tds.done(more | tds.COUNT, len(step["rows"]), token)
+                return result + tds.error(*step["broken"]) + tds.done(more | tds.FAILED)
+            return result + tds.done(more | tds.COUNT, len(step["rows"]))
         if "count" in step:
-            return tds.done(more | tds.COUNT, step["count"], token)
-        return tds.done(more, token=token)
+            return tds.done(more | tds.COUNT, step["count"])
+        return tds.done(more)
 
     def stopped(self, seconds):
         """Waits. True when the driver sent an attention meanwhile, which is answered."""
