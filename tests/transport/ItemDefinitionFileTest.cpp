@@ -18,8 +18,6 @@
 namespace tolvan::test {
 namespace {
 
-using ::testing::_;
-using ::testing::NiceMock;
 using Outcome = ItemDefinitionOutcome;
 
 constexpr auto store = R"sql(
@@ -72,9 +70,7 @@ class ItemDefinitionFileTest : public ::testing::Test {
   /// The earlier file is whole and nothing lies beside it.
   void ExpectUntouched(const std::string& earlier) const {
     EXPECT_EQ(ReadFile(path_), earlier);
-    int files = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(output_.Path())) files += entry.exists() ? 1 : 0;
-    EXPECT_EQ(files, earlier.empty() ? 0 : 1);
+    EXPECT_EQ(NamesIn(output_.Path()).size(), earlier.empty() ? 0U : 1U);
   }
 
   TemporaryFolder folder_;
@@ -82,7 +78,7 @@ class ItemDefinitionFileTest : public ::testing::Test {
   std::string path_ = output_.File("Articulos 20261115.tolpak");
   SqliteDatabaseServices database_ = OpenStore(folder_.File("tienda.db"));
   PosixFileHelper files_{folder_.Path().string()};
-  NiceMock<MockDialogs> dialogs_;
+  FakeDialogs dialogs_;
   FakeInterruption interruption_;
   PugiXmlLibrary library_;
   basComponenteXML xml_{library_, dialogs_, "Tolvan", ""};
@@ -90,10 +86,6 @@ class ItemDefinitionFileTest : public ::testing::Test {
 
 TEST_F(ItemDefinitionFileTest, BytesForACountAndForReceiving) {
   RunSqlScript(database_, store);
-  EXPECT_CALL(dialogs_, ShowMessage(MessageIcon::Information, "Tolvan",
-                                    "Archivo guardado con éxito\r\nFavor copie el archivo guardado en el dispositivo y "
-                                    "ábralo desde el mismo"))
-      .Times(2);
   const ItemDefinitionResult count = Write(true, false);
   ASSERT_EQ(count.outcome, Outcome::Written) << count.error;
   EXPECT_EQ(ReadFile(path_), Envelope(count.instance, countContent));
@@ -107,6 +99,10 @@ TEST_F(ItemDefinitionFileTest, BytesForACountAndForReceiving) {
       ReplaceAll(ReplaceAll(countContent, "Areas>1<", "Areas>0<"), "<Deposito><Codigo>02</Codigo></Deposito>", "");
   EXPECT_EQ(ReadFile(path_), Envelope(receiving.instance, content));
   EXPECT_TRUE(IsValid());
+  const FakeDialogs::Box told{MessageIcon::Information, "Tolvan",
+                              "Archivo guardado con éxito\r\nFavor copie el archivo guardado en el dispositivo y "
+                              "ábralo desde el mismo"};
+  EXPECT_EQ(dialogs_.boxes, (std::vector{told, told}));
 }
 
 TEST_F(ItemDefinitionFileTest, AnEmptyStoreHasItsThreeLists) {
@@ -136,7 +132,6 @@ TEST_F(ItemDefinitionFileTest, BooleansKeptAsNumbers) {
 }
 
 TEST_F(ItemDefinitionFileTest, AQueryThatCannotBeOpenedStopsSilently) {
-  EXPECT_CALL(dialogs_, ShowMessage(_, _, _)).Times(0);
   for (const char* table : {"Depositos", "Barcodes", "ItemsUnidades"}) {
     database_.Execute(SqlStatement(std::string("DROP TABLE ") + table));
     const ItemDefinitionResult result = Write(true, false);
@@ -144,13 +139,14 @@ TEST_F(ItemDefinitionFileTest, AQueryThatCannotBeOpenedStopsSilently) {
     EXPECT_THAT(result.error, ::testing::HasSubstr(table));
     ExpectUntouched("");
   }
+  EXPECT_TRUE(dialogs_.boxes.empty());
 }
 
 TEST_F(ItemDefinitionFileTest, AFailureLeavesTheEarlierFileWhole) {
   RunSqlScript(database_, store);
   ASSERT_EQ(Write(true, false).outcome, Outcome::Written);
   const std::string earlier = ReadFile(path_);
-  EXPECT_CALL(dialogs_, ShowMessage(MessageIcon::Information, _, _)).Times(0);
+  dialogs_.boxes.clear();
 
   std::signal(SIGXFSZ, SIG_IGN);
   rlimit before{};
@@ -170,16 +166,18 @@ TEST_F(ItemDefinitionFileTest, AFailureLeavesTheEarlierFileWhole) {
   interruption_.requested = true;
   EXPECT_EQ(Write(true, false).outcome, Outcome::Failed);
   ExpectUntouched(earlier);
+  EXPECT_TRUE(dialogs_.boxes.empty());
 }
 
 TEST_F(ItemDefinitionFileTest, WithoutTheLibraryTheUserIsTold) {
   MissingXmlLibrary missing;
   basComponenteXML xml(missing, dialogs_, "Tolvan", "");
-  EXPECT_CALL(dialogs_, ShowMessage(MessageIcon::Exclamation, "Tolvan", _));
   ItemDefinitionFile file({database_, files_, dialogs_, interruption_, xml, "Tolvan", {}});
   const ItemDefinitionResult result = file.Write(path_, true, false);
   EXPECT_EQ(result.outcome, Outcome::NoXmlLibrary);
   EXPECT_THAT(result.error, ::testing::HasSubstr("no está instalado"));
+  ASSERT_EQ(dialogs_.boxes.size(), 1U);
+  EXPECT_EQ(dialogs_.boxes[0].icon, MessageIcon::Exclamation);
   ExpectUntouched("");
 }
 

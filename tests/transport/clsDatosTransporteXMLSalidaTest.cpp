@@ -1,26 +1,27 @@
 #include "transport/clsDatosTransporteXMLSalida.h"
 
+#include <gmock/gmock.h>
+
 #include "base/Text.h"
 #include "platform/xml/PugiXmlLibrary.h"
-#include "transport/TransportFakes.h"
+#include "support/FakeHost.h"
 #include "transport/XMLUtil.h"
 #include "transport/basComponenteXML.h"
 
 namespace tolvan::test {
 namespace {
 
-using ::testing::MatchesRegex;
-using ::testing::NiceMock;
-
 class EnvelopeTest : public ::testing::Test {
  protected:
   static std::string Saved(const clsDatosTransporteXMLSalida& envelope) {
-    MemoryFile file;
-    envelope.XD()->Save(file);
-    return file.bytes;
+    FakeFiles files;
+    const auto file = files.CreateWhole("sobre.xml");
+    envelope.XD()->Save(*file);
+    file->Commit();
+    return files.contents["sobre.xml"];
   }
 
-  NiceMock<MockDialogs> dialogs_;
+  FakeDialogs dialogs_;
   PugiXmlLibrary library_;
   basComponenteXML component_{library_, dialogs_, "Tolvan", ""};
 };
@@ -58,7 +59,7 @@ TEST_F(EnvelopeTest, StatesOfTheObject) {
   const clsDatosTransporteXMLSalida other(component_);
   EXPECT_NE(other.Instancia(), envelope.Instancia());
   constexpr auto digits = "[{][0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}[}]";
-  EXPECT_THAT(envelope.Instancia(), MatchesRegex(digits));
+  EXPECT_THAT(envelope.Instancia(), ::testing::MatchesRegex(digits));
 }
 
 }  // namespace
