@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "base/Text.h"
 #include "cli/demo/DemoStore.h"
@@ -171,9 +170,8 @@ TEST_F(OrdersOnPostgres, WriteTheSameFiles) {
     for (const char* start : {"<Articulo>", "</Articulos>", "<Barcode>", "</Barcodes>", "<Deposito>", "</Depositos>"}) {
       text = ReplaceAll(text, start, std::string("\n") + start);
     }
-    std::vector<std::string> records;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) records.push_back(line);
+    const std::vector<std::string_view> lines = Split(text, '\n');
+    std::vector<std::string> records(lines.begin(), lines.end());
     std::sort(records.begin(), records.end());
     return records;
   };
