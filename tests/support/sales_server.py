@@ -6,18 +6,10 @@ to the question for days is FOLDER/pending, byte for byte; days are accepted wit
 fault of a day ("20240131 cut" a line; "list" stands for the question): refused, empty, error, cut, noise, delayed,
 hangs. What it accepted is kept in FOLDER/days, one file of fields per day, so that a day sent again replaces itself.
 """
-import pathlib
-import socket
-import sys
 import time
 import urllib.parse
 
-FOLDER = pathlib.Path(sys.argv[1])
-
-
-def http(body, status="200 OK", missing=0):
-    head = f"HTTP/1.1 {status}\r\nContent-Length: {len(body) + missing}\r\nConnection: close\r\n\r\n"
-    return head.encode() + body
+from http_answers import FOLDER, response, serve
 
 
 def read(name):
@@ -38,12 +30,12 @@ def fields_of(target):
     return [urllib.parse.unquote(piece) for piece in urllib.parse.unquote(query).split(" ")]
 
 
-def answer(target):
+def answer_to(target):
     fields = fields_of(target)
     asks = fields[:2] == ["1", "1"] and len(fields) == 6
     reports = fields[:2] == ["0", "1"] and len(fields) == 11
     if not target.startswith("/registrarventas.asp?") or not (asks or reports):
-        return http(b"ERROR protocolo", "400 Bad Request")
+        return response(b"ERROR protocolo", "400 Bad Request")
     day = "list" if asks else "%04d%02d%02d" % tuple(int(field) for field in reversed(fields[3:6]))
     fault = fault_of(day)
     if fault == "delayed":
@@ -51,33 +43,22 @@ def answer(target):
     elif fault == "hangs":
         time.sleep(60)
     elif fault:
-        return {"refused": http(b"ERROR%3A%20cerrado otra"), "empty": http(b""), "error": http(b"OK", "500 Error"),
-                "cut": http(b"OK", missing=8), "noise": b"nada\r\n"}[fault]
+        return {"refused": response(b"ERROR%3A%20cerrado otra"), "empty": response(b""),
+                "error": response(b"OK", "500 Error"), "cut": response(b"OK", missing=8), "noise": b"nada\r\n"}[fault]
     if asks:
-        return http(read("pending"))
+        return response(read("pending"))
     (FOLDER / "days").mkdir(exist_ok=True)
     (FOLDER / "days" / day).write_text(" ".join(fields))
-    return http(b"OK")
+    return response(b"OK")
 
 
-def serve(connection):
-    request = b""
-    while b"\r\n\r\n" not in request and (data := connection.recv(65536)):
-        request += data
+def answer(request):
     line = request.split(b"\r\n")[0].decode()
     if line.count(" ") != 2:
-        return
+        return b""
     with open(FOLDER / "requests", "a", encoding="utf-8") as file:
         file.write(line + "\n")
-    connection.sendall(answer(line.split(" ")[1]))
+    return answer_to(line.split(" ")[1])
 
 
-listener = socket.create_server(("127.0.0.1", 0))
-print(listener.getsockname()[1], flush=True)
-while True:
-    client, _ = listener.accept()
-    with client:
-        try:
-            serve(client)
-        except OSError:
-            pass  # the client had enough
+serve(answer)

@@ -2,16 +2,9 @@
 
 Answers by the identifier at the end of the query and keeps the request, byte for byte, in FOLDER/request.
 """
-import os
-import socket
-import sys
+from http_answers import FOLDER, response, serve
 
 FORM = b'<html><input name="txtRncCed" type="text">'
-
-
-def answer(body, status=b"200 OK", missing=0):
-    length = str(len(body) + missing).encode()
-    return b"HTTP/1.1 " + status + b"\r\nContent-Length: " + length + b"\r\n\r\n" + body
 
 
 def row(code, name):
@@ -19,22 +12,17 @@ def row(code, name):
 
 
 ANSWERS = {
-    b"101012341": answer(row(b"101012341", b" PE\xd1A &amp; HIJOS, SRL ")),
-    b"024691352": answer(FORM),
-    b"049382691": answer(b"<html>Portal nuevo</html>"),
-    b"037037022": answer(b"error", b"500 Error"),
-    b"148148051": answer(row(b"148148051", b"CORTADA")[:-40], missing=40),
+    b"101012341": response(row(b"101012341", b" PE\xd1A &amp; HIJOS, SRL ")),
+    b"024691352": response(FORM),
+    b"049382691": response(b"<html>Portal nuevo</html>"),
+    b"037037022": response(b"error", "500 Error"),
+    b"148148051": response(row(b"148148051", b"CORTADA")[:-40], missing=40),
 }
 
-listener = socket.create_server(("127.0.0.1", 0))
-print(listener.getsockname()[1], flush=True)
-while True:
-    connection, _ = listener.accept()
-    request = b""
-    while b"\r\n\r\n" not in request and (data := connection.recv(65536)):
-        request += data
-    with open(os.path.join(sys.argv[1], "request"), "wb") as file:
-        file.write(request)
-    code = request.split(b" ")[1].rpartition(b"=")[2]
-    connection.sendall(ANSWERS.get(code, b""))
-    connection.close()
+
+def answer(request):
+    (FOLDER / "request").write_bytes(request)
+    return ANSWERS.get(request.split(b" ")[1].rpartition(b"=")[2], b"")
+
+
+serve(answer)
