@@ -11,8 +11,8 @@
 
 #include "contract/TemporaryFolder.h"
 #include "platform/files/PosixFileHelper.h"
-#include "platform/spreadsheet/SheetFakes.h"
 #include "support/ChildProcess.h"
+#include "support/FakeHost.h"
 
 namespace tolvan {
 namespace {
@@ -52,8 +52,8 @@ class Reading : public testing::Test {
 
   const test::TemporaryFolder folder;
   const std::string path = folder.File("precios.xlsx");
-  test::SetClock clock;
-  test::SetInterruption interruption;
+  test::FakeClock clock;
+  test::FakeInterruption interruption;
   PosixFileHelper files{folder.Path().string()};
   LocalSpreadsheetApplication application{clock, files, folder.File("nuevos")};
   int rowsRead = 0;

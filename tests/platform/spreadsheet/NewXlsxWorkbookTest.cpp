@@ -11,8 +11,8 @@
 #include "contract/TemporaryFolder.h"
 #include "platform/files/PosixFileHelper.h"
 #include "platform/spreadsheet/LocalSpreadsheetApplication.h"
-#include "platform/spreadsheet/SheetFakes.h"
 #include "support/ChildProcess.h"
+#include "support/FakeHost.h"
 #include "support/FileContent.h"
 
 namespace tolvan {
@@ -45,8 +45,8 @@ class NewXlsxWorkbookTest : public testing::Test {
   const test::TemporaryFolder folder;
   const std::string path = folder.File("libro.xlsx");
   const std::string templatePath = TOLVAN_TEMPLATES "/FormatoMigracion001.XLT";
-  test::SetClock clock;
-  test::SetInterruption never;
+  test::FakeClock clock;
+  test::FakeInterruption never;
   PosixFileHelper files{folder.Path().string()};
   LocalSpreadsheetApplication application{clock, files, folder.File("nuevos")};
 };
