@@ -73,12 +73,6 @@ TEST(DailySalesExport, AnUnattendedRunReportsYesterdayAndLeavesTheStoredDateAlon
             SqlLiteral(DateTime{.date = Date::FromParts(2024, 2, 29)}));
 }
 
-TEST(DailySalesExport, AForcedNameIsUsedAsItStands) {
-  SalesHost host;
-  host.settings.SetText(Setting::NombreArchivo, "Ventas del día.DAT");
-  EXPECT_EQ(host.Run(true).path, "/out/Ventas del día.DAT");
-}
-
 TEST(DailySalesExport, StoredPartsCarryAndNonsenseIsToldWithoutTouchingTheFile) {
   SalesHost host;
   host.settings.SetInteger(Setting::FechaReporteMes, 2);
@@ -94,11 +88,12 @@ TEST(DailySalesExport, StoredPartsCarryAndNonsenseIsToldWithoutTouchingTheFile) 
 TEST(DailySalesExport, AFailedWriteTellsThePathRemovesTheOldFileAndSendsNothing) {
   SalesHost host;
   host.settings.SetText(Setting::CarpetaDestino, "/falta");
+  host.settings.SetText(Setting::NombreArchivo, "Ventas del día.DAT");
   host.settings.SetInteger(Setting::EnviarEmail, 1);
-  host.services.files.contents["/falta/240131.txt"] = "yesterday's line";
+  host.services.files.contents["/falta/Ventas del día.DAT"] = "yesterday's line";
   const DailySalesResult result = host.Run(true);
   EXPECT_FALSE(result.succeeded);
-  EXPECT_EQ(host.errorText, "\r\nError en acceso a la ruta/archivo:\r\n/falta/240131.txt");
+  EXPECT_EQ(host.errorText, "\r\nError en acceso a la ruta/archivo:\r\n/falta/Ventas del día.DAT");
   EXPECT_TRUE(host.services.files.contents.empty());
   EXPECT_TRUE(host.application.mail.sent.empty());
 }

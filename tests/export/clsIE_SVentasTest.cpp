@@ -30,10 +30,8 @@ struct ScriptedHttp : HttpClient {
 struct StoreApplication : test::FakeApplication {
   HttpClient& Http() override { return http; }
   std::string StoreId() const override { return store; }
-  std::string SeparatorText() const override { return separator; }
   ScriptedHttp http;
   std::string store = "0001";
-  std::string separator = ",";
 };
 
 /// A store that sold the same on every day: 12 sales of 1234.565 in all, 34.565 off, 216.005 of taxes.

@@ -5,7 +5,6 @@
 #include <random>
 
 #include "fiscal/RegistryFakes.h"
-#include "fiscal/RegistryFields.h"
 
 namespace tolvan {
 namespace {
@@ -53,31 +52,6 @@ TEST(RegistryLineReader, StopsWithinALineThatDoesNotEnd) {
   RegistryLineReader reader(file, soon, 16);
   RegistryLine line;
   EXPECT_THROW(reader.Next(line), HostError);
-}
-
-TEST(RegistryFields, CutsNamesAtCharacters) {
-  struct Case {
-    std::string bytes;
-    bool utf8;
-    std::string text;
-  };
-  const std::string accents = "\xD1";  // Ñ
-  const std::string marked = "Ñ";
-  const auto repeated = [](const std::string& text, int count) {
-    std::string all;
-    for (; count > 0; --count) all += text;
-    return all;
-  };
-  const Case cases[] = {
-      {repeated("A", 200), false, repeated("A", 125)},      {repeated(accents, 126), false, repeated(marked, 125)},
-      {repeated(marked, 126), true, repeated(marked, 125)}, {repeated(accents, 126), true, repeated(marked, 125)},
-      {"\x81\x80\x9D", false, "\xC2\x81€\xC2\x9D"},         {"  \"A\"  \t", false, "  \"A\"  \t"},
-  };
-  for (const Case& one : cases) {
-    std::string text;
-    AppendCharacters(text, one.bytes, longestName, one.utf8);
-    EXPECT_EQ(text, one.text);
-  }
 }
 
 }  // namespace

@@ -25,6 +25,9 @@ TEST(TaxpayerRegistryImport, CountsEveryKindOfLine) {
   };
   using namespace std::string_literals;
   const std::string longField(600'000, ' ');
+  const std::string manyAccents(126, '\xD1');
+  std::string longestName;
+  for (int character = 0; character < 125; ++character) longestName += "Ñ";
   const Case cases[] = {
       {"an empty file", "", "0 0 0 0", ""},
       {"empty lines only", "\r\n\n\r\n", "0 0 0 3", ""},
@@ -51,6 +54,12 @@ TEST(TaxpayerRegistryImport, CountsEveryKindOfLine) {
        "A\n",
        "2 0 0 2", "00100000009=PEÑA;101012341=PEÑA"},
       {"200 characters", "101012341|" + std::string(200, 'x') + "\n", "1 0 0 1", "101012341=" + std::string(125, 'x')},
+      {"126 characters of Windows-1252", "101012341|" + manyAccents + "\n", "1 0 0 1", "101012341=" + longestName},
+      {"126 characters of either behind the UTF-8 mark",
+       "\xEF\xBB\xBF"
+       "101012341|" +
+           longestName + "Ñ\n00100000009|" + manyAccents + "\n",
+       "2 0 0 2", "00100000009=" + longestName + ";101012341=" + longestName},
       {"a NUL in the name", "101012341|A\0B\n00100000009|C|\0\n"s, "1 0 1 2", "00100000009=C", "1:2"},
       {"a NUL in the identifier", "101\0012341|A\n"s, "0 0 1 1", "", "1:1"},
       {"a name longer than the buffer", "101012341|x" + longField + "|y\n101012341|B\n", "1 2 0 2",

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "services/ApplicationError.h"
-#include "services/ResourceTexts.h"
 #include "support/FakeHost.h"
 
 namespace tolvan {
@@ -51,14 +50,6 @@ TEST(ImpExpSettings, AnUnreadableValueIsZeroOrEmptyAndARefusedOneIsTheApplicatio
     EXPECT_STREQ(error.what(), "Error al intentar guardar opciones del sistema");
     EXPECT_EQ(static_cast<std::uint32_t>(error.Code()), 0x800400FFU);
   }
-}
-
-TEST(ResourceTexts, LoadTextPutsTheProductNameAndAnUnknownIdIsEmpty) {
-  FakeHost host;
-  EXPECT_EQ(LoadText(host.application, text_id::introduction),
-            "Esta ventana permite exportar ciertos datos desde Tolvan a otros formatos que se utilizan en otros "
-            "sistemas de información.");
-  EXPECT_EQ(LoadText(host.application, 4711), "");
 }
 
 }  // namespace

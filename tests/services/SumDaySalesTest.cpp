@@ -7,15 +7,14 @@
 namespace tolvan {
 namespace {
 
-std::unique_ptr<Recordset> OneSum(FieldValue sum) {
-  return std::make_unique<test::FakeRecordset>(std::vector<std::string>{"SumaDeGranTotal"},
-                                               std::vector<std::vector<FieldValue>>{{std::move(sum)}});
-}
-
 TEST(SumDaySales, TakesWhatEveryEngineDeliversAndRefusesWhatIsNoAmount) {
   test::FakeDatabase database;
+  EXPECT_EQ(SumDaySales(database, Date::FromParts(2024, 1, 31), true), Currency()) << "no row";
   FieldValue sum;
-  database.answer = [&](const SqlStatement&) { return OneSum(sum); };
+  database.answer = [&](const SqlStatement&) {
+    return std::make_unique<test::FakeRecordset>(std::vector<std::string>{"SumaDeGranTotal"},
+                                                 std::vector<std::vector<FieldValue>>{{sum}});
+  };
   const std::vector<std::pair<FieldValue, std::int64_t>> cases = {
       {std::monostate(), 0},          {1234.56, 12'345'600},
       {std::int64_t{7}, 70'000},      {DecimalText{"99999999999.9999"}, 999'999'999'999'999},
@@ -27,11 +26,6 @@ TEST(SumDaySales, TakesWhatEveryEngineDeliversAndRefusesWhatIsNoAmount) {
   }
   sum = 1e18;
   EXPECT_THROW(SumDaySales(database, Date::FromParts(2024, 1, 31), false), HostError);
-}
-
-TEST(SumDaySales, NoRowIsZero) {
-  test::FakeDatabase database;
-  EXPECT_EQ(SumDaySales(database, Date::FromParts(2024, 1, 31), true), Currency());
 }
 
 // The two texts differ in the subtraction and in the closing ";", which only one has.
