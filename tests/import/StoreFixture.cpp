@@ -93,8 +93,7 @@ StoreTest::StoreTest() {
       SqliteOptions{.path = path, .busyWait = std::chrono::milliseconds(50), .createIfMissing = true});
   RunSqlScript(*real, data::sqliteSchema);
   RunSqlScript(*real, content);
-  database = std::make_unique<CountingDatabase>(*real);
-  host.application.database = database.get();
+  host.application.database = real.get();
   host.application.permissions = {"importar-precios"};
 }
 

@@ -80,34 +80,6 @@ struct FakeReview : ImportReview {
   IClaseImportar* importer = nullptr;
 };
 
-/// The provider with its round trips counted.
-class CountingDatabase : public DatabaseServices {
- public:
-  explicit CountingDatabase(DatabaseServices& real) : real_(&real) {}
-  std::unique_ptr<Recordset> OpenRecordset(const SqlStatement& statement) override {
-    ++roundTrips;
-    return real_->OpenRecordset(statement);
-  }
-  std::int64_t Execute(const SqlStatement& statement) override {
-    ++roundTrips;
-    return real_->Execute(statement);
-  }
-  std::vector<BatchResult> RunBatch(std::span<const SqlStatement> statements) override {
-    ++roundTrips;
-    return real_->RunBatch(statements);
-  }
-  std::unique_ptr<Transaction> BeginTransaction() override {
-    if (beginFailure) throw *beginFailure;
-    return real_->BeginTransaction();
-  }
-
-  int roundTrips = 0;
-  std::optional<HostError> beginFailure;
-
- private:
-  DatabaseServices* real_;
-};
-
 class StoreTest : public ::testing::Test {
  protected:
   StoreTest();
@@ -129,7 +101,6 @@ class StoreTest : public ::testing::Test {
   TemporaryFolder folder;
   std::string path = folder.File("tienda.db");
   std::unique_ptr<SqliteDatabaseServices> real;
-  std::unique_ptr<CountingDatabase> database;
   FakeHost host;
   FakeSpreadsheets sheets;
   NettleHashService hashes;
