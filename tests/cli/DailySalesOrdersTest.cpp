@@ -1,12 +1,7 @@
 // The two orders of the daily sales file on a real store, from the words to the file and the exit code.
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
 #include <nlohmann/json.hpp>
 
-#include "cli/demo/DemoStore.h"
-#include "contract/TemporaryFolder.h"
-#include "support/CommandRunner.h"
+#include "cli/DemoStoreFixture.h"
 #include "support/FileContent.h"
 
 namespace tolvan {
@@ -15,32 +10,16 @@ namespace {
 using test::ReadFile;
 using test::WriteFile;
 
-void Sql(const std::string& database, const std::string& text) {
-  sqlite3* handle = nullptr;
-  ASSERT_EQ(sqlite3_open(database.c_str(), &handle), SQLITE_OK);
-  ASSERT_EQ(sqlite3_exec(handle, text.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(handle);
-  sqlite3_close(handle);
-}
-
-class DailySalesOrders : public ::testing::Test {
+class DailySalesOrders : public test::DemoStoreFixture {
  protected:
   DailySalesOrders() {
-    places = PlacesOfDemo(folder.File("tienda"));
-    runner.Run({"demo", places.folder});
-    runner.host = places.host;
     // Yesterday, 29 February 2024, sold 1234.56 before taxes.
-    Sql(places.database,
+    Execute(
         "DELETE FROM Ventas; INSERT INTO Ventas (idVenta, idCompania, FechaValidacion, VentaRealizada, Anulado, "
-        "Impuestos, "
-        "GranTotal) VALUES (1, 1, '2024-02-29 00:00:00', 1, 0, 18, 1018), (2, 9, '2024-02-29 23:59:59', 1, 0, 0, "
-        "234.56), "
-        "(3, 1, '2024-03-01 00:00:00', 1, 0, 0, 50000), (4, 1, '2024-02-29 12:00:00', 1, 1, 0, 50000), "
-        "(5, 1, '2024-02-29 12:00:00', 0, 0, 0, 50000);");
+        "Impuestos, GranTotal) VALUES (1, 1, '2024-02-29 00:00:00', 1, 0, 18, 1018), "
+        "(2, 9, '2024-02-29 23:59:59', 1, 0, 0, 234.56), (3, 1, '2024-03-01 00:00:00', 1, 0, 0, 50000), "
+        "(4, 1, '2024-02-29 12:00:00', 1, 1, 0, 50000), (5, 1, '2024-02-29 12:00:00', 0, 0, 0, 50000);");
   }
-
-  test::TemporaryFolder folder;
-  test::CommandRunner runner;
-  DemoPlaces places;
 };
 
 TEST_F(DailySalesOrders, VexlorWritesYesterdaySilently) {
@@ -79,7 +58,6 @@ TEST_F(DailySalesOrders, AHostThatCannotBeReachedIsExitCodeFour) {
   const std::string ini = ReadFile(places.host);
   const std::vector<std::pair<std::string, std::string>> cases = {
       {ini + "nada = 1\n", "tolvan.ini, línea 16"},
-      {ini + "[host]\ncompania = x\n", "tolvan.ini, línea 17"},
       {"[base_de_datos]\nconexion = otra.db\n", "otra.db"},
       {"[base_de_datos]\nconexion = tolvan.ini\n", "tolvan.ini"},
   };
@@ -104,14 +82,6 @@ TEST_F(DailySalesOrders, MailWithoutRecipientAsksAPersonAndFailsWithoutOne) {
   const auto asked = runner.Run({"ventas"});
   EXPECT_EQ(asked.code, 1);
   EXPECT_NE(asked.messages.find("Procedimiento cancelado por el usuario"), std::string::npos) << asked.messages;
-}
-
-TEST_F(DailySalesOrders, DiagnosticBoxesAreMessages) {
-  std::string ini = ReadFile(places.host);
-  ini.replace(ini.find("[base_de_datos]"), 0, "diagnostico = 1\n");
-  WriteFile(places.host, ini);
-  EXPECT_EQ(runner.Run({"vexlor"}).messages,
-            "0001,1235,\"19:00\",\"29/02/2024\",\n" + places.exportFolder + "/240229.txt\n");
 }
 
 }  // namespace

@@ -1,16 +1,12 @@
 // The orders that import price lists, on a demo store and real workbooks, from the words to the database.
-#include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <sys/wait.h>
 
 #include <nlohmann/json.hpp>
 
-#include "cli/demo/DemoStore.h"
-#include "contract/TemporaryFolder.h"
+#include "cli/DemoStoreFixture.h"
 #include "platform/files/PosixFileHelper.h"
 #include "platform/spreadsheet/LocalSpreadsheetApplication.h"
 #include "support/ChildProcess.h"
-#include "support/CommandRunner.h"
 #include "support/FileContent.h"
 
 namespace tolvan {
@@ -19,44 +15,7 @@ namespace {
 using nlohmann::json;
 using Cells = std::vector<NewCell>;
 
-class ImportOrders : public ::testing::Test {
- protected:
-  ImportOrders() {
-    places = PlacesOfDemo(folder.File("tienda"));
-    runner.Run({"demo", places.folder});
-    runner.host = places.host;
-  }
-
-  /// A workbook with `headings` rows that nobody reads and the given ones behind them.
-  std::string Workbook(const std::string& name, std::size_t headings, const std::vector<Cells>& rows) {
-    PosixFileHelper files(folder.File(""));
-    LocalSpreadsheetApplication application(runner.clock, files, folder.File("nuevos"));
-    const auto workbook = application.CreateFromTemplate({}, 0);
-    for (std::size_t row = 0; row < headings; ++row) workbook->AppendRow(Cells{std::string_view("titulo")});
-    for (const Cells& row : rows) workbook->AppendRow(row);
-    std::string path = folder.File(name);
-    workbook->SaveAs(path);
-    return path;
-  }
-
-  std::string Query(const std::string& text) {
-    sqlite3* handle = nullptr;
-    EXPECT_EQ(sqlite3_open(places.database.c_str(), &handle), SQLITE_OK);
-    std::string result;
-    const auto take = [](void* out, int count, char** values, char**) {
-      auto& line = *static_cast<std::string*>(out);
-      for (int index = 0; index < count; ++index) line.append(values[index] ? values[index] : "NULL").append(",");
-      return 0;
-    };
-    EXPECT_EQ(sqlite3_exec(handle, text.c_str(), take, &result, nullptr), SQLITE_OK) << sqlite3_errmsg(handle);
-    sqlite3_close(handle);
-    return result;
-  }
-
-  test::TemporaryFolder folder;
-  DemoPlaces places;
-  test::CommandRunner runner;
-};
+using ImportOrders = test::DemoStoreFixture;
 
 TEST_F(ImportOrders, SimulateApplyAndReport) {
   const std::string book = Workbook("lista.xlsx", 4, {{"nuevo, 1", "tv  23.5/led-x", {}, {}, 10.5, 15.0}, {" ", "y"}});

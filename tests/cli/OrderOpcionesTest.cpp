@@ -1,27 +1,13 @@
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "cli/demo/DemoStore.h"
-#include "contract/TemporaryFolder.h"
-#include "support/CommandRunner.h"
+#include "cli/DemoStoreFixture.h"
+#include "support/FileContent.h"
 
 namespace tolvan {
 namespace {
 
-class OrderOpciones : public ::testing::Test {
- protected:
-  OrderOpciones() {
-    places = PlacesOfDemo(folder.File("tienda"));
-    runner.Run({"demo", places.folder});
-    runner.host = places.host;
-  }
-
-  test::TemporaryFolder folder;
-  test::CommandRunner runner;
-  DemoPlaces places;
-};
+using OrderOpciones = test::DemoStoreFixture;
 
 TEST_F(OrderOpciones, ListsAllInOrderReadsByKeyOrIndexAndWrites) {
   const auto all = nlohmann::ordered_json::parse(runner.Run({"--json", "opciones"}).output);
@@ -46,13 +32,9 @@ TEST_F(OrderOpciones, ARefusedValueChangesNothing) {
 }
 
 TEST_F(OrderOpciones, ADamagedSettingsFileIsPutAsideToldAndReplacedByDefaults) {
-  const std::filesystem::path settings = std::filesystem::path(places.folder) / "ajustes";
-  std::filesystem::path file;
-  for (const auto& entry : std::filesystem::directory_iterator(settings)) {
-    if (entry.path().extension() == ".ajustes") file = entry.path();
+  for (const auto& entry : std::filesystem::directory_iterator(places.folder + "/ajustes")) {
+    if (entry.path().extension() == ".ajustes") test::WriteFile(entry.path(), "?");
   }
-  ASSERT_FALSE(file.empty());
-  std::filesystem::resize_file(file, std::filesystem::file_size(file) - 3);
   const auto result = runner.Run({"opciones", "0"});
   EXPECT_EQ(result.code, 0);
   EXPECT_EQ(result.output, "MicrosExp_CodigoTienda=codigo_local\n");

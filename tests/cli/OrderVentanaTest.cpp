@@ -1,34 +1,24 @@
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
-#include "cli/demo/DemoStore.h"
-#include "contract/TemporaryFolder.h"
-#include "support/CommandRunner.h"
+#include "cli/DemoStoreFixture.h"
 #include "support/FileContent.h"
 
 namespace tolvan {
 namespace {
 
 /// A script in the place of the window program.
-class OrderVentana : public ::testing::Test {
+class OrderVentana : public test::DemoStoreFixture {
  protected:
   OrderVentana() {
-    runner.host = PlacesOfDemo(folder.File("tienda")).host;
-    runner.Run({"demo", folder.File("tienda")});
     runner.windowProgram = folder.File("programa");
     ::setenv("DISPLAY", ":0", 1);
   }
 
-  void Write(const std::string& script) {
-    std::ofstream(runner.windowProgram) << "#!/bin/sh\n" << script << '\n';
+  void Write(const std::string& script) const {
+    test::WriteFile(runner.windowProgram, "#!/bin/sh\n" + script + "\n");
     std::filesystem::permissions(runner.windowProgram, std::filesystem::perms::owner_all);
   }
-
-  test::TemporaryFolder folder;
-  test::CommandRunner runner;
 };
 
 TEST_F(OrderVentana, StartsTheProgramOnTheSameHostAndWaits) {
@@ -48,7 +38,7 @@ TEST_F(OrderVentana, TellsWhyThereIsNoWindow) {
   const auto blind = runner.Run({"--json", "ventana"});
   EXPECT_EQ(blind.code, 1);
   EXPECT_NE(blind.output.find("No hay pantalla"), std::string::npos);
-  std::filesystem::remove(PlacesOfDemo(folder.File("tienda")).database);
+  std::filesystem::remove(places.database);
   EXPECT_EQ(runner.Run({"ventana"}).code, 4);
 }
 

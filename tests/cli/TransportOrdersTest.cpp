@@ -3,11 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/demo/DemoStore.h"
-#include "contract/TemporaryFolder.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
-#include "support/ChildProcess.h"
-#include "support/CommandRunner.h"
+#include "cli/DemoStoreFixture.h"
 #include "support/FileContent.h"
 
 namespace tolvan {
@@ -17,72 +13,50 @@ using nlohmann::json;
 using test::NamesIn;
 using test::ReadFile;
 using test::WriteFile;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class TransportOrders : public ::testing::Test {
+class TransportOrders : public test::DemoStoreFixture {
  protected:
-  TransportOrders() {
-    places_ = PlacesOfDemo(folder_.File("tienda"));
-    runner_.Run({"demo", places_.folder});
-    runner_.host = places_.host;
-  }
-
-  void Execute(const char* statement) const {
-    SqliteDatabaseServices({.path = places_.folder + "/tienda.db"}).Execute(SqlStatement(statement));
-  }
-
-  test::TemporaryFolder folder_;
-  test::TemporaryFolder output_;
-  test::CommandRunner runner_;
-  DemoPlaces places_;
-  std::string file_ = output_.File("a.tolpak");
+  test::TemporaryFolder output;
+  std::string file = output.File("a.tolpak");
 };
 
 TEST_F(TransportOrders, WritesTheDemoStoreForTheCollector) {
-  auto result = runner_.Run({"--json", "colector", file_, "--proposito", "conteo"});
+  auto result = runner.Run({"--json", "colector", file, "--proposito", "conteo"});
   ASSERT_EQ(result.code, 0) << result.messages;
   const json counted = json::parse(result.output);
-  const std::string bytes = ReadFile(file_);
-  EXPECT_EQ(counted["archivo"], file_);
+  const std::string bytes = ReadFile(file);
+  EXPECT_EQ(counted["archivo"], file);
   EXPECT_THAT(bytes, HasSubstr("<Instancia>" + counted["instancia"].get<std::string>() + "</Instancia>"));
   EXPECT_THAT(bytes, HasSubstr("<MultiplesAreas>1</MultiplesAreas>"));
   EXPECT_GE(counted["articulos"], 300);
   EXPECT_GE(counted["barcodes"], 300);
   EXPECT_THAT(result.messages, HasSubstr("Archivo guardado con éxito\nFavor copie"));
 
-  result = runner_.Run({"colector", file_, "--proposito", "recepcion"});
+  result = runner.Run({"colector", file, "--proposito", "recepcion"});
   EXPECT_EQ(result.code, 0);
   EXPECT_THAT(result.output, HasSubstr("Artículos: " + counted["articulos"].dump() + "\n"));
-  EXPECT_THAT(ReadFile(file_), HasSubstr("<MultiplesAreas>0</MultiplesAreas>"));
+  EXPECT_THAT(ReadFile(file), HasSubstr("<MultiplesAreas>0</MultiplesAreas>"));
 }
 
 TEST_F(TransportOrders, TellsWhyThereIsNoCollectorFile) {
-  const std::string nowhere = output_.File("no/hay.tolpak");
-  EXPECT_THAT(runner_.Run({"colector", nowhere, "--proposito", "conteo"}).messages, HasSubstr(output_.File("no")));
-  EXPECT_EQ(runner_.Run({"colector", file_}).code, 2);
-  EXPECT_EQ(runner_.Run({"colector", "", "--proposito", "conteo"}).code, 2);
-
-  WriteFile(file_, "anterior");
+  EXPECT_EQ(runner.Run({"colector", file}).code, 2);
+  EXPECT_EQ(runner.Run({"colector", "", "--proposito", "conteo"}).code, 2);
+  EXPECT_EQ(runner.Run({"colector", output.File("no/hay.tolpak"), "--proposito", "conteo"}).code, 1);
   Execute("ALTER TABLE Barcodes RENAME TO Otra");
-  auto result = runner_.Run({"--json", "colector", file_, "--proposito", "conteo"});
+  auto result = runner.Run({"--json", "colector", file, "--proposito", "conteo"});
   EXPECT_EQ(result.code, 1);
   EXPECT_THAT(json::parse(result.output)["error"].get<std::string>(), HasSubstr("Barcodes"));
   EXPECT_THAT(result.messages, HasSubstr("No se creó el archivo: una consulta no se pudo abrir"));
-  Execute("ALTER TABLE Otra RENAME TO Barcodes");
-  runner_.interruption.requested = true;
-  EXPECT_EQ(runner_.Run({"colector", file_, "--proposito", "conteo"}).code, 1);
-  runner_.interruption.requested = false;
-  EXPECT_EQ(ReadFile(file_), "anterior");
-  EXPECT_THAT(NamesIn(output_.Path()), ElementsAre("a.tolpak"));
+  EXPECT_THAT(NamesIn(output.Path()), IsEmpty());
 
-  Execute("UPDATE Items SET Activo = 0");
-  result = runner_.Run({"colector", file_, "--proposito", "conteo"});
+  Execute("ALTER TABLE Otra RENAME TO Barcodes; UPDATE Items SET Activo = 0");
+  result = runner.Run({"colector", file, "--proposito", "conteo"});
   EXPECT_EQ(result.code, 0);
   EXPECT_THAT(result.messages, HasSubstr("no tiene artículos"));
-  std::filesystem::remove(places_.folder + "/tienda.db");
-  EXPECT_EQ(runner_.Run({"colector", file_, "--proposito", "conteo"}).code, 4);
+  std::filesystem::remove(places.database);
+  EXPECT_EQ(runner.Run({"colector", file, "--proposito", "conteo"}).code, 4);
 }
 
 TEST_F(TransportOrders, ABatchFromItsOpeningToItsEnd) {
@@ -100,35 +74,13 @@ TEST_F(TransportOrders, ABatchFromItsOpeningToItsEnd) {
       {"abrir", {{"lote", 2}, {"cerrados", 0}}, ""},
   };
   for (const auto& [word, printed, told] : steps) {
-    const auto result = runner_.Run({"--json", "lote", word});
+    const auto result = runner.Run({"--json", "lote", word});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(json::parse(result.output), printed) << word;
     EXPECT_THAT(result.messages, HasSubstr(told));
   }
-  EXPECT_EQ(runner_.Run({"lote", "buscar"}).output, "Lote:     2 (abierto)\n");
-  EXPECT_EQ(runner_.Run({"lote", "borrar"}).code, 2);
-}
-
-// Children are processes of their own, as two programs in a store are.
-TEST_F(TransportOrders, ProgramsThatOpenAtOnceShareOneBatch) {
-  const auto openMany = [&]() -> std::string {
-    for (int round = 0; round < 20; ++round) {
-      for (const char* word : {"abrir", "abrir", "cerrar"}) {
-        const auto result = runner_.Run({"lote", word});
-        if (result.code != 0) return result.messages;
-      }
-    }
-    return {};
-  };
-  const pid_t other = test::StartChild([&] { openMany(); });
-  EXPECT_EQ(test::RunInChild(openMany), "");
-  test::KillChild(other);
-  runner_.Run({"lote", "cerrar"});
-  SqliteDatabaseServices database({.path = places_.folder + "/tienda.db"});
-  const auto rows = database.OpenRecordset(
-      SqlStatement("SELECT count(*), sum(Cerrado = 0 OR FechaCierre IS NULL) FROM LoteTransporteSubida"));
-  EXPECT_GE(IntegerOf(rows->Value(std::size_t{0})), 20);
-  EXPECT_EQ(IntegerOf(rows->Value(std::size_t{1})), 0);
+  EXPECT_EQ(runner.Run({"lote", "buscar"}).output, "Lote:     2 (abierto)\n");
+  EXPECT_EQ(runner.Run({"lote", "borrar"}).code, 2);
 }
 
 TEST(ChecksumOrder, FilesAndTextsWithoutAHost) {

@@ -1,0 +1,42 @@
+#include "cli/DemoStoreFixture.h"
+
+#include "platform/files/PosixFileHelper.h"
+#include "platform/spreadsheet/LocalSpreadsheetApplication.h"
+#include "platform/sql/SqlScript.h"
+#include "platform/sqlite/SqliteDatabaseServices.h"
+
+namespace tolvan::test {
+
+DemoStoreFixture::DemoStoreFixture() {
+  runner.Run({"demo", places.folder});
+  runner.host = places.host;
+}
+
+void DemoStoreFixture::Execute(const std::string& script) const {
+  SqliteDatabaseServices database({.path = places.database});
+  RunSqlScript(database, script);
+}
+
+std::string DemoStoreFixture::Query(const std::string& sql) const {
+  SqliteDatabaseServices database({.path = places.database});
+  std::string values;
+  for (const auto rows = database.OpenRecordset(SqlStatement(sql)); !rows->AtEnd(); rows->MoveNext()) {
+    for (std::size_t index = 0; index < rows->FieldCount(); ++index) values += TextOf(rows->Value(index)) + ",";
+  }
+  return values;
+}
+
+std::string DemoStoreFixture::Workbook(const std::string& name, std::size_t headings,
+                                       const std::vector<std::vector<NewCell>>& rows) {
+  PosixFileHelper files(folder.File(""));
+  LocalSpreadsheetApplication application(runner.clock, files, folder.File("nuevos"));
+  const auto workbook = application.CreateFromTemplate({}, 0);
+  for (std::size_t row = 0; row < headings; ++row)
+    workbook->AppendRow(std::vector<NewCell>{std::string_view("titulo")});
+  for (const std::vector<NewCell>& row : rows) workbook->AppendRow(row);
+  std::string path = folder.File(name);
+  workbook->SaveAs(path);
+  return path;
+}
+
+}  // namespace tolvan::test
