@@ -59,19 +59,5 @@ TEST_F(CollectorPanelTest, WhatIsToldAndWhatIsNot) {
   EXPECT_THAT(files_, IsEmpty());
 }
 
-TEST_F(CollectorPanelTest, AClickWhileWritingStartsNoSecondFile) {
-  const auto rows = [](const SqlStatement&) {
-    return std::make_unique<FakeRecordset>(std::vector<std::string>(5),
-                                           std::vector<std::vector<FieldValue>>(1000, std::vector<FieldValue>(5)));
-  };
-  host_.application.fakeDatabase.answer = rows;
-  CollectorPanel* busy = nullptr;
-  CollectorPanel panel(host_.context, library_, [&](std::optional<std::size_t>) { busy->cmdDCExportarItems_Click(); });
-  busy = &panel;
-  panel.cmdDCExportarItems_Click();
-  EXPECT_EQ(host_.application.fakeDatabase.statements.size(), 3U);
-  EXPECT_EQ(dialogs_.boxes.size(), 1U);
-}
-
 }  // namespace
 }  // namespace tolvan::test

@@ -3,24 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "support/FakeHost.h"
+#include "ui/MissingTools.h"
 
 namespace tolvan {
 namespace {
-
-/// An application that is not installed, so that an import that gets as far as reading ends there.
-struct MissingSpreadsheets : SpreadsheetApplication {
-  void Start() override {
-    if (whileStarting) whileStarting();
-    throw HostError(HostErrorKind::Unreachable, "no instalado");
-  }
-  std::unique_ptr<WorksheetReader> OpenFirstWorksheet(std::string_view, const Interruption&) override { return {}; }
-  std::unique_ptr<NewWorkbook> CreateFromTemplate(std::string_view, std::uint32_t) override { return {}; }
-  std::function<void()> whileStarting;
-};
-
-struct NoHashes : HashService {
-  std::string Md5(std::string_view) const override { return {}; }
-};
 
 struct NoStatus : StatusWindow {
   std::unique_ptr<StatusDisplay> OpenStatus() override { return {}; }
@@ -38,10 +24,9 @@ class Launching : public ::testing::Test {
 
   test::FakeHost host;
   test::FakeDialogs& dialogs = host.services.dialogs;
-  MissingSpreadsheets spreadsheets;
-  NoHashes hashes;
+  test::MissingTools tools;
   NoStatus status;
-  ImportLauncher launcher{host.context, {spreadsheets, hashes, {}}, status};
+  ImportLauncher launcher{host.context, tools.imports, status};
   std::string errorText;
   bool silent = false;
 };
@@ -70,34 +55,13 @@ TEST_F(Launching, RemembersTheFileOfAnImportThatFailedAndFindsItAgain) {
   EXPECT_EQ(dialogs.boxes.back(),
             (Box{MessageIcon::Exclamation, "Tolvan",
                  "Error al conectar con Microsoft Excel, verifique que Excel está instalado en su sistema"}));
-  ImportLauncher next{host.context, {spreadsheets, hashes, {}}, status};
+  ImportLauncher next{host.context, tools.imports, status};
   next.RestoreLastWorkbook();
   EXPECT_EQ(next.Workbook(action::movilnetPrices), "/listas/precios.xlsx");
   host.services.files.contents.clear();
-  ImportLauncher later{host.context, {spreadsheets, hashes, {}}, status};
+  ImportLauncher later{host.context, tools.imports, status};
   later.RestoreLastWorkbook();
   EXPECT_EQ(later.Workbook(action::movilnetPrices), "");
-}
-
-TEST_F(Launching, ASecondImportDoesNotBeginWhileOneRuns) {
-  host.services.files.contents["/listas/precios.xlsx"] = "x";
-  launcher.SetWorkbook(action::excelPrices, "/listas/precios.xlsx");
-  int starts = 0;
-  spreadsheets.whileStarting = [&] {
-    ++starts;
-    std::string text;
-    bool quiet = false;
-    EXPECT_TRUE(launcher.Launch(action::movilnetPrices, text, quiet));
-    EXPECT_TRUE(quiet);
-  };
-  EXPECT_FALSE(Launch());
-  EXPECT_EQ(starts, 1);
-}
-
-TEST_F(Launching, TheTemplateMustBeThere) {
-  EXPECT_FALSE(launcher.cmdAbrirPlantilla_Click());
-  EXPECT_EQ(dialogs.boxes.back().text,
-            "No se encuentra el archivo de plantilla. Favor actualice Tolvan para reponer el archivo de plantilla");
 }
 
 }  // namespace

@@ -13,41 +13,32 @@ std::vector<std::string> Shown(const ItemSearch& search) {
   return codes;
 }
 
-TEST(ItemSearch, KeepsWhatHoldsEveryWordTyped) {
+TEST(ItemSearch, KeepsWhatHoldsEveryWordTypedAndPutsCodesThatBeginWithItFirst) {
   test::FakeDatabase database;
   database.answer = [](const SqlStatement&) {
     return std::make_unique<test::FakeRecordset>(
         std::vector<std::string>{"idItem", "Descripcion"},
         std::vector<std::vector<FieldValue>>{{std::string("A1"), std::string("Teléfono MÓVIL")},
                                              {std::string("B2"), std::string("Módem móvil a1")},
-                                             {std::string("C3"), FieldValue()}});
+                                             {std::string("C3"), FieldValue()},
+                                             {std::string("D4"), std::string("como Z9")},
+                                             {std::string("Z9"), std::string("otro")}});
   };
   SqlStatement visible("SELECT idItem FROM Items WHERE Oculto = ");
   ItemSearch search(database, visible.Boolean(false));
   EXPECT_EQ(database.statements.back().ParameterText(),
             "SELECT idItem, Descripcion FROM Items WHERE idItem IN (SELECT idItem FROM Items WHERE Oculto = ?) ORDER "
             "BY idItem");
-  EXPECT_EQ(Shown(search), (std::vector<std::string>{"A1", "B2", "C3"}));
+  EXPECT_EQ(Shown(search), (std::vector<std::string>{"A1", "B2", "C3", "D4", "Z9"}));
   const std::vector<std::pair<std::string, std::vector<std::string>>> cases{
-      {"movil", {"A1", "B2"}}, {" MÓDEM  móv ", {"B2"}}, {"c3", {"C3"}}, {"zz", {}},
-      {"b", {"B2"}},           {"", {"A1", "B2", "C3"}}};
+      {"movil", {"A1", "B2"}}, {" MÓDEM  móv ", {"B2"}},
+      {"c3", {"C3"}},          {"zz", {}},
+      {"b", {"B2"}},           {"", {"A1", "B2", "C3", "D4", "Z9"}},
+      {"z9", {"Z9", "D4"}}};
   for (const auto& [typed, expected] : cases) {
     search.Filter(typed);
     EXPECT_EQ(Shown(search), expected) << typed;
   }
-}
-
-TEST(ItemSearch, CodesThatBeginWithTheTextStandFirst) {
-  test::FakeDatabase database;
-  database.answer = [](const SqlStatement&) {
-    return std::make_unique<test::FakeRecordset>(
-        std::vector<std::string>{"idItem", "Descripcion"},
-        std::vector<std::vector<FieldValue>>{{std::string("A1"), std::string("como Z9")},
-                                             {std::string("Z9"), std::string("otro")}});
-  };
-  ItemSearch search(database, SqlStatement("SELECT idItem FROM Items"));
-  search.Filter("z9");
-  EXPECT_EQ(Shown(search), (std::vector<std::string>{"Z9", "A1"}));
 }
 
 }  // namespace
