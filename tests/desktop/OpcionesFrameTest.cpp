@@ -8,31 +8,12 @@
 
 #include "desktop/WindowTest.h"
 #include "support/FileContent.h"
-#include "support/LoopbackServer.h"
 #include "ui/WindowLayout.h"
 
 namespace tolvan::test {
 namespace {
 
-class OpcionesFrame : public WindowTest {
- protected:
-  /// Sends the daily sales file through a mail server that answers as `mode` says. What the window tells of it.
-  std::string Mail(const std::string& mode) {
-    const LoopbackServer server("smtp_server.py", {folder.File(""), mode});
-    const std::string line = "servidor = smtp://127.0.0.1:" + std::to_string(server.Port()) + "\n";
-    const std::string before = ReadFile(places.host);
-    WriteFile(places.host, before + line);
-    std::string told;
-    Run([&](WindowDriver& driver) {
-      driver.ClickLine("tvOpciones", node::dailySales);
-      if (!driver.Enabled("txtC1_Email")) driver.Click("chk1");
-      driver.Click("bGuardar");
-      told = driver.Dismiss();
-    });
-    WriteFile(places.host, before);
-    return told;
-  }
-};
+using OpcionesFrame = WindowTest;
 
 TEST_F(OpcionesFrame, TheDailySalesFileByKeyboardAlone) {
   const int code = Run([&](WindowDriver& driver) {
@@ -119,15 +100,6 @@ TEST_F(OpcionesFrame, TheCollectorsFileIsWritten) {
     EXPECT_TRUE(driver.Dismiss().starts_with("Archivo guardado con éxito\n"));
   });
   EXPECT_NE(ReadFile(path).find("<MultiplesAreas>0</MultiplesAreas>"), std::string::npos);
-}
-
-TEST_F(OpcionesFrame, TheFileIsMailed) {
-  EXPECT_EQ(Mail("accept"), "La operación finalizó con éxito.");
-  EXPECT_EQ(ReadFile(folder.File("envelope")), "tienda@example.com reportes@example.com");
-  EXPECT_EQ(ReadFile(folder.File("attachment")).substr(0, 5), "0001,");
-  EXPECT_EQ(Mail("rcpt 550 5.1.1 no such mailbox"),
-            "Ocurrió uno o más errores en la operación:\n\nError al intentar enviar e-mail\n"
-            "El servidor de correo respondió: 550 5.1.1 no such mailbox");
 }
 
 TEST_F(OpcionesFrame, TheTemplateIsMadeAndOpened) {

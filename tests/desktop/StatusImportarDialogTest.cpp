@@ -19,22 +19,15 @@ class StatusImportarDialog : public WindowTest {
     std::vector<std::string> codes;
     std::vector<std::vector<NewCell>> cells;
     for (int row = 0; row < rows; ++row) codes.push_back("GRANDE" + std::to_string(row));
-    for (const std::string& code : codes) {
-      cells.push_back(
-          {std::string_view(code), std::string_view("Articulo"), std::string_view(), std::string_view(), 10.5, 15.25});
-    }
-    return Workbook("grande.xlsx", cells);
+    for (const std::string& code : codes) cells.push_back({code, "Articulo", {}, {}, 10.5, 15.25});
+    return Workbook("grande.xlsx", 4, cells);
   }
 };
 
 TEST_F(StatusImportarDialog, AnExcelListIsReviewedAndApplied) {
-  const std::string item = Query("SELECT idItem FROM Items WHERE Oculto = 0 ORDER BY idItem LIMIT 1");
-  const std::string code = item.substr(0, item.size() - 1);
   const std::string book = Workbook(
-      "lista.xlsx",
-      {{std::string_view("NUEVO-1"), std::string_view("Uno"), std::string_view(), std::string_view(), 10.5, 15.25},
-       {std::string_view(code), std::string_view("Conocido"), std::string_view(), std::string_view(), 7.5, 99.0},
-       {std::string_view("NUEVO-1"), std::string_view("Otra vez")}});
+      "lista.xlsx", 4,
+      {{"NUEVO-1", "Uno", {}, {}, 10.5, 15.25}, {"ALI0001", "Conocido", {}, {}, 7.5, 99.0}, {"NUEVO-1", "Otra vez"}});
   Run([&](WindowDriver& driver) {
     Choose(driver, node::excel, 0, book);
     driver.Click("bGuardar");

@@ -16,6 +16,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "base/Text.h"
 #include "desktop/DesktopSession.h"
 #include "desktop/WxText.h"
 #include "platform/clock/SystemClock.h"
@@ -27,16 +28,8 @@ using namespace std::chrono_literals;
 constexpr auto patience = 20s;
 constexpr auto glance = 20ms;
 
-std::string Quoted(const std::string& text) {
-  std::string quoted = "'";
-  for (const char each : text) {
-    if (each == '\'') {
-      quoted += "'\\''";
-    } else {
-      quoted += each;
-    }
-  }
-  return quoted + "'";
+std::string Quoted(std::string_view text) {
+  return "'" + ReplaceAll(text, "'", "'\\''") + "'";
 }
 
 void Call(const std::string& command) {
@@ -52,11 +45,24 @@ void ForEachToolkitWindow(const std::function<void(GtkWindow*)>& take) {
   g_list_free(windows);
 }
 
+const wxDataViewVirtualListModel& LinesOf(const wxDataViewCtrl& list) {
+  return dynamic_cast<const wxDataViewVirtualListModel&>(*list.GetModel());
+}
+
 wxDataViewItem ItemOf(const wxDataViewCtrl& list, unsigned line) {
   if (const auto* lines = dynamic_cast<const wxDataViewVirtualListModel*>(list.GetModel())) return lines->GetItem(line);
   wxDataViewItemArray items;
   list.GetModel()->GetChildren(wxDataViewItem(), items);
   return items[line];
+}
+
+/// Looks again and again until it holds; throws when it does not in time.
+void Wait(const std::string& what, const std::function<bool()>& holds) {
+  const auto end = std::chrono::steady_clock::now() + patience;
+  while (!holds()) {
+    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("waited in vain: " + what);
+    std::this_thread::sleep_for(glance);
+  }
 }
 
 }  // namespace
@@ -147,14 +153,7 @@ wxWindow& WindowDriver::Get(const std::string& name) const {
 }
 
 void WindowDriver::Until(const std::string& what, const std::function<bool()>& holds) {
-  const auto end = std::chrono::steady_clock::now() + patience;
-  for (;;) {
-    bool reached = false;
-    OnWindows([&] { reached = holds(); });
-    if (reached) return;
-    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("waited in vain: " + what);
-    std::this_thread::sleep_for(glance);
-  }
+  Wait(what, [&] { return Ask(holds); });
 }
 
 /// The X server hands events on in order; what they post is done when the loop has come round a few times.
@@ -200,50 +199,43 @@ void WindowDriver::MouseTo(Place place, int button) {
 
 void WindowDriver::Click(const std::string& name) {
   UntilReady(name);
-  Place place{};
-  OnWindows([&] {
+  const Place place = Ask([&] {
     const wxSize size = Get(name).GetSize();
     // Not the middle: a check box answers at its left end only where its label is short.
-    place = OnScreen(name, wxMin(size.x / 2, 12), size.y / 2);
+    return OnScreen(name, wxMin(size.x / 2, 12), size.y / 2);
   });
   MouseTo(place, 1);
 }
 
 void WindowDriver::ClickLine(const std::string& list, unsigned line, int button) {
   UntilReady(list);
-  Place place{};
-  OnWindows([&] {
+  const Place place = Ask([&] {
     const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
     const wxRect rect = control.GetItemRect(ItemOf(control, line));
     const wxPoint point = control.ClientToScreen(rect.GetTopLeft() + wxPoint(25, rect.height / 2));
-    place = OnScreen(list, point.x - control.GetScreenPosition().x, point.y - control.GetScreenPosition().y);
+    return OnScreen(list, point.x - control.GetScreenPosition().x, point.y - control.GetScreenPosition().y);
   });
   MouseTo(place, button);
 }
 
 void WindowDriver::ClickHeader(const std::string& list, unsigned place) {
   UntilReady(list);
-  Place at{};
-  OnWindows([&] {
+  const Place at = Ask([&] {
     const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
     int x = 15;
     for (unsigned number = 0; number < control.GetColumnCount(); ++number) {
       const wxDataViewColumn* const column = control.GetColumn(number);
       if (control.GetColumnPosition(column) < static_cast<int>(place)) x += column->GetWidth();
     }
-    at = OnScreen(list, x, 12);
+    return OnScreen(list, x, 12);
   });
   MouseTo(at, 1);
 }
 
 void WindowDriver::Drag(const std::string& control, int fromX, int fromY, int toX, int toY) {
   UntilReady(control);
-  Place from{};
-  Place to{};
-  OnWindows([&] {
-    from = OnScreen(control, fromX, fromY);
-    to = OnScreen(control, toX, toY);
-  });
+  const Place from = Ask([&] { return OnScreen(control, fromX, fromY); });
+  const Place to = Ask([&] { return OnScreen(control, toX, toY); });
   const auto move = [](Place place) {
     return " mousemove --sync " + std::to_string(place.x) + " " + std::to_string(place.y);
   };
@@ -286,18 +278,14 @@ void WindowDriver::UntilPicker(const std::string& title) {
 void WindowDriver::AnswerPicker(const std::string& title, const std::string& path) {
   UntilPicker(title);
   // A slash makes it ask for a path, once it has read its folder; before that it takes no keys.
-  const auto end = std::chrono::steady_clock::now() + patience;
-  while (PathInPicker().empty()) {
-    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("no path can be typed into " + title);
+  Wait("a path can be typed into " + title, [&] {
     Type("/");
     for (int glances = 0; glances < 25 && PathInPicker().empty(); ++glances) std::this_thread::sleep_for(glance);
-  }
+    return !PathInPicker().empty();
+  });
   Key("ctrl+a");
   Type(path);
-  while (!PathInPicker().starts_with(path)) {
-    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("the path does not appear in " + title);
-    std::this_thread::sleep_for(glance);
-  }
+  Wait("the path appears in " + title, [&] { return PathInPicker().starts_with(path); });
   Key("Return");
   Call("timeout 20 sh -c " +
        Quoted("while xdotool search --onlyvisible --name " + Quoted(title) + " >/dev/null 2>&1; do sleep 0.05; done"));
@@ -305,14 +293,14 @@ void WindowDriver::AnswerPicker(const std::string& title, const std::string& pat
 
 /// What stands in the field for a path of the toolkit's picker; empty when there is no such field yet.
 std::string WindowDriver::PathInPicker() {
-  std::string path;
-  OnWindows([&] {
+  return Ask([] {
+    std::string path;
     ForEachToolkitWindow([&](GtkWindow* window) {
       GtkWidget* const focused = gtk_window_get_focus(window);
       if (GTK_IS_FILE_CHOOSER(window) && GTK_IS_ENTRY(focused)) path = gtk_entry_get_text(GTK_ENTRY(focused));
     });
+    return path;
   });
-  return path;
 }
 
 void WindowDriver::UntilMenu() {
@@ -328,96 +316,70 @@ void WindowDriver::UntilMenu() {
 std::string WindowDriver::Dismiss() {
   UntilShown("mensaje");
   const std::string text = Text("textoMensaje");
-  bool asks = false;
-  OnWindows([&] { asks = Find("bMensajeSi") != nullptr; });
-  wxWindow* box = nullptr;
-  OnWindows([&] { box = Find("mensaje"); });
-  Click(asks ? "bMensajeSi" : "bMensajeAceptar");
+  const wxWindow* const box = Ask([this] { return Find("mensaje"); });
+  Click(Shown("bMensajeSi") ? "bMensajeSi" : "bMensajeAceptar");
   Until("the box is gone", [&] { return Find("mensaje") != box; });
   return text;
 }
 
 std::string WindowDriver::Text(const std::string& name) {
-  std::string text;
   Settle();
-  OnWindows([&] {
+  return Ask([&] {
     const wxWindow& control = Get(name);
     const auto* box = dynamic_cast<const wxTextCtrl*>(&control);
-    text = FromWx(box != nullptr ? box->GetValue() : control.GetLabel());
+    return FromWx(box != nullptr ? box->GetValue() : control.GetLabel());
   });
-  return text;
 }
 
 std::string WindowDriver::Clipboard() {
-  std::string text;
   Settle();
-  OnWindows([&] {
+  return Ask([] {
     const wxClipboardLocker lock;
     wxTextDataObject copied;
-    if (wxTheClipboard->GetData(copied)) text = FromWx(copied.GetText());
+    return wxTheClipboard->GetData(copied) ? FromWx(copied.GetText()) : std::string();
   });
-  return text;
 }
 
 std::string WindowDriver::Title(const std::string& name) {
-  std::string title;
-  OnWindows([&] { title = FromWx(dynamic_cast<wxTopLevelWindow&>(Get(name)).GetTitle()); });
-  return title;
+  return Ask([&] { return FromWx(dynamic_cast<wxTopLevelWindow&>(Get(name)).GetTitle()); });
 }
 
 std::string WindowDriver::Focused() {
-  std::string name;
   Settle();
-  OnWindows([&] {
+  return Ask([] {
     const wxWindow* const focused = wxWindow::FindFocus();
-    if (focused != nullptr) name = FromWx(focused->GetName());
+    return focused == nullptr ? std::string() : FromWx(focused->GetName());
   });
-  return name;
 }
 
 bool WindowDriver::Enabled(const std::string& name) {
-  bool enabled = false;
   Settle();
-  OnWindows([&] { enabled = Get(name).IsEnabled(); });
-  return enabled;
+  return Ask([&] { return Get(name).IsEnabled(); });
 }
 
 bool WindowDriver::Shown(const std::string& name) {
-  bool shown = false;
-  OnWindows([&] { shown = Find(name) != nullptr; });
-  return shown;
+  return Ask([&] { return Find(name) != nullptr; });
 }
 
 std::vector<std::string> WindowDriver::Line(const std::string& list, unsigned line) {
-  std::vector<std::string> texts;
-  OnWindows([&] {
+  return Ask([&] {
+    std::vector<std::string> texts;
     const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
-    const auto& model = dynamic_cast<const wxDataViewVirtualListModel&>(*control.GetModel());
     for (unsigned column = 0; column < control.GetColumnCount(); ++column) {
       wxVariant value;
-      model.GetValueByRow(value, line, column);
+      LinesOf(control).GetValueByRow(value, line, column);
       texts.push_back(FromWx(value.GetString()));
     }
+    return texts;
   });
-  return texts;
 }
 
 unsigned WindowDriver::Lines(const std::string& list) {
-  unsigned lines = 0;
-  OnWindows([&] {
-    const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
-    lines = dynamic_cast<const wxDataViewVirtualListModel&>(*control.GetModel()).GetCount();
-  });
-  return lines;
+  return Ask([&] { return LinesOf(dynamic_cast<wxDataViewCtrl&>(Get(list))).GetCount(); });
 }
 
 void WindowDriver::UntilLine(const std::string& list, unsigned line, const std::string& text) {
-  const auto end = std::chrono::steady_clock::now() + patience;
-  while (Line(list, line).front() != text) {
-    if (std::chrono::steady_clock::now() > end)
-      throw std::runtime_error("waited in vain: " + text + " in line " + std::to_string(line) + " of " + list);
-    std::this_thread::sleep_for(glance);
-  }
+  Wait(text + " in line " + std::to_string(line) + " of " + list, [&] { return Line(list, line).front() == text; });
 }
 
 void WindowDriver::PictureOfScreen(const std::string& name) {
@@ -429,12 +391,11 @@ void WindowDriver::PictureOfWindow(const std::string& control, const std::string
   UntilShown(control);
   OnWindows([] {});
   std::this_thread::sleep_for(250ms);  // until what was asked to be drawn is on the screen
-  std::string crop;
-  OnWindows([&] {
+  const std::string crop = Ask([&] {
     const wxWindow* const top = wxGetTopLevelParent(&Get(control));
     const wxRect rect = top->GetScreenRect();
     const int scale = static_cast<int>(top->GetContentScaleFactor());
-    crop = std::to_string(rect.width * scale) + "x" + std::to_string(rect.height * scale) + "+" +
+    return std::to_string(rect.width * scale) + "x" + std::to_string(rect.height * scale) + "+" +
            std::to_string(rect.x * scale) + "+" + std::to_string(rect.y * scale);
   });
   std::filesystem::create_directories(pictureFolder_);

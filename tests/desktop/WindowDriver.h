@@ -109,6 +109,15 @@ class WindowDriver {
   };
 
   wxWindow* Find(const std::string& name) const;
+
+  /// What `question` answers on the windows' thread.
+  template <class Question>
+  auto Ask(Question question) {
+    decltype(question()) answer{};
+    OnWindows([&] { answer = question(); });
+    return answer;
+  }
+
   void UntilReady(const std::string& name);
   Place OnScreen(const std::string& name, int x, int y) const;
   std::string PathInPicker();

@@ -7,6 +7,7 @@
 #include <regex>
 
 #include "desktop/WindowTest.h"
+#include "fiscal/IdentifierChecks.h"
 #include "support/FileContent.h"
 
 namespace tolvan::test {
@@ -19,44 +20,13 @@ class WindowFailure : public WindowTest {
     const std::string path = folder.File("DGII.TXT");
     std::ofstream file(path, std::ios::binary);
     for (int number = 0; number < lines; ++number) {
-      std::string digits = std::to_string(100'000'00 + number);
-      constexpr int weights[] = {7, 9, 8, 6, 5, 4, 3, 2};
-      int sum = 0;
-      for (int place = 0; place < 8; ++place) sum += weights[place] * (digits[static_cast<std::size_t>(place)] - '0');
-      const int rest = sum % 11;
-      const int check = rest == 0 ? 2 : rest == 1 ? 1 : 11 - rest;
-      file << digits << check << "|EMPRESA " << number << "|\r\n";
+      const std::string digits = std::to_string(10'000'000 + number);
+      file << digits << *ExpectedRncCheckDigit(digits) << "|EMPRESA " << number << "|\r\n";
       if (number % 1000 == 0 && !allValid) file << "xyz|NADIE|\r\n";
     }
     return path;
   }
 };
-
-TEST_F(WindowFailure, AFileThatVanishesBetweenChoosingAndAccepting) {
-  const std::string path = folder.File("lista.xlsx");
-  std::filesystem::copy_file(places.examples + "/precios.xlsx", path);
-  Run([&](WindowDriver& driver) {
-    Choose(driver, node::excel, 0, path);
-    std::filesystem::remove(path);
-    driver.Click("bGuardar");
-    EXPECT_EQ(driver.Dismiss(),
-              "El archivo " + path + " no existe, favor seleccione la ubicación correcta del archivo");
-    driver.Dismiss();
-    EXPECT_TRUE(driver.Enabled("bGuardar"));
-  });
-}
-
-TEST_F(WindowFailure, SettingsThatCannotBeWrittenRunNothing) {
-  Run([&](WindowDriver& driver) {
-    driver.ClickLine("tvOpciones", node::dailySales);
-    driver.Fill("txtC1_CodigoTienda", "0042");
-    std::filesystem::remove_all(places.folder + "/ajustes");
-    WriteFile(places.folder + "/ajustes", "in the folder's place");
-    driver.Click("bGuardar");
-    EXPECT_TRUE(driver.Dismiss().starts_with("Error al intentar guardar opciones del sistema"));
-  });
-  EXPECT_TRUE(NamesIn(places.exportFolder).empty());
-}
 
 TEST_F(WindowFailure, ADatabaseThatGoesAway) {
   Run([&](WindowDriver& driver) {
