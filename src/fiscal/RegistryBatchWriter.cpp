@@ -58,12 +58,12 @@ std::optional<HostError> RegistryBatchWriter::Write(RegistryBatch& batch) {
 
 bool RegistryBatchWriter::TryTogether(Places places) {
   inserted_.clear();
-  if (statement_.HasStatementForMany()) return RunAsOne(places);
   const std::unique_ptr<Transaction> transaction = database_.BeginTransaction();
-  const std::size_t chunkSize = statements_.size();
+  const std::size_t chunkSize = statement_.HasStatementForMany() ? places.size() : statements_.size();
   for (std::size_t start = 0; start < places.size(); start += chunkSize) {
     if (interruption_.Requested()) throw HostError(HostErrorKind::Interrupted, {});
-    if (!RunChunk(places.subspan(start, std::min(chunkSize, places.size() - start)))) return false;
+    const Places chunk = places.subspan(start, std::min(chunkSize, places.size() - start));
+    if (!(statement_.HasStatementForMany() ? RunAsOne(chunk) : RunChunk(chunk))) return false;
   }
   transaction->Commit();
   return true;
@@ -85,7 +85,6 @@ bool RegistryBatchWriter::RunChunk(Places places) {
 }
 
 bool RegistryBatchWriter::RunAsOne(Places places) {
-  if (interruption_.Requested()) throw HostError(HostErrorKind::Interrupted, {});
   // Of lines with one code only the first is sent, and below it takes the code that came back with it.
   std::vector<CustomerRow> rows;
   std::unordered_set<std::uint64_t> keys;
@@ -100,10 +99,8 @@ bool RegistryBatchWriter::RunAsOne(Places places) {
     for (; !added->AtEnd(); added->MoveNext()) codes.emplace(added->Text(0));
   } catch (const HostError& error) {
     if (IsFailureOfStatement(error)) return false;
-    const bool lost = error.Kind() == HostErrorKind::Unreachable || error.Kind() == HostErrorKind::Timeout;
-    if (!lost) throw;
-    // The statement is a transaction of its own, so this is like losing the connection in a commit.
-    throw HostError(HostErrorKind::OutcomeUnknown, error.what(), {}, error.NativeCode());
+    // Without its text, which holds the whole batch.
+    throw HostError(error.Kind(), error.what(), {}, error.NativeCode());
   }
   for (const std::uint32_t place : places) {
     inserted_.push_back(codes.erase(std::string(batch_->RowOf(batch_->Lines()[place]).code)) > 0);
