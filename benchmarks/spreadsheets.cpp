@@ -17,8 +17,7 @@
 #include "Bench.h"
 #include "BenchFolder.h"
 #include "NobodyThere.h"
-#include "base/Currency.h"
-#include "base/Text.h"
+#include "import/TemplateRow.h"
 #include "platform/spreadsheet/WorkbookFile.h"
 #include "platform/spreadsheet/XlsReader.h"
 #include "platform/spreadsheet/XlsxReader.h"
@@ -29,30 +28,6 @@ namespace {
 constexpr std::size_t rowsInWorkbook = 50'000;
 constexpr std::size_t columns = 13;
 
-/// Without blanks and line ends, cut, in upper case.
-std::string CleanCode(std::string_view text, std::size_t length) {
-  std::string kept;
-  for (const char c : text)
-    if (c != ' ' && c != '\r' && c != '\n') kept.push_back(c);
-  return ToUpper(FirstCharacters(kept, length));
-}
-
-std::string CleanDescription(std::string_view text) {
-  std::string kept;
-  for (const char c : ReplaceAll(TrimBlanks(text), "  ", " "))
-    if (c != '-' && c != '/' && c != '.' && c != '\r' && c != '\n') kept.push_back(c);
-  return ToUpper(FirstCharacters(TrimBlanks(kept), 125));
-}
-
-/// About what an importer keeps of a row; the sum makes sure that nothing is left out.
-std::size_t Clean(const SheetRow& row) {
-  std::size_t sum = CleanDescription(row.At(2).text).size();
-  for (const std::uint32_t column : {1U, 3U, 4U, 8U}) sum += CleanCode(row.At(column).text, 14).size();
-  for (const std::uint32_t column : {5U, 6U, 10U, 11U, 13U})
-    if (const auto amount = Currency::FromDouble(row.At(column).number)) sum += amount->TenThousandths() != 0 ? 1U : 0U;
-  return sum;
-}
-
 template <class Reader>
 void Read(const std::string& path, bool clean) {
   const NoInterruption never;
@@ -61,12 +36,12 @@ void Read(const std::string& path, bool clean) {
   std::size_t cells = 0;
   std::size_t kept = 0;
   for (SheetRow row; reader.NextRow(row);) {
-    if (row.number <= 4) continue;
+    if (row.number < firstTemplateRow) continue;
     ++rows;
     cells += row.cells.size();
-    if (clean) kept += Clean(row);
+    if (clean && ReadTemplateRow(row).reason.empty()) ++kept;
   }
-  if (rows != rowsInWorkbook || cells != rows * columns || (clean && kept < rows))
+  if (rows != rowsInWorkbook || cells != rows * columns || (clean && kept != rows))
     throw std::runtime_error("not every cell was read");
 }
 

@@ -2,6 +2,7 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -20,31 +21,39 @@ void AppendKept(std::string& out, char32_t codePoint) {
   }
 }
 
+/// `map` takes ASCII as char, and every other character as its code point.
 template <class Map>
 std::string MapCharacters(std::string_view text, Map map) {
   std::string out;
   out.reserve(text.size());
   for (std::size_t position = 0; position < text.size();) {
     // Most text of a store is ASCII, which maps to ASCII.
-    if (static_cast<unsigned char>(text[position]) < 0x80) {
-      out.push_back(static_cast<char>(map(static_cast<char32_t>(text[position++]))));
-    } else {
-      AppendKept(out, map(NextCodePoint(text, position)));
-    }
+    const auto* const begin = text.begin() + position;
+    const auto* const end = std::find_if(begin, text.end(), [](char c) { return static_cast<signed char>(c) < 0; });
+    const auto added = out.insert(out.end(), begin, end);
+    std::transform(added, out.end(), added, [&](char c) { return map(c); });
+    position = static_cast<std::size_t>(end - text.begin());
+    if (end != text.end()) AppendKept(out, map(NextCodePoint(text, position)));
   }
   return out;
 }
 
-char32_t Upper(char32_t c) {
-  if (c < 0x80) return c >= U'a' && c <= U'z' ? c - 32 : c;
-  // The library maps ß to the rare capital U+1E9E, which no code page of the host holds.
-  return c == U'ß' ? c : static_cast<char32_t>(utf8proc_toupper(static_cast<utf8proc_int32_t>(c)));
-}
+struct Upper {
+  char operator()(char c) const { return static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c); }
+  char32_t operator()(char32_t c) const {
+    if (c >= U'à' && c <= U'þ') return c == U'÷' ? c : c - 32;
+    // The library maps ß to the rare capital U+1E9E, which no code page of the host holds.
+    return c == U'ß' ? c : static_cast<char32_t>(utf8proc_toupper(static_cast<utf8proc_int32_t>(c)));
+  }
+};
 
-char32_t Lower(char32_t c) {
-  if (c < 0x80) return c >= U'A' && c <= U'Z' ? c + 32 : c;
-  return static_cast<char32_t>(utf8proc_tolower(static_cast<utf8proc_int32_t>(c)));
-}
+struct Lower {
+  char operator()(char c) const { return static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c); }
+  char32_t operator()(char32_t c) const {
+    if (c < 0x80) return static_cast<char32_t>((*this)(static_cast<char>(c)));
+    return static_cast<char32_t>(utf8proc_tolower(static_cast<utf8proc_int32_t>(c)));
+  }
+};
 
 /// The end of `what` matched at `start` of `text` without regard to case, or npos.
 std::size_t MatchAt(std::string_view text, std::size_t start, std::string_view what) {
@@ -52,7 +61,7 @@ std::size_t MatchAt(std::string_view text, std::size_t start, std::string_view w
   std::size_t inWhat = 0;
   while (inWhat < what.size()) {
     if (inText >= text.size()) return std::string_view::npos;
-    if (Lower(NextCodePoint(text, inText)) != Lower(NextCodePoint(what, inWhat))) return std::string_view::npos;
+    if (Lower()(NextCodePoint(text, inText)) != Lower()(NextCodePoint(what, inWhat))) return std::string_view::npos;
   }
   return inText;
 }
@@ -64,6 +73,12 @@ char32_t NextCodePoint(std::string_view text, std::size_t& position) {
   if (lead < 0x80) {
     ++position;
     return lead;
+  }
+  // Two bytes hold every letter of Spanish.
+  const bool isPair = lead >= 0xC2 && lead < 0xE0 && position + 1 < text.size();
+  if (isPair && (static_cast<unsigned char>(text[position + 1]) & 0xC0U) == 0x80) {
+    position += 2;
+    return ((lead & 0x1FU) << 6U) | (static_cast<unsigned char>(text[position - 1]) & 0x3FU);
   }
   utf8proc_int32_t codePoint = -1;
   const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data() + position);
@@ -79,6 +94,10 @@ char32_t NextCodePoint(std::string_view text, std::size_t& position) {
 void AppendCodePoint(std::string& text, char32_t codePoint) {
   if (codePoint < 0x80) {
     text += static_cast<char>(codePoint);
+    return;
+  }
+  if (codePoint < 0x800) {
+    text.append({static_cast<char>(0xC0U | (codePoint >> 6U)), static_cast<char>(0x80U | (codePoint & 0x3FU))});
     return;
   }
   if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) codePoint = 0xFFFD;
@@ -109,11 +128,11 @@ std::string_view FirstCharacters(std::string_view text, std::size_t count) {
 }
 
 std::string ToUpper(std::string_view text) {
-  return MapCharacters(text, Upper);
+  return MapCharacters(text, Upper());
 }
 
 std::string ToLower(std::string_view text) {
-  return MapCharacters(text, Lower);
+  return MapCharacters(text, Lower());
 }
 
 std::string_view TrimBlanks(std::string_view text) {

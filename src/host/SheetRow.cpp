@@ -22,6 +22,12 @@ std::string SheetCell::AsText() const {
   return {};
 }
 
+std::string_view SheetCell::AsText(std::string& scratch) const {
+  if (kind == CellKind::Text) return text;
+  scratch = AsText();
+  return scratch;
+}
+
 const SheetCell& SheetRow::At(std::uint32_t column) const {
   static const SheetCell none;
   if (column > 0 && column <= cells.size() && cells[column - 1].column == column) return cells[column - 1];

@@ -27,6 +27,9 @@ struct SheetCell {
   /// The cell as a text column takes it: a text as it stands, a number (a date's too) as PlainNumberText, a boolean
   /// "True" or "False", an error its text, an empty cell "".
   std::string AsText() const;
+
+  /// The same; either the cell's own text or made in `scratch`.
+  std::string_view AsText(std::string& scratch) const;
 };
 
 struct SheetRow {

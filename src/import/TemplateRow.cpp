@@ -46,7 +46,9 @@ void RefuseErrors(const SheetRow& row, std::string& reason) {
 }
 
 std::string Code(const SheetCell& cell, std::size_t length) {
-  return cell.kind == CellKind::Error ? std::string() : CleanCode(cell.AsText(), length);
+  if (cell.kind == CellKind::Error) return {};
+  std::string scratch;
+  return CleanCode(cell.AsText(scratch), length);
 }
 
 std::string CodeOrDefault(const SheetCell& cell) {
@@ -56,7 +58,8 @@ std::string CodeOrDefault(const SheetCell& cell) {
 
 std::string Description(const SheetCell& cell, const std::string& code) {
   if (cell.kind == CellKind::Error) return code;
-  std::string description = CleanDescription(cell.AsText(), descriptionLength);
+  std::string scratch;
+  std::string description = CleanDescription(cell.AsText(scratch), descriptionLength);
   return description.empty() ? code : description;
 }
 
