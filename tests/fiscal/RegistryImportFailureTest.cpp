@@ -1,15 +1,14 @@
 // What a registry import leaves behind when it does not come to its end, and what the next run makes of it.
 #include <gmock/gmock.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <csignal>
+#include <fstream>
 #include <random>
 #include <thread>
 
 #include "fiscal/IdentifierChecks.h"
 #include "fiscal/RegistryFakes.h"
+#include "support/ChildProcess.h"
 
 namespace tolvan {
 namespace {
@@ -94,46 +93,39 @@ TEST(RegistryImportFailure, AFullDiskEndsTheRunWithWhatFits) {
   ExpectSecondRunToComplete(store, kept);
 }
 
-/// Tells through a pipe how many customers are on file for good.
+/// Writes down how many customers are on file for good, a line each time.
 class Announcer final : public test::RecordingObserver {
  public:
-  explicit Announcer(int pipe) : pipe_(pipe) {}
-  void BatchKept(const RegistryCounts& counts) override {
-    if (::write(pipe_, &counts.newCustomers, sizeof counts.newCustomers) < 0) ::_exit(3);
-  }
+  explicit Announcer(const std::string& path) : file_(path) {}
+  void BatchKept(const RegistryCounts& counts) override { file_ << counts.newCustomers << std::endl; }
 
  private:
-  int pipe_;
+  std::ofstream file_;
 };
 
 /// A process of its own that imports into the database at `path` and is killed after `delay`. Returns how many
 /// customers it announced.
 int KilledImport(const std::string& path, const std::string& registry, microseconds delay) {
-  int ends[2];
-  EXPECT_EQ(::pipe(ends), 0);
-  const pid_t child = ::fork();
-  if (child == 0) {
+  const test::TemporaryFolder folder;
+  const std::string announcements = folder.File("anunciados");
+  const pid_t child = test::StartChild([&] {
     SqliteDatabaseServices database({.path = path});
     const SqliteDialect dialect;
     PosixFileHelper files("/");
     test::FakeDialogs dialogs;
     clsCallBackProgreso progress;
-    Announcer announcer(ends[1]);
+    Announcer announcer(announcements);
     TaxpayerRegistryImport import({database, dialect, files, dialogs, test::nobodyInterrupts, progress}, &announcer);
     import.SetRutaArchivo(registry);
     import.SetBatchLines(batchLines);
     std::string message;
-    ::_exit(import.ImportarArchivoRNC(message) ? 0 : 1);
-  }
+    import.ImportarArchivoRNC(message);
+  });
   std::this_thread::sleep_for(delay);
-  ::kill(child, SIGKILL);
-  int status = 0;
-  EXPECT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0);
-  ::close(ends[1]);
-  std::int32_t announced = 0;
-  for (std::int32_t count = 0; ::read(ends[0], &count, sizeof count) == sizeof count;) announced = count;
-  ::close(ends[0]);
+  test::KillChild(child);
+  int announced = 0;
+  std::ifstream told(announcements);
+  for (int count = 0; told >> count;) announced = count;
   return announced;
 }
 

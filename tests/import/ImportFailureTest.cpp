@@ -1,14 +1,13 @@
 // An import that fails, at whatever point and for whatever cause: the message, and a database as it was.
 #include <sqlite3.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <csignal>
 #include <random>
+#include <thread>
 
 #include "import/StoreFixture.h"
 #include "import/clsIE_PreciosExcel.h"
+#include "support/ChildProcess.h"
 
 namespace tolvan {
 namespace {
@@ -143,16 +142,13 @@ TEST_F(ImportFailure, ByAKillIsAllOrNothing) {
     std::filesystem::remove(copy + "-wal");
     std::filesystem::remove(copy + "-shm");
     std::filesystem::copy_file(path, copy, std::filesystem::copy_options::overwrite_existing);
-    const pid_t child = fork();
-    if (child == 0) {
+    const pid_t child = test::StartChild([&] {
       real = std::make_unique<SqliteDatabaseServices>(SqliteOptions{.path = copy});
       host.application.database = real.get();
-      _exit(Import().applied ? 0 : 1);
-    }
-    ASSERT_GT(child, 0);
-    usleep(static_cast<useconds_t>(random() % 250'000));
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
+      Import();
+    });
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 250'000));
+    test::KillChild(child);
     real = std::make_unique<SqliteDatabaseServices>(SqliteOptions{.path = copy});
     EXPECT_EQ(Query("PRAGMA integrity_check"), "ok");
     const std::string items = Query("SELECT count(*) FROM Items WHERE idItem GLOB 'N[0-9]*'");
