@@ -1,7 +1,6 @@
 // The options window for tests: controls without a toolkit, and a record of what they were told.
 #pragma once
 
-#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -43,7 +42,7 @@ struct FakeOptionsView : OptionsWindowView, ProgressContainer, ProgressBar, Prog
   void SetMax(std::int32_t maximum) override { max = maximum; }
   std::int32_t Max() const override { return max; }
   void SetCaption(std::string_view) override {}
-  void ProcessPending() override { whileWorking(); }
+  void ProcessPending() override {}
 
   std::string LayoutTag() const override { return "frmOpciones"; }
   bool IsSizable() const override { return sizable; }
@@ -58,13 +57,12 @@ struct FakeOptionsView : OptionsWindowView, ProgressContainer, ProgressBar, Prog
   int panel = -1;
   std::map<int, std::string> files;
   std::vector<std::string> said;
-  std::function<void()> whileWorking = [] {};
   bool progressShown = false;
   std::int32_t max = 0;
   bool sizable = true;
   WindowState state = WindowState::Normal;
   Rectangle bounds{.left = 0, .top = 0, .width = 9000, .height = 6000};
-  std::vector<Rectangle> screens{{.left = 0, .top = 0, .width = 19200, .height = 12000}};
+  std::vector<Rectangle> screens = std::vector(1, Rectangle{.left = 0, .top = 0, .width = 19200, .height = 12000});
 };
 
 }  // namespace tolvan::test
