@@ -14,6 +14,7 @@
 #include "support/FileContent.h"
 #include "support/LoopbackServer.h"
 #include "support/PostgresServer.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan::test {
 namespace {
@@ -198,12 +199,8 @@ TEST_F(OrdersOnPostgres, TheUserMayDoNothingElse) {
         "UPDATE Ventas SET GranTotal = 0", "UPDATE Clientes SET Activo = 1", "SELECT Descripcion FROM Clientes",
         "SELECT * FROM Cantidades", "INSERT INTO Ventas (idVenta, idCompania) VALUES (0, 1)", "DROP TABLE Marcas",
         "TRUNCATE Clientes", "CREATE TABLE Otra (a INTEGER)"}) {
-    try {
-      database.OpenRecordset(SqlStatement(text));
-      ADD_FAILURE() << text;
-    } catch (const HostError& error) {
-      EXPECT_EQ(error.Kind(), HostErrorKind::Access) << text << ": " << error.what();
-    }
+    const HostError error = ThrownBy([&] { database.OpenRecordset(SqlStatement(text)); });
+    EXPECT_EQ(error.Kind(), HostErrorKind::Access) << text << ": " << error.what();
   }
   const CommandResult schema = server_.Run({"esquema", "--crear"});
   EXPECT_NE(schema.code, 0);

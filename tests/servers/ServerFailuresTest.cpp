@@ -4,11 +4,11 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <functional>
 
 #include "platform/odbc/OdbcDatabaseServices.h"
 #include "support/FakeHost.h"
 #include "support/PostgresServer.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan::test {
 namespace {
@@ -36,15 +36,6 @@ class ServerFailures : public ::testing::Test {
     return transaction;
   }
 
-  static std::optional<HostErrorKind> KindOf(const std::function<void()>& work) {
-    try {
-      work();
-    } catch (const HostError& error) {
-      return error.Kind();
-    }
-    return std::nullopt;
-  }
-
   PostgresServer& server_ = PostgresServer::Shared();
   std::string name_ = server_.MakeDatabase();
   FakeInterruption interruption_;
@@ -58,8 +49,8 @@ TEST_F(ServerFailures, ABackendKilledBeforeAStatementLeavesNothing) {
   const pid_t backend = Backend();
   auto transaction = BeginWithRows();
   ::kill(backend, SIGKILL);
-  EXPECT_EQ(KindOf([&] { Execute("INSERT INTO Prueba VALUES (3)"); }), HostErrorKind::Unreachable);
-  EXPECT_EQ(KindOf([&] { transaction->Commit(); }), HostErrorKind::Unreachable);
+  EXPECT_EQ(KindThrownBy([&] { Execute("INSERT INTO Prueba VALUES (3)"); }), HostErrorKind::Unreachable);
+  EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::Unreachable);
   server_.WaitUntilItAnswers();
   EXPECT_EQ(Count(), "0");
   Execute("INSERT INTO Prueba VALUES (4)");  // on a new connection
@@ -70,7 +61,7 @@ TEST_F(ServerFailures, ABackendKilledBeforeTheCommitLeavesNothing) {
   const pid_t backend = Backend();
   auto transaction = BeginWithRows();
   ::kill(backend, SIGKILL);
-  EXPECT_EQ(KindOf([&] { transaction->Commit(); }), HostErrorKind::OutcomeUnknown) << "for all the client knows";
+  EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::OutcomeUnknown) << "for all the client knows";
   server_.WaitUntilItAnswers();
   EXPECT_EQ(Count(), "0");
 }
@@ -78,13 +69,13 @@ TEST_F(ServerFailures, ABackendKilledBeforeTheCommitLeavesNothing) {
 TEST_F(ServerFailures, AServerKilledInATransactionLeavesNothing) {
   auto transaction = BeginWithRows();
   server_.Kill();
-  const auto kind = KindOf([&] {
+  const auto kind = KindThrownBy([&] {
     ::usleep(200'000);  // its processes notice
     Execute("INSERT INTO Prueba VALUES (3)");
   });
   EXPECT_EQ(kind, HostErrorKind::Unreachable);
-  EXPECT_EQ(KindOf([&] { transaction->Commit(); }), HostErrorKind::Unreachable);
-  EXPECT_EQ(KindOf([&] { Execute("DELETE FROM Prueba"); }), HostErrorKind::Unreachable);  // nobody there
+  EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::Unreachable);
+  EXPECT_EQ(KindThrownBy([&] { Execute("DELETE FROM Prueba"); }), HostErrorKind::Unreachable);  // nobody there
   server_.Start();
   EXPECT_EQ(Count(), "0");
   Execute("INSERT INTO Prueba VALUES (4)");
@@ -97,18 +88,19 @@ TEST_F(ServerFailures, AFrozenServerEndsWithTheTimeout) {
   server_.Signal(SIGSTOP);
   ::kill(backend, SIGSTOP);
   const auto begin = steady_clock::now();
-  EXPECT_EQ(KindOf([&] { Execute("INSERT INTO Prueba VALUES (3)"); }), HostErrorKind::Timeout);
-  EXPECT_EQ(KindOf([&] { transaction->Commit(); }), HostErrorKind::Timeout);
+  EXPECT_EQ(KindThrownBy([&] { Execute("INSERT INTO Prueba VALUES (3)"); }), HostErrorKind::Timeout);
+  EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::Timeout);
   EXPECT_LT(steady_clock::now() - begin, seconds(4));
   ::kill(backend, SIGCONT);
   server_.Signal(SIGCONT);
-  EXPECT_EQ(KindOf([&] { Execute("INSERT INTO Prueba VALUES (4)"); }), std::nullopt);
+  Execute("INSERT INTO Prueba VALUES (4)");
   EXPECT_EQ(Count(), "1");
 }
 
 TEST_F(ServerFailures, ASlowStatementEndsAtItsLimitAndTheConnectionWorksOn) {
   const auto begin = steady_clock::now();
-  EXPECT_EQ(KindOf([&] { database_.OpenRecordset(SqlStatement("SELECT pg_sleep(20)")); }), HostErrorKind::Timeout);
+  EXPECT_EQ(KindThrownBy([&] { database_.OpenRecordset(SqlStatement("SELECT pg_sleep(20)")); }),
+            HostErrorKind::Timeout);
   EXPECT_LT(steady_clock::now() - begin, seconds(3));
   Execute("INSERT INTO Prueba VALUES (1)");
   EXPECT_EQ(Count(), "1");
@@ -117,10 +109,10 @@ TEST_F(ServerFailures, ASlowStatementEndsAtItsLimitAndTheConnectionWorksOn) {
 TEST_F(ServerFailures, AnInterruptionEndsAStatementAndItsTransaction) {
   auto transaction = BeginWithRows();
   interruption_.requested = true;
-  EXPECT_EQ(KindOf([&] { Execute("UPDATE Prueba SET Codigo = 7 WHERE pg_sleep(0.9) IS NOT NULL"); }),
+  EXPECT_EQ(KindThrownBy([&] { Execute("UPDATE Prueba SET Codigo = 7 WHERE pg_sleep(0.9) IS NOT NULL"); }),
             HostErrorKind::Interrupted);
   interruption_.requested = false;
-  EXPECT_EQ(KindOf([&] { transaction->Commit(); }), HostErrorKind::Interrupted);
+  EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::Interrupted);
   EXPECT_EQ(Count(), "0");
 }
 

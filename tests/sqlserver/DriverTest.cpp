@@ -4,7 +4,6 @@
 
 #include <chrono>
 
-#include "contract/DatabaseContract.h"
 #include "contract/TemporaryFolder.h"
 #include "fiscal/IdentifierChecks.h"
 #include "fiscal/TaxpayerRegistryImport.h"
@@ -15,6 +14,7 @@
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
 #include "support/LoopbackServer.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan::test {
 namespace {
@@ -126,14 +126,10 @@ TEST_F(SqlServerDriver, TellsTheKindsOfErrorsByTheServersNumbers) {
   for (const auto& [number, kind] : cases) {
     Answer(R"json({"UPDATE": [{"error": [)json" + std::to_string(number) +
            R"json(, 16, "dicho por el servidor"]}]})json");
-    try {
-      Database().Execute(SqlStatement("UPDATE T SET a = 1"));
-      ADD_FAILURE() << number;
-    } catch (const HostError& error) {
-      EXPECT_EQ(error.Kind(), kind) << number;
-      EXPECT_EQ(error.NativeCode(), number);
-      EXPECT_THAT(TextForPeople(error), HasSubstr("dicho por el servidor"));
-    }
+    const HostError error = ThrownBy([&] { Database().Execute(SqlStatement("UPDATE T SET a = 1")); });
+    EXPECT_EQ(error.Kind(), kind) << number;
+    EXPECT_EQ(error.NativeCode(), number);
+    EXPECT_THAT(TextForPeople(error), HasSubstr("dicho por el servidor"));
   }
 }
 

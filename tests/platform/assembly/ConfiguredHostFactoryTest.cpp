@@ -7,6 +7,7 @@
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
 #include "support/LoopbackServer.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan {
 namespace {
@@ -38,12 +39,7 @@ class ConfiguredHostFactoryTest : public testing::Test {
   }
 
   HostErrorKind KindOfDatabaseFailure() {
-    try {
-      context_->Application().Database();
-    } catch (const HostError& error) {
-      return error.Kind();
-    }
-    return HostErrorKind::Failed;
+    return test::KindThrownBy([&] { context_->Application().Database(); });
   }
 
   test::TemporaryFolder folder_;
@@ -97,13 +93,9 @@ TEST_F(ConfiguredHostFactoryTest, NamesFoldersFromTheConfiguration) {
             (std::vector<std::string>{"%2E.+tolvan.ini.ajustes", "%2E.+tolvan.ini.ajustes.lock",
                                       "%2E.+tolvan.ini.ventanas", "%2E.+tolvan.ini.ventanas.lock"}));
   for (const char* unusable : {"carpeta = falta\n", "carpeta = C:\\Tolvan\n", "tienda =\n"}) {
-    try {
-      Assemble(unusable);
-      ADD_FAILURE() << unusable;
-    } catch (const HostError& error) {
-      EXPECT_EQ(error.Kind(), HostErrorKind::Configuration);
-      EXPECT_THAT(error.what(), HasSubstr("tolvan.ini")) << unusable;
-    }
+    const HostError error = test::ThrownBy([&] { Assemble(unusable); });
+    EXPECT_EQ(error.Kind(), HostErrorKind::Configuration) << unusable;
+    EXPECT_THAT(error.what(), HasSubstr("tolvan.ini")) << unusable;
   }
   EXPECT_THROW(OpenHostConfiguration(folder_.File("otro.ini")), HostError);
 }

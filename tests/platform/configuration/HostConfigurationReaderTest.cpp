@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/configuration/HostConfigurationWriter.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan {
 namespace {
@@ -91,22 +92,15 @@ TEST(HostConfigurationReader, NamesFileLineAndCause) {
       {"\xFF\xFE[\n", 1, "UTF-8"},
   };
   for (const BadLine& one : cases) {
-    try {
-      Parse(one.content);
-      ADD_FAILURE() << one.content;
-    } catch (const HostError& error) {
-      EXPECT_EQ(error.Kind(), HostErrorKind::Configuration);
-      EXPECT_THAT(error.what(), HasSubstr("/t/tolvan.ini, línea " + std::to_string(one.line) + ": ")) << one.content;
-      EXPECT_THAT(error.what(), HasSubstr(one.cause)) << one.content;
-    }
+    SCOPED_TRACE(one.content);
+    const HostError error = test::ThrownBy([&] { Parse(one.content); });
+    EXPECT_EQ(error.Kind(), HostErrorKind::Configuration);
+    EXPECT_THAT(error.what(), HasSubstr("/t/tolvan.ini, línea " + std::to_string(one.line) + ": "));
+    EXPECT_THAT(error.what(), HasSubstr(one.cause));
   }
   EXPECT_THROW(Parse(std::string_view("[host]\nproducto = a\0b\n", 21)), HostError);
-  try {
-    Parse("[host]\nsede = x\ntienda = 1\ncompania = y\n");
-    ADD_FAILURE();
-  } catch (const HostError& error) {
-    EXPECT_THAT(error.what(), testing::AllOf(HasSubstr("línea 2"), HasSubstr("línea 4"))) << "all at once";
-  }
+  const HostError several = test::ThrownBy([] { Parse("[host]\nsede = x\ntienda = 1\ncompania = y\n"); });
+  EXPECT_THAT(several.what(), testing::AllOf(HasSubstr("línea 2"), HasSubstr("línea 4"))) << "all at once";
 }
 
 TEST(HostConfigurationWriter, WritesEveryKeySoThatItReadsBack) {

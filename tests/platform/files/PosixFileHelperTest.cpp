@@ -7,6 +7,7 @@
 
 #include "contract/TemporaryFolder.h"
 #include "support/FileContent.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan {
 namespace {
@@ -121,12 +122,7 @@ TEST(PosixFileHelper, ReadsFilesInPiecesOfAnySize) {
 
   ASSERT_EQ(::mkfifo(folder.File("pipe").c_str(), 0600), 0);
   for (const char* unreadable : {"pipe", ".", "missing", "large/x", "", "/dev/zero"}) {
-    try {
-      files.OpenInput(unreadable);
-      ADD_FAILURE() << unreadable;
-    } catch (const HostError& error) {
-      EXPECT_EQ(error.Kind(), HostErrorKind::Unreachable) << unreadable;
-    }
+    EXPECT_EQ(test::KindThrownBy([&] { files.OpenInput(unreadable); }), HostErrorKind::Unreachable) << unreadable;
   }
 }
 

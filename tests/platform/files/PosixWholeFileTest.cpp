@@ -12,6 +12,7 @@
 #include "contract/TemporaryFolder.h"
 #include "support/ChildProcess.h"
 #include "support/FileContent.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan {
 namespace {
@@ -103,11 +104,8 @@ TEST(PosixWholeFile, LeavesTheOldFileWhenTheDiskIsFull) {
     Put(folder.File("ventas.txt"), "viejo");
     std::string seen;
     for (const std::size_t size : {300'000U, 100'000U}) {  // one fails while writing, the other only at Commit
-      try {
-        Put(folder.File("ventas.txt"), std::string(size, 'x'));
-      } catch (const HostError& error) {
-        seen += error.Kind() == HostErrorKind::Full ? "full " : "other ";
-      }
+      const auto put = [&] { Put(folder.File("ventas.txt"), std::string(size, 'x')); };
+      seen += test::KindThrownBy(put) == HostErrorKind::Full ? "full " : "other ";
     }
     seen += ReadFile(folder.File("ventas.txt"));
     return seen + " " + std::to_string(NamesIn(folder.Path()).size());
@@ -125,11 +123,8 @@ TEST(PosixWholeFile, RespectsWhatMayNotBeWritten) {
   const std::string outcome = test::RunWithoutPrivileges([&]() -> std::string {
     std::string seen;
     for (const char* name : {"protegido.txt", "solo lectura/a.txt"}) {
-      try {
-        Put(folder.File(name), "nuevo");
-      } catch (const HostError& error) {
-        seen += error.Kind() == HostErrorKind::Access ? "access " : "other ";
-      }
+      const auto put = [&] { Put(folder.File(name), "nuevo"); };
+      seen += test::KindThrownBy(put) == HostErrorKind::Access ? "access " : "other ";
     }
     return seen;
   });

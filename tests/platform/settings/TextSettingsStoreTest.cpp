@@ -14,6 +14,7 @@
 #include "support/ChildProcess.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan {
 namespace {
@@ -135,23 +136,14 @@ TEST_F(TextSettingsStoreTest, TellsWhyNothingWasSaved) {
   files_.MakeFolder(folder_.File("ajustes"));
   {
     const FileLock other(path_ + ".lock", std::chrono::milliseconds(0));
-    try {
-      store.Save(section);
-      ADD_FAILURE();
-    } catch (const HostError& error) {
-      EXPECT_EQ(error.Kind(), HostErrorKind::Busy);
-    }
+    EXPECT_EQ(test::KindThrownBy([&] { store.Save(section); }), HostErrorKind::Busy);
   }
   ::chmod(folder_.Path().c_str(), 0755);
   ::chmod(folder_.File("ajustes").c_str(), 0555);
   const std::string outcome = test::RunWithoutPrivileges([&]() -> std::string {
     LayoutRegistry(File()).Write("Ventanas", "IMPEXP_L", 5);
-    try {
-      store.Save(section);
-    } catch (const HostError& error) {
-      return error.Kind() == HostErrorKind::Access ? "access" : error.what();
-    }
-    return "saved";
+    const HostError error = test::ThrownBy([&] { store.Save(section); });
+    return error.Kind() == HostErrorKind::Access ? "access" : error.what();
   });
   EXPECT_EQ(outcome, "access");
   EXPECT_FALSE(std::filesystem::exists(path_));
@@ -160,12 +152,8 @@ TEST_F(TextSettingsStoreTest, TellsWhyNothingWasSaved) {
 
   ::chmod(path_.c_str(), 0000);
   EXPECT_EQ(test::RunWithoutPrivileges([&]() -> std::string {
-              try {
-                store.Load(section);
-              } catch (const HostError& error) {
-                return error.Kind() == HostErrorKind::Access ? "access" : error.what();
-              }
-              return "loaded";
+              const HostError error = test::ThrownBy([&] { store.Load(section); });
+              return error.Kind() == HostErrorKind::Access ? "access" : error.what();
             }),
             "access");
 }

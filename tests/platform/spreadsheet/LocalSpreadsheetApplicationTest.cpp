@@ -13,6 +13,7 @@
 #include "platform/files/PosixFileHelper.h"
 #include "support/ChildProcess.h"
 #include "support/FakeHost.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan {
 namespace {
@@ -32,22 +33,15 @@ class Reading : public testing::Test {
   }
 
   HostErrorKind FailureOf(WorksheetReader& reader) {
-    try {
+    const HostError error = test::ThrownBy([&] {
       for (SheetRow row; reader.NextRow(row);) ++rowsRead;
-    } catch (const HostError& error) {
-      EXPECT_EQ(error.Context(), path);
-      return error.Kind();
-    }
-    return HostErrorKind::Failed;
+    });
+    EXPECT_EQ(error.Context(), path);
+    return error.Kind();
   }
 
   HostErrorKind FailureToOpen(const std::string& name) {
-    try {
-      application.OpenFirstWorksheet(name, interruption);
-    } catch (const HostError& error) {
-      return error.Kind();
-    }
-    return HostErrorKind::Failed;
+    return test::KindThrownBy([&] { application.OpenFirstWorksheet(name, interruption); });
   }
 
   const test::TemporaryFolder folder;

@@ -7,11 +7,11 @@
 #include <filesystem>
 #include <fstream>
 
-#include "contract/DatabaseContract.h"
 #include "contract/TemporaryFolder.h"
 #include "host/Interruption.h"
 #include "platform/sql/SqlScript.h"
 #include "support/ChildProcess.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan::test {
 namespace {
@@ -69,12 +69,8 @@ TEST_F(SqliteDatabaseServicesTest, OpeningTellsWhatIsWrongWithTheFile) {
   for (const auto& [name, kind] : cases) {
     const std::string path = folder_.File(name);
     EXPECT_EQ(RunWithoutPrivileges([&, wanted = kind]() -> std::string {
-                try {
-                  SqliteDatabaseServices database({.path = path});
-                } catch (const HostError& error) {
-                  return error.Kind() == wanted && error.Context() == path ? "" : error.what();
-                }
-                return "opened";
+                const HostError error = ThrownBy([&] { SqliteDatabaseServices database({.path = path}); });
+                return error.Kind() == wanted && error.Context() == path ? "" : error.what();
               }),
               "")
         << name;
@@ -114,13 +110,9 @@ TEST_F(SqliteDatabaseServicesTest, AnotherProgramsLockIsWaitedForOnlySoLong) {
   const auto writing = first.BeginTransaction();
   const auto start = steady_clock::now();
   EXPECT_EQ(KindThrownBy([&] { second.BeginTransaction(); }), HostErrorKind::Busy);
-  try {
-    Run(second, "INSERT INTO T VALUES (1)");
-    ADD_FAILURE();
-  } catch (const HostError& error) {
-    EXPECT_EQ(error.Kind(), HostErrorKind::Busy);
-    EXPECT_EQ(error.Context(), Options().path + "\r\nINSERT INTO T VALUES (1)");
-  }
+  const HostError busy = ThrownBy([&] { Run(second, "INSERT INTO T VALUES (1)"); });
+  EXPECT_EQ(busy.Kind(), HostErrorKind::Busy);
+  EXPECT_EQ(busy.Context(), Options().path + "\r\nINSERT INTO T VALUES (1)");
   EXPECT_GE(steady_clock::now() - start, milliseconds(2 * 60));
   EXPECT_EQ(OneText(second, "SELECT count(*) FROM T"), "0");  // readers do not wait
   writing->Commit();
