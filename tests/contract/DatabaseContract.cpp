@@ -133,14 +133,10 @@ TEST_P(DatabaseContract, InsertManyUnlessPresentReturnsTheKeysThatWereNew) {
 
 TEST_P(DatabaseContract, FailuresHaveTheirKindAndTheStatementAsContext) {
   Database().Execute(Insert("A", 1));
-  try {
-    Database().Execute(Insert("A", 7));
-    FAIL();
-  } catch (const HostError& error) {
-    EXPECT_EQ(error.Kind(), HostErrorKind::Constraint);
-    EXPECT_NE(error.NativeCode(), 0);
-    EXPECT_EQ(error.Context(), Insert("A", 7).Render(Dialect()));
-  }
+  const HostError present = ThrownBy([&] { Database().Execute(Insert("A", 7)); });
+  EXPECT_EQ(present.Kind(), HostErrorKind::Constraint);
+  EXPECT_NE(present.NativeCode(), 0);
+  EXPECT_EQ(present.Context(), Insert("A", 7).Render(Dialect()));
   const SqlStatement noSuchTable("SELECT * FROM Ninguna");
   const SqlStatement nonsense("SELEC 1");
   SqlStatement withNul("SELECT Codigo FROM Prueba WHERE Codigo = ");

@@ -1,24 +1,36 @@
 // The contract of DatabaseServices, run over every provider: include this, then
 //   INSTANTIATE_TEST_SUITE_P(Name, DatabaseContract, ::testing::Values(NamedFixture{"name", &MakeFixture}));
-// where MakeFixture returns a DatabaseFixture whose database is empty.
+// where MakeFixture returns a DatabaseFixture whose database is empty, and lies in the folder where it is a file.
 #pragma once
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
 
-#include "contract/DatabaseFixture.h"
+#include "contract/TemporaryFolder.h"
+#include "host/DatabaseServices.h"
+#include "host/SqlDialect.h"
+#include "support/ThrownBy.h"
 
 namespace tolvan::test {
 
+struct DatabaseFixture {
+  std::unique_ptr<DatabaseServices> database;
+  std::unique_ptr<SqlDialect> dialect;
+
+  /// "CREATE TABLE Prueba (…)" with that engine's types: Codigo (text key, 20), Cantidad (64-bit), Precio (four
+  /// decimals), Activo (boolean), Fecha (date and time), Nota (text, 200, may be null). All but the key may be null;
+  /// Cantidad is checked to be >= 0.
+  const char* createTable;
+};
+
 struct NamedFixture {
   const char* name;
-  std::unique_ptr<DatabaseFixture> (*make)();
+  DatabaseFixture (*make)(const TemporaryFolder& folder);
 };
 
 /// For the names of the tests, which would show the bytes of a pointer otherwise.
@@ -28,13 +40,10 @@ inline void PrintTo(const NamedFixture& fixture, std::ostream* out) {
 
 class DatabaseContract : public ::testing::TestWithParam<NamedFixture> {
  protected:
-  void SetUp() override {
-    fixture_ = GetParam().make();
-    Database().Execute(SqlStatement(fixture_->CreateTableText()));
-  }
+  DatabaseContract() { Database().Execute(SqlStatement(fixture_.createTable)); }
 
-  DatabaseServices& Database() { return fixture_->Database(); }
-  const SqlDialect& Dialect() const { return fixture_->Dialect(); }
+  DatabaseServices& Database() { return *fixture_.database; }
+  const SqlDialect& Dialect() const { return *fixture_.dialect; }
 
   static SqlStatement Insert(std::string_view code, std::int64_t amount) {
     SqlStatement statement("INSERT INTO Prueba (Codigo, Cantidad) VALUES (");
@@ -49,19 +58,8 @@ class DatabaseContract : public ::testing::TestWithParam<NamedFixture> {
     return codes;
   }
 
-  std::unique_ptr<DatabaseFixture> fixture_;
+  TemporaryFolder folder_;
+  DatabaseFixture fixture_ = GetParam().make(folder_);
 };
-
-/// Runs `work` and returns the kind of the HostError it throws.
-template <class Work>
-HostErrorKind KindThrownBy(const Work& work) {
-  try {
-    work();
-  } catch (const HostError& error) {
-    return error.Kind();
-  }
-  ADD_FAILURE() << "nothing was thrown";
-  return HostErrorKind::Failed;
-}
 
 }  // namespace tolvan::test
