@@ -2,11 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "base/Text.h"
 #include "platform/sql/SqlScript.h"
 
 namespace tolvan::data {
@@ -21,42 +21,27 @@ namespace {
 
 using Columns = std::vector<std::string>;
 
-std::string FirstWord(std::string_view text) {
-  const std::size_t end = text.find_first_of(" (,");
-  return std::string(text.substr(0, end));
-}
-
-/// The name that a statement creates, behind `words` and a possible IF NOT EXISTS; empty when it creates no such thing.
-std::string NameBehind(std::string_view statement, std::string_view words) {
-  constexpr std::string_view condition = "IF NOT EXISTS ";
-  const std::size_t found = statement.find(words);
-  if (found == std::string_view::npos) return {};
-  statement.remove_prefix(found + words.size());
-  if (statement.starts_with(condition)) statement.remove_prefix(condition.size());
-  return FirstWord(statement);
-}
-
 /// The columns of every table, in order: each begins a line, two blanks in.
 std::map<std::string, Columns> TablesOf(std::string_view script) {
-  const std::set<std::string> constraints{"PRIMARY", "FOREIGN", "CONSTRAINT", "CHECK"};
+  const std::regex table(R"(CREATE TABLE (?:IF NOT EXISTS )?(\w+))");
+  const std::regex column(R"(\n  (?!PRIMARY|FOREIGN|CONSTRAINT|CHECK)(\w+))");
   std::map<std::string, Columns> tables;
   for (const std::string& statement : SplitSqlScript(script)) {
-    const std::string table = NameBehind(statement, "CREATE TABLE ");
-    if (table.empty()) continue;
-    for (const std::string_view line : Split(statement, '\n')) {
-      if (!line.starts_with("  ") || line.starts_with("   ")) continue;
-      const std::string word = FirstWord(line.substr(2));
-      if (!constraints.contains(word)) tables[table].push_back(word);
-    }
+    std::smatch name;
+    if (!std::regex_search(statement, name, table)) continue;
+    Columns& columns = tables[name[1]];
+    const std::sregex_iterator begin(statement.begin(), statement.end(), column);
+    for (auto match = begin; match != std::sregex_iterator(); ++match) columns.push_back((*match)[1]);
   }
   return tables;
 }
 
 std::set<std::string> IndexesOf(std::string_view script) {
+  const std::regex index(R"(INDEX (?:IF NOT EXISTS )?(\w+) ON)");
   std::set<std::string> names;
   for (const std::string& statement : SplitSqlScript(script)) {
-    const std::string name = NameBehind(statement, "INDEX ");
-    if (!name.empty()) names.insert(name);
+    std::smatch name;
+    if (std::regex_search(statement, name, index)) names.insert(name[1]);
   }
   return names;
 }
