@@ -1,5 +1,6 @@
 #include "support/ChildProcess.h"
 
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,15 +11,6 @@ namespace tolvan::test {
 namespace {
 
 constexpr uid_t nobody = 65534;
-
-std::string ReadAll(int file) {
-  std::string text;
-  char buffer[4096];
-  for (ssize_t count = 0; (count = ::read(file, buffer, sizeof buffer)) > 0;) {
-    text.append(buffer, static_cast<std::size_t>(count));
-  }
-  return text;
-}
 
 std::string Outcome(const std::function<std::string()>& work) {
   try {
@@ -40,8 +32,7 @@ std::string RunInChild(const std::function<std::string()>& work) {
     ::_exit(written ? 0 : 1);
   }
   ::close(ends[1]);
-  std::string text = ReadAll(ends[0]);
-  ::close(ends[0]);
+  std::string text = ReadToEnd(ends[0]);
   int status = 0;
   ::waitpid(child, &status, 0);
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
@@ -64,6 +55,29 @@ pid_t StartChild(const std::function<void()>& work) {
     return std::string();
   });
   ::_exit(0);
+}
+
+pid_t StartProgram(std::vector<std::string> words, int output, const std::function<void()>& prepare) {
+  std::vector<char*> pointers;
+  for (std::string& word : words) pointers.push_back(word.data());
+  pointers.push_back(nullptr);
+  const pid_t child = ::fork();
+  if (child != 0) return child;
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  ::dup2(output, STDOUT_FILENO);
+  prepare();
+  ::execv(pointers[0], pointers.data());
+  ::_exit(127);
+}
+
+std::string ReadToEnd(int pipe) {
+  std::string text;
+  char buffer[4096];
+  for (ssize_t count = 0; (count = ::read(pipe, buffer, sizeof buffer)) > 0;) {
+    text.append(buffer, static_cast<std::size_t>(count));
+  }
+  ::close(pipe);
+  return text;
 }
 
 void KillChild(pid_t child) {

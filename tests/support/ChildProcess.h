@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace tolvan::test {
 
@@ -16,6 +17,14 @@ std::string RunWithoutPrivileges(const std::function<std::string()>& work);
 
 /// Starts `work` in a child; the caller ends it with KillChild.
 pid_t StartChild(const std::function<void()>& work);
+
+/// Starts a program, by its path and arguments, with its output going to `output`. It is killed when this process ends.
+/// The child does `prepare` before.
+pid_t StartProgram(
+    std::vector<std::string> words, int output, const std::function<void()>& prepare = [] {});
+
+/// What comes from a pipe until nobody writes into it any more; closes it.
+std::string ReadToEnd(int pipe);
 
 /// Kills the child with SIGKILL and waits for its end.
 void KillChild(pid_t child);

@@ -17,6 +17,8 @@
 #include <stdexcept>
 #include <thread>
 
+#include "support/ChildProcess.h"
+
 namespace tolvan::test {
 namespace {
 
@@ -46,12 +48,10 @@ const passwd* ServerUser() {
 
 /// In the child: gives up root, and follows the test's end.
 void BecomeServerUser() {
-  ::prctl(PR_SET_PDEATHSIG, SIGINT);
   if (const passwd* user = ServerUser()) {
     if (::setgroups(0, nullptr) != 0 || ::setgid(user->pw_gid) != 0 || ::setuid(user->pw_uid) != 0) ::_exit(126);
-    // Changing the user clears it.
-    ::prctl(PR_SET_PDEATHSIG, SIGINT);
   }
+  ::prctl(PR_SET_PDEATHSIG, SIGINT);  // changing the user would clear it
 }
 
 bool WriteLine(const char* path, const std::string& text) {
@@ -82,18 +82,12 @@ bool MountSmallDisk(const std::string& place, std::size_t bytes) {
 
 pid_t Spawn(const std::vector<std::string>& command, int output, const std::string& folder,
             const std::string& diskPlace = {}, std::size_t diskSize = 0) {
-  std::vector<char*> arguments;
-  for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
-  arguments.push_back(nullptr);
-  const pid_t child = ::fork();
-  if (child != 0) return child;
-  if (diskSize != 0 && !MountSmallDisk(diskPlace, diskSize)) ::_exit(cannotMount);
-  BecomeServerUser();
-  ::dup2(output, STDOUT_FILENO);
-  ::dup2(output, STDERR_FILENO);
-  if (::chdir(folder.c_str()) != 0) ::_exit(125);
-  ::execv(arguments[0], arguments.data());
-  ::_exit(127);
+  return StartProgram(command, output, [&] {
+    if (diskSize != 0 && !MountSmallDisk(diskPlace, diskSize)) ::_exit(cannotMount);
+    BecomeServerUser();
+    ::dup2(output, STDERR_FILENO);
+    if (::chdir(folder.c_str()) != 0) ::_exit(125);
+  });
 }
 
 }  // namespace
@@ -181,17 +175,8 @@ std::string PostgresServer::ConnectionString(const std::string& database, const 
 }
 
 std::string PostgresServer::Psql(const std::string& database, const std::string& text) const {
-  return RunPsql(database, "-c", text);
-}
-
-std::string PostgresServer::RunScript(const std::string& database, const std::string& path) const {
-  return RunPsql(database, "-f", path);
-}
-
-std::string PostgresServer::RunPsql(const std::string& database, const std::string& option,
-                                    const std::string& value) const {
   return RunAsServer({programs_ + "/psql", "-h", folder_.Path().string(), "-U", administrator, "-d", database, "-X",
-                      "-q", "-A", "-t", "-v", "ON_ERROR_STOP=1", option, value});
+                      "-q", "-A", "-t", "-v", "ON_ERROR_STOP=1", "-c", text});
 }
 
 std::string PostgresServer::RunAsServer(const std::vector<std::string>& command) const {
@@ -199,12 +184,7 @@ std::string PostgresServer::RunAsServer(const std::vector<std::string>& command)
   if (::pipe2(pipe.data(), O_CLOEXEC) != 0) throw std::runtime_error("pipe failed");
   const pid_t child = Spawn(command, pipe[1], folder_.Path().string());
   ::close(pipe[1]);
-  std::string output;
-  std::array<char, 4096> buffer{};
-  for (ssize_t count = 0; (count = ::read(pipe[0], buffer.data(), buffer.size())) > 0;) {
-    output.append(buffer.data(), static_cast<std::size_t>(count));
-  }
-  ::close(pipe[0]);
+  std::string output = ReadToEnd(pipe[0]);
   int status = 0;
   ::waitpid(child, &status, 0);
   if (status != 0) throw std::runtime_error(command.front() + " failed: " + output);

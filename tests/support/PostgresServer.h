@@ -53,8 +53,6 @@ class PostgresServer {
   std::string ConnectionString(const std::string& database, const std::string& user = {}) const;
   /// The output of psql without headings.
   std::string Psql(const std::string& database, const std::string& text) const;
-  /// The same for a file of commands, which the server's user may read.
-  std::string RunScript(const std::string& database, const std::string& path) const;
   std::string RunAsServer(const std::vector<std::string>& command) const;
   const std::filesystem::path& Folder() const { return folder_.Path(); }
 
@@ -62,7 +60,6 @@ class PostgresServer {
   bool TryStart();
   bool Answers() const;
   std::string Log() const;
-  std::string RunPsql(const std::string& database, const std::string& option, const std::string& value) const;
 
   TemporaryFolder folder_;
   std::string programs_;

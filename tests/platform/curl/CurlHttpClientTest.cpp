@@ -88,7 +88,7 @@ TEST_F(CurlHttpClientTest, FailsClearlyWithoutAServer) {
   }
   HttpRequest request;
   request.host = "::1";
-  request.port = static_cast<std::uint16_t>(test::UnusedPort());
+  request.port = test::unusedPort;
   EXPECT_NE(CurlHttpClient(interruption_).Get(request).failure, "");
   interruption_.requested = true;
   EXPECT_THROW(Get("slow"), HostError);

@@ -160,7 +160,7 @@ TEST_F(CurlMailServiceTest, EncryptsWhereItIsOffered) {
 
 TEST_F(CurlMailServiceTest, KnowsWhenThereIsNoServer) {
   for (const std::string& server :
-       {std::string(), "smtp://127.0.0.1:" + std::to_string(test::UnusedPort()), std::string("smtp://no.invalid:25")}) {
+       {std::string(), "smtp://127.0.0.1:" + std::to_string(test::unusedPort), std::string("smtp://no.invalid:25")}) {
     options_.server = server;
     const MailOutcome outcome = Send();
     EXPECT_EQ(outcome.status, MailStatus::NoService) << server;
