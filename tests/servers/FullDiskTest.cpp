@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/odbc/OdbcDatabaseServices.h"
+#include "platform/sql/PostgreSqlDialect.h"
 #include "servers/ServerStore.h"
 
 namespace tolvan::test {
@@ -28,7 +29,7 @@ TEST(FullDisk, EndsTheRegistryWithWhatFitsAndAnImportWithNothing) {
   constexpr int customers = 30'000;
   const std::string registry = MakeRegistry(customers);
 
-  const RegistryRun full = store.ImportRegistry(database, registry);
+  const RegistryRun full = ImportRegistry(database, PostgreSqlDialect(), registry);
   EXPECT_FALSE(full.finished);
   EXPECT_THAT(full.message, HasSubstr("No queda espacio disponible"));
   EXPECT_GT(full.counts.newCustomers, 0);
@@ -50,7 +51,7 @@ TEST(FullDisk, EndsTheRegistryWithWhatFitsAndAnImportWithNothing) {
     store.Ask("ALTER " + std::string(what) + " SET TABLESPACE pg_default");
   }
   EXPECT_TRUE(apply().applied) << "there is room again";
-  const RegistryRun rest = store.ImportRegistry(database, registry);
+  const RegistryRun rest = ImportRegistry(database, PostgreSqlDialect(), registry);
   EXPECT_TRUE(rest.finished) << rest.message;
   EXPECT_EQ(rest.counts.newCustomers, customers - full.counts.newCustomers);
 }

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "platform/odbc/OdbcDatabaseServices.h"
+#include "platform/sql/PostgreSqlDialect.h"
 #include "servers/ServerStore.h"
 
 namespace tolvan::test {
@@ -119,7 +120,7 @@ TEST_F(ImportFailures, AProcessKilledWhileItWritesOrCommitsTheRegistryEndsIt) {
   for (const auto& [trigger, message] : cases) {
     SleepIn(trigger + " FOR EACH ROW WHEN (NEW.Descripcion = 'EMPRESA 6000, SRL')");
     RegistryRun run;
-    Disturb("PgSleep", KillProcess, [&] { run = store_.ImportRegistry(database_, registry); });
+    Disturb("PgSleep", KillProcess, [&] { run = ImportRegistry(database_, PostgreSqlDialect(), registry); });
     EXPECT_FALSE(run.finished);
     EXPECT_EQ(run.counts.newCustomers, 4'000);
     EXPECT_EQ(run.counts.errors, 0);
@@ -128,7 +129,7 @@ TEST_F(ImportFailures, AProcessKilledWhileItWritesOrCommitsTheRegistryEndsIt) {
     store_.server.WaitUntilItAnswers();
     EXPECT_EQ(store_.Ask("SELECT count(*) FROM Clientes"), "4000");
     store_.Ask("DROP TRIGGER Lento ON Clientes");
-    EXPECT_EQ(store_.ImportRegistry(database_, registry).counts.newCustomers, 5'000);
+    EXPECT_EQ(ImportRegistry(database_, PostgreSqlDialect(), registry).counts.newCustomers, 5'000);
     store_.Ask("DELETE FROM Clientes");
   }
 }

@@ -1,14 +1,7 @@
 #include "servers/ServerStore.h"
 
-#include "fiscal/IdentifierChecks.h"
-#include "fiscal/RejectionReport.h"
-#include "fiscal/TaxpayerRegistryImport.h"
-#include "platform/files/PosixFileHelper.h"
 #include "platform/odbc/OdbcDatabaseServices.h"
-#include "platform/sql/PostgreSqlDialect.h"
 #include "platform/sql/SqlScript.h"
-#include "services/clsCallBackProgreso.h"
-#include "support/FileContent.h"
 
 namespace tolvan::data {
 extern const std::string_view postgreSqlSchema;
@@ -42,25 +35,6 @@ void ServerStore::AddItems(int count) const {
       "INSERT INTO Precios (idItem, idUnidad, idLista, Inv, Precio) SELECT 'V' || i, 'UND', 'DEF', 0, 100" + each);
 }
 
-RegistryRun ServerStore::ImportRegistry(DatabaseServices& database, const std::string& registry) {
-  const PostgreSqlDialect dialect;
-  PosixFileHelper files("/");
-  clsCallBackProgreso progress;
-  const std::string path = folder_.File("DGII_RNC.TXT");
-  WriteFile(path, registry);
-  RejectionList rejections;
-  TaxpayerRegistryImport import({database, dialect, files, host.services.dialogs, host.services.interruption, progress},
-                                &rejections);
-  import.SetRutaArchivo(path);
-  RegistryRun run;
-  run.finished = import.ImportarArchivoRNC(run.message);
-  run.counts = import.Counts();
-  const std::string report = folder_.File("rechazos");
-  rejections.SaveTo(files, report);
-  run.rejected = ReadFile(report);
-  return run;
-}
-
 std::vector<GivenRow> ServerStore::TemplateRows(int count) {
   std::vector<GivenRow> rows;
   for (int number = 1; number <= count; ++number) {
@@ -84,15 +58,6 @@ ImportOutcome ServerStore::ImportTemplate(DatabaseServices& database, std::vecto
   importer.SetRutaArchivo("libro.xlsx");
   importer.Procesar(status);
   return importer.Outcome();
-}
-
-std::string MakeRegistry(int customers) {
-  std::string registry;
-  for (int index = 0; index < customers; ++index) {
-    const std::string body = std::to_string(10'000'000 + index * 7'919 % customers);
-    registry += body + *ExpectedRncCheckDigit(body) + "|EMPRESA " + std::to_string(index) + ", SRL|||\r\n";
-  }
-  return registry;
 }
 
 }  // namespace tolvan::test

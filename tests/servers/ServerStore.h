@@ -5,20 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "fiscal/RegistryCounts.h"
 #include "import/StoreFixture.h"
 #include "import/clsIE_PreciosExcel.h"
 #include "support/PostgresServer.h"
+#include "support/RegistryRun.h"
 
 namespace tolvan::test {
-
-/// How an import of the registry went.
-struct RegistryRun {
-  bool finished = false;
-  std::string message;
-  RegistryCounts counts;
-  std::string rejected;  ///< the report of rejected lines
-};
 
 class ServerStore {
  public:
@@ -30,8 +22,6 @@ class ServerStore {
 
   /// The first field of the first row, as the administrator sees it.
   std::string Ask(const std::string& query) const { return server.Psql(name, query); }
-
-  RegistryRun ImportRegistry(DatabaseServices& database, const std::string& content);
 
   /// Rows of a template workbook: updates of the items V1 to V`count`, and as many new items.
   static std::vector<GivenRow> TemplateRows(int count);
@@ -45,12 +35,6 @@ class ServerStore {
   std::string connection = server.ConnectionString(name);
   SilentStatus status;
   FakeHost host;
-
- private:
-  TemporaryFolder folder_;
 };
-
-/// A registry of so many customers, in no order, with their valid identifiers and CR LF.
-std::string MakeRegistry(int customers);
 
 }  // namespace tolvan::test

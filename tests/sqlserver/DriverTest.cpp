@@ -5,15 +5,13 @@
 #include <chrono>
 
 #include "contract/TemporaryFolder.h"
-#include "fiscal/IdentifierChecks.h"
-#include "fiscal/TaxpayerRegistryImport.h"
 #include "host/HostError.h"
 #include "platform/assembly/ConfiguredHostFactory.h"
-#include "platform/files/PosixFileHelper.h"
-#include "services/clsCallBackProgreso.h"
+#include "platform/sql/SqlServerDialect.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
 #include "support/LoopbackServer.h"
+#include "support/RegistryRun.h"
 #include "support/ThrownBy.h"
 
 namespace tolvan::test {
@@ -213,27 +211,16 @@ TEST_F(SqlServerDriver, ABatchHasAResultForEachStatement) {
 }
 
 TEST_F(SqlServerDriver, TheRegistryTakesFewRoundTripsAndKnowsWhichLineIsNew) {
-  constexpr int lines = 5'000;
-  std::string registry = "101012341|CONOCIDA\r\n";
-  for (int index = 1; index < lines; ++index) {
-    const std::string body = std::to_string(20'000'000 + index);
-    registry += body + *ExpectedRncCheckDigit(body) + "|PEÑA, SRL\r\n";
-  }
-  WriteFile(folder_.File("registro.txt"), registry);
+  constexpr int customers = 5'000;
   Answer(R"json({"IF NOT EXISTS": [{"count": 1}],
     "IF NOT EXISTS (SELECT * FROM Clientes WHERE idCliente = '101012341')": [{"none": true}]})json");
-  PosixFileHelper files("/");
-  clsCallBackProgreso progress;
-  HostApplication& application = context_->Application();
-  TaxpayerRegistryImport import(
-      {application.Database(), application.Dialect(), files, dialogs_, interruption_, progress});
-  import.SetRutaArchivo(folder_.File("registro.txt"));
-  std::string message;
-  ASSERT_TRUE(import.ImportarArchivoRNC(message)) << message;
-  EXPECT_EQ(import.Counts().newCustomers, lines - 1);
-  EXPECT_EQ(import.Counts().notRegistered, 1) << "it was the first line";
+  const RegistryRun run =
+      ImportRegistry(Database(), SqlServerDialect(), "101012341|CONOCIDA\r\n" + MakeRegistry(customers));
+  ASSERT_TRUE(run.finished) << run.message;
+  EXPECT_EQ(run.counts.newCustomers, customers);
+  EXPECT_EQ(run.counts.notRegistered, 1) << "it was the first line";
   const std::string requests = Requests();
-  EXPECT_LE(std::ranges::count(requests, '\n'), lines / 500);
+  EXPECT_LE(std::ranges::count(requests, '\n'), customers / 500);
   EXPECT_THAT(requests, HasSubstr("INSERT INTO CLIENTES"));
 }
 

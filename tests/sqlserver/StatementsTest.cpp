@@ -10,17 +10,14 @@
 #include "base/Text.h"
 #include "export/DailySalesExport.h"
 #include "export/SalesUpload.h"
-#include "fiscal/TaxpayerRegistryImport.h"
 #include "import/StoreFixture.h"
 #include "import/TemplateExport.h"
 #include "import/clsIE_PreciosExcel.h"
 #include "import/clsIE_PreciosMovilnet.h"
-#include "platform/files/PosixFileHelper.h"
 #include "platform/odbc/OdbcBatch.h"
 #include "services/SumDaySales.h"
-#include "services/clsCallBackProgreso.h"
 #include "sqlserver/RecordingDatabase.h"
-#include "support/FileContent.h"
+#include "support/RegistryRun.h"
 #include "transport/ItemDefinitionQueries.h"
 #include "transport/LoteTransporte.h"
 #include "ui/ItemSearch.h"
@@ -103,19 +100,6 @@ class SqlServerStatements : public StoreTest {
     }).Procesar(status);
   }
 
-  void ImportRegistry() {
-    PosixFileHelper files("/");
-    clsCallBackProgreso progress;
-    TaxpayerRegistryImport import(
-        {recording, recording.dialect, files, host.services.dialogs, host.services.interruption, progress});
-    WriteFile(folder.File("registro.txt"),
-              "101012341|PE\xD1"
-              "A D'OLEO\r\n");
-    import.SetRutaArchivo(folder.File("registro.txt"));
-    std::string message;
-    EXPECT_TRUE(import.ImportarArchivoRNC(message)) << message;
-  }
-
   void UseTransport() {
     for (const SqlStatement& query : {CollectorItemsQuery(), CollectorBarcodesQuery(), CollectorDepositsQuery(true)}) {
       recording.OpenRecordset(query);
@@ -162,7 +146,8 @@ TEST_F(SqlServerStatements, AreTakenByAnIndependentGrammar) {
   ExportSales();
   ImportTemplate();
   ImportMovilnet();
-  ImportRegistry();
+  const RegistryRun registry = ImportRegistry(recording, recording.dialect, "101012341|PE\xD1\x41 D'OLEO\r\n");
+  EXPECT_TRUE(registry.finished) << registry.message;
   UseTransport();
   const std::vector<std::string> beginnings = StatementsInSources();
   EXPECT_GT(beginnings.size(), 20U);
