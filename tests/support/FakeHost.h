@@ -31,7 +31,10 @@ struct FakeDialogs : Dialogs {
     questions.emplace_back(text);
     return yes;
   }
-  std::optional<std::string> AskText(std::string_view, std::string_view, std::string_view) override { return answer; }
+  std::optional<std::string> AskText(std::string_view, std::string_view prompt, std::string_view) override {
+    questions.emplace_back(prompt);
+    return std::exchange(answer, nextAnswer ? nextAnswer : answer);
+  }
   std::optional<std::string> PickFileToOpen(std::string_view title, std::string_view filter) override {
     questions.push_back(std::string(title) + " " + std::string(filter));
     return answer;
@@ -50,6 +53,7 @@ struct FakeDialogs : Dialogs {
   std::vector<std::string> questions;
   bool yes = false;
   std::optional<std::string> answer;
+  std::optional<std::string> nextAnswer;  ///< to every text that is asked for after the first
 };
 
 struct FakeClock : Clock {

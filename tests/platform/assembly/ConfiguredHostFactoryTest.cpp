@@ -14,18 +14,6 @@ namespace {
 
 using testing::HasSubstr;
 
-/// Answers with one text after the other, then cancels.
-struct ScriptedDialogs : test::FakeDialogs {
-  std::optional<std::string> AskText(std::string_view, std::string_view prompt, std::string_view) override {
-    questions.emplace_back(prompt);
-    if (answers.empty()) return std::nullopt;
-    std::string next = answers.front();
-    answers.erase(answers.begin());
-    return next;
-  }
-  std::vector<std::string> answers;
-};
-
 class ConfiguredHostFactoryTest : public testing::Test {
  protected:
   /// Makes the host of a configuration with that text.
@@ -43,7 +31,7 @@ class ConfiguredHostFactoryTest : public testing::Test {
   }
 
   test::TemporaryFolder folder_;
-  ScriptedDialogs dialogs_;
+  test::FakeDialogs dialogs_;
   test::FakeClock clock_;
   test::FakeInterruption interruption_;
   std::unique_ptr<AppServices> services_;
@@ -112,7 +100,8 @@ TEST_F(ConfiguredHostFactoryTest, SendsMailAndRequestsThroughTheModule) {
   Assemble(mail, true);
   MailService& service = context_->Application().Mail();
   EXPECT_EQ(service.SendFileToChosenRecipient("240131.txt").status, MailStatus::CancelledByUser);
-  dialogs_.answers = {"ana", " ana@example.com "};
+  dialogs_.answer = "ana";
+  dialogs_.nextAnswer = " ana@example.com ";
   const MailOutcome outcome = service.SendFileToChosenRecipient("240131.txt");
   EXPECT_EQ(outcome.status, MailStatus::Sent) << outcome.detail;
   EXPECT_EQ(test::ReadFile(received.File("attachment")), "0001,1\n");
