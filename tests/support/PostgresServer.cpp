@@ -133,7 +133,10 @@ bool PostgresServer::TryStart() {
                    log, folder_.Path().string(), SmallDisk(), options_.smallDisk);
   ::close(log);
   for (int attempt = 0; attempt < 300; ++attempt) {
-    if (Answers()) return true;
+    if (Answers()) {
+      beginnings_ = Beginnings();
+      return true;
+    }
     int status = 0;
     if (::waitpid(process_, &status, WNOHANG) == process_) {
       process_ = 0;
@@ -155,9 +158,11 @@ void PostgresServer::Signal(int signal) const {
   ::kill(process_, signal);
 }
 
-void PostgresServer::WaitUntilItAnswers() const {
+void PostgresServer::WaitUntilItAnswers() {
+  const int before = beginnings_;
   for (int attempt = 0; attempt < 200; ++attempt) {
-    if (Answers()) return;
+    beginnings_ = Beginnings();
+    if (beginnings_ > before) return;
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   }
   throw std::runtime_error("PostgreSQL did not come back:\n" + Log());
@@ -198,6 +203,14 @@ bool PostgresServer::Answers() const {
   } catch (const std::runtime_error&) {
     return false;
   }
+}
+
+int PostgresServer::Beginnings() const {
+  const std::string log = Log();
+  const std::string_view words = "ready to accept connections";
+  int count = 0;
+  for (std::size_t at = log.find(words); at != std::string::npos; at = log.find(words, at + 1)) ++count;
+  return count;
 }
 
 std::string PostgresServer::Log() const {

@@ -43,8 +43,9 @@ class PostgresServer {
   /// Without mercy: the processes are killed.
   void Kill();
   void Signal(int signal) const;
-  /// It comes back by itself after the loss of one process. Throws std::runtime_error when it does not.
-  void WaitUntilItAnswers() const;
+  /// It comes back by itself after the loss of one process, which it does not notice at once. Throws std::runtime_error
+  /// when it does not.
+  void WaitUntilItAnswers();
 
   /// A new, empty database; its name.
   std::string MakeDatabase();
@@ -60,11 +61,13 @@ class PostgresServer {
   bool TryStart();
   bool Answers() const;
   std::string Log() const;
+  int Beginnings() const;  ///< how often it has begun to take connections
 
   TemporaryFolder folder_;
   std::string programs_;
   pid_t process_ = 0;
   int databases_ = 0;
+  int beginnings_ = 0;  ///< when it was last seen
   Options options_;
 };
 
