@@ -132,7 +132,7 @@ TEST_F(SqlServerDriver, TellsTheKindsOfErrorsByTheServersNumbers) {
 }
 
 TEST_F(SqlServerDriver, AStatementThatTakesTooLongIsStoppedAndTheConnectionWorksOn) {
-  Answer(R"json({"UPDATE lento": [{"sleep": 20}, {"count": 1}], "UPDATE rápido": [{"count": 1}]})json");
+  Answer(R"json({"UPDATE lento": [{"wait": true}], "UPDATE rápido": [{"count": 1}]})json");
   const auto begin = steady_clock::now();
   EXPECT_EQ(KindOf("UPDATE lento"), HostErrorKind::Timeout);
   EXPECT_LT(steady_clock::now() - begin, std::chrono::seconds(15));

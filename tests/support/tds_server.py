@@ -8,29 +8,25 @@ It holds no data. FOLDER/answers.json says what it answers: a JSON object whose 
   {"count": 3}             a statement that affected three rows
   {"none": true}           a statement without a count
   {"error": [547, 16, "..."]}   number, severity, text
-  {"sleep": 2}             seconds; an attention of the driver ends the whole answer
+  {"wait": true}           nothing until an attention of the driver, which ends the whole answer
   {"cut": true}            the connection is cut in the middle of the message
 
 The keys "login", "begin", "commit" and "rollback" stand for those requests; a login has one step, an error. A statement
-without an answer is an error of its own, SET and the words of transactions aside. Every request goes to
-FOLDER/requests, one line each: what kind, a blank, the text. Calls of procedures are not understood: the provider sends
-statements as they are.
+without an answer is an error of its own. Every request goes to FOLDER/requests, one line each: what kind, a blank, the
+text. Calls of procedures are not understood: the provider sends statements as they are.
 """
 import json
 import pathlib
 import re
-import select
 import socket
 import struct
 import sys
 import threading
-import time
 
 import tds_protocol as tds
 
 FOLDER = pathlib.Path(sys.argv[1])
 ROW_COUNT = "SELECT @@ROWCOUNT"
-QUIET = ("SET ", "IF @@TRANCOUNT", "BEGIN TRAN", "COMMIT", "ROLLBACK")
 TRANSACTIONS = {5: ("begin", 8), 7: ("commit", 9), 8: ("rollback", 10)}
 
 
@@ -45,13 +41,12 @@ def answers():
 
 def steps_for(text):
     """The steps of every known statement in the text, in the text's order. What asks for the number of affected rows gets
-    that of the statement before; after SET XACT_ABORT ON the first error ends the batch."""
+    that of the statement before."""
     known = answers()
     pieces = sorted([key for key in known if key in text] + [ROW_COUNT], key=len, reverse=True)
     found = [match.group() for match in re.finditer("|".join(map(re.escape, pieces)), text)]
     if all(piece == ROW_COUNT for piece in found):
-        quiet = text.lstrip().upper().startswith(QUIET)
-        return [{"none": True}] if quiet else [{"error": [50000, 16, "the test has no answer for: " + text]}]
+        return [{"error": [50000, 16, "the test has no answer for: " + text]}]
     steps, affected = [], 0
     for piece in found:
         if piece == ROW_COUNT:
@@ -59,10 +54,6 @@ def steps_for(text):
             continue
         steps += known[piece]
         affected = known[piece][-1].get("count", 0)
-        if "error" in known[piece][-1] and "XACT_ABORT ON" in text:
-            break
-    if "SET NOCOUNT ON" in text:
-        steps = [{"none": True} if "count" in step else step for step in steps]
     return steps
 
 
@@ -95,9 +86,6 @@ class Session:
                 self.answer(steps_for(text))
             elif kind == tds.TRANSACTION:
                 self.manage(*tds.read_transaction(body))
-            elif kind == tds.ATTENTION:
-                self.note("attention")
-                self.send(tds.done(tds.STOPPED))
             else:
                 raise Cut
 
@@ -120,16 +108,11 @@ class Session:
         """Sends the results of all steps."""
         body = b""
         for place, step in enumerate(steps):
-            last = place == len(steps) - 1
-            if "sleep" in step:
-                if self.stopped(step["sleep"]):
-                    return
-                if last:
-                    body += tds.done()
-            elif "cut" in step:
+            if "wait" in step:
+                return self.wait_for_attention()
+            if "cut" in step:
                 self.cut(body)
-            else:
-                body += self.step(step, 0 if last else tds.MORE)
+            body += self.step(step, 0 if place == len(steps) - 1 else tds.MORE)
         self.send(body or tds.done())
 
     @staticmethod
@@ -146,18 +129,11 @@ class Session:
             return tds.done(more | tds.COUNT, step["count"])
         return tds.done(more)
 
-    def stopped(self, seconds):
-        """Waits. True when the driver sent an attention meanwhile, which is answered."""
-        end = time.monotonic() + seconds
-        while (left := end - time.monotonic()) > 0:
-            if not select.select([self.connection], [], [], left)[0]:
-                break
-            kind, _ = tds.read_message(self.connection)
-            if kind == tds.ATTENTION:
-                self.note("attention")
-                self.send(tds.done(tds.STOPPED))
-                return True
-        return False
+    def wait_for_attention(self):
+        while tds.read_message(self.connection)[0] != tds.ATTENTION:
+            pass
+        self.note("attention")
+        self.send(tds.done(tds.STOPPED))
 
     def cut(self, body):
         """Half a message, then nothing."""
