@@ -17,13 +17,12 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 /// Answers in the order given; behind the last one, "OK".
-struct ScriptedHttp : HttpClient {
+struct ScriptedHttp : test::FakeHttp {
   HttpResponse Get(const HttpRequest& request) override {
-    requests.push_back(request);
-    const std::size_t index = requests.size() - 1;
-    return index < answers.size() ? answers[index] : HttpResponse{true, "200", "OK", ""};
+    const std::size_t index = requests.size();
+    response = index < answers.size() ? answers[index] : HttpResponse{true, "200", "OK", ""};
+    return FakeHttp::Get(request);
   }
-  std::vector<HttpRequest> requests;
   std::vector<HttpResponse> answers;
 };
 

@@ -13,6 +13,7 @@
 #include "platform/sql/SqliteDialect.h"
 #include "platform/sqlite/SqliteDatabaseServices.h"
 #include "support/FakeHost.h"
+#include "support/FileContent.h"
 
 namespace tolvan::data {
 extern const std::string_view sqliteSchema;
@@ -70,9 +71,7 @@ class Store {
     observer = {};
     TaxpayerRegistryImport import({database, dialect, files, dialogs, stop, progress}, &observer);
     const std::string path = folder.File("DGII_RNC.TXT");
-    const std::unique_ptr<WholeFile> file = files.CreateWhole(path);
-    file->Write(content);
-    file->Commit();
+    WriteFile(path, content);
     import.SetRutaArchivo(path);
     import.SetBatchLines(batchLines);
     const bool done = import.ImportarArchivoRNC(message);

@@ -4,20 +4,17 @@
 
 #include "fiscal/clsInfoFiscalClienteDO.h"
 #include "host/HostError.h"
+#include "support/FakeHost.h"
 
 namespace tolvan {
 namespace {
 
-struct Answers : HttpClient {
-  HttpResponse Get(const HttpRequest& asked) override {
-    request = asked;
-    ++count;
+struct Answers : test::FakeHttp {
+  Answers() { response = {.succeeded = true, .statusText = "200", .body = {}, .failure = {}}; }
+  HttpResponse Get(const HttpRequest& request) override {
     if (interrupted) throw HostError(HostErrorKind::Interrupted, "");
-    return answer;
+    return FakeHttp::Get(request);
   }
-  HttpRequest request;
-  HttpResponse answer{.succeeded = true, .statusText = "200", .body = {}, .failure = {}};
-  int count = 0;
   bool interrupted = false;
 };
 
@@ -56,7 +53,7 @@ TEST(TaxpayerLookup, TellsNamesFromAbsenceAndFromChangedPages) {
   Answers client;
   const TaxpayerLookup lookup(client, {"dgii.test:8080", "VS+/=", "EV+/="});
   for (const Case& one : cases) {
-    client.answer.body = one.page;
+    client.response.body = one.page;
     const LookupResult result = lookup.Ask(code);
     SCOPED_TRACE(one.what);
     EXPECT_EQ(result.outcome, one.outcome);
@@ -64,9 +61,9 @@ TEST(TaxpayerLookup, TellsNamesFromAbsenceAndFromChangedPages) {
     EXPECT_EQ(result.complete, one.complete);
     EXPECT_EQ(TextForPeople(result).empty(), one.outcome == LookupOutcome::Found && one.complete);
   }
-  EXPECT_EQ(client.request.host, "dgii.test");
-  EXPECT_EQ(client.request.port, 8080);
-  EXPECT_EQ(client.request.pathAndQuery,
+  EXPECT_EQ(client.requests.back().host, "dgii.test");
+  EXPECT_EQ(client.requests.back().port, 8080);
+  EXPECT_EQ(client.requests.back().pathAndQuery,
             "app/WebApps/Consultas/rnc/RncWeb.aspx?__VIEWSTATE=VS+/=&__EVENTVALIDATION=EV+/="
             "&rbtnlTipoBusqueda=0&btnBuscaRncCed=Buscar&txtRncCed=101012341");
 }
@@ -74,15 +71,15 @@ TEST(TaxpayerLookup, TellsNamesFromAbsenceAndFromChangedPages) {
 TEST(TaxpayerLookup, ReportsRefusals) {
   Answers client;
   const TaxpayerLookup lookup(client, {"dgii.test", "", ""});
-  client.answer.statusText = "302";
-  client.answer.body = std::string(row) + "ACME</td><td>";
+  client.response.statusText = "302";
+  client.response.body = std::string(row) + "ACME</td><td>";
   EXPECT_EQ(lookup.Ask(code).outcome, LookupOutcome::OtherStatus);
-  client.answer = {.succeeded = false, .statusText = {}, .body = {}, .failure = "tiempo agotado"};
+  client.response = {.succeeded = false, .statusText = {}, .body = {}, .failure = "tiempo agotado"};
   EXPECT_EQ(TextForPeople(lookup.Ask(code)), "La DGII no respondió: tiempo agotado");
   for (const char* server : {"", "http://dgii.test"}) {
     EXPECT_EQ(TaxpayerLookup(client, {server, "", ""}).Ask(code).outcome, LookupOutcome::NotConfigured);
   }
-  EXPECT_EQ(client.count, 2);
+  EXPECT_EQ(client.requests.size(), 2U);
 }
 
 TEST(clsInfoFiscalClienteDO, LooksUpOnlyWhatIsValidAndKeepsTheLastAnswerOtherwise) {
@@ -91,7 +88,7 @@ TEST(clsInfoFiscalClienteDO, LooksUpOnlyWhatIsValidAndKeepsTheLastAnswerOtherwis
   clsInfoFiscalClienteDO identity(&lookup);
   std::string typed = code;
   identity.ReconocerRif(typed);
-  client.answer.body = std::string(row) + "ACME</td><td>";
+  client.response.body = std::string(row) + "ACME</td><td>";
   EXPECT_TRUE(identity.ObtenerInfoInternet());
   EXPECT_EQ(identity.NombreRazonSocialObtenidoInternet(), "ACME");
 
@@ -99,7 +96,7 @@ TEST(clsInfoFiscalClienteDO, LooksUpOnlyWhatIsValidAndKeepsTheLastAnswerOtherwis
   identity.ReconocerRif(invalid);
   EXPECT_FALSE(identity.ObtenerInfoInternet());
   EXPECT_EQ(identity.NombreRazonSocialObtenidoInternet(), "ACME") << "an invalid identifier asks and clears nothing";
-  EXPECT_EQ(client.count, 1);
+  EXPECT_EQ(client.requests.size(), 1U);
 
   identity.ReconocerRif(typed);
   client.interrupted = true;

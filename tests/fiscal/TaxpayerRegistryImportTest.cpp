@@ -163,18 +163,15 @@ TEST(TaxpayerRegistryImport, AsksForTheFileAndRefusesWithoutOne) {
 }
 
 TEST(TaxpayerRegistryImport, ReportsRejectedLinesWithTheirCause) {
-  Store store;
-  store.Import("");
-  const std::string path = store.folder.File("rechazos.txt");
-  const std::unique_ptr<WholeFile> file = store.files.CreateWhole(path);
+  const test::TemporaryFolder folder;
+  const std::string path = folder.File("rechazos.txt");
+  PosixFileHelper files("/");
+  const std::unique_ptr<WholeFile> file = files.CreateWhole(path);
   RejectionReport report(*file);
   report.LineRejected({.line = 3, .kind = RejectionKind::InvalidIdentifier, .detail = {}, .excerpt = "1\t2|\x1BÑ"});
   report.LineRejected({.line = 5, .kind = RejectionKind::StatementFailed, .detail = "no\r\n", .excerpt = "1|A"});
   report.Commit();
-  const std::unique_ptr<InputFile> read = store.files.OpenInput(path);
-  std::string text(read->Size(), ' ');
-  read->Read(text);
-  EXPECT_EQ(text,
+  EXPECT_EQ(test::ReadFile(path),
             "3\tel identificador no es un RNC ni una cédula válidos\t1 2| Ñ\n"
             "5\tla base de datos rechazó el registro: no  \t1|A\n");
 }
