@@ -13,30 +13,30 @@ def begin(content, version=0x0600):
     return record(0x809, struct.pack('<HHHHII', version, content, 0, 0, 0, 0))
 
 
+def pieces(data, size):
+    return [data[at:at + size].ljust(size, b'\0') for at in range(0, len(data), size)]
+
+
+def numbers(values):
+    return struct.pack(f'<{len(values)}I', *values)
+
+
 def compound(streams, seed=None):
     """A compound file of the streams; with a seed their sectors lie in random order."""
-    small = b''
-    mini_table = []
-    places = {}
-    big = {}
+    small, small_table, places, contents = [], [], {}, {}
     for name, data in streams.items():
         if len(data) >= 4096:
-            big[name] = data
+            contents[name] = pieces(data, 512)
             continue
-        start = len(small) // 64
-        count = -(-len(data) // 64)
-        mini_table += [start + i + 1 for i in range(count)]
-        if count:
-            mini_table[-1] = END
-        small += data.ljust(count * 64, b'\0')
-        places[name] = (start if count else END, len(data))
+        places[name] = (len(small), len(data))
+        small += pieces(data, 64)
+        small_table += [*range(len(small_table) + 1, len(small)), END]
     if small:
-        big['Root Entry'] = small
-        big['\0mini table'] = b''.join(struct.pack('<I', n) for n in mini_table)
-    big['\0directory'] = b'\0' * 128 * (len(streams) + 1)
+        contents['Root Entry'] = pieces(b''.join(small), 512)
+        contents['\0mini table'] = pieces(numbers(small_table), 512)
+    contents['\0directory'] = pieces(b'\0' * 128 * (len(streams) + 1), 512)
 
-    counts = {name: -(-len(data) // 512) for name, data in big.items()}
-    used = sum(counts.values())
+    used = sum(map(len, contents.values()))
     tables = lists = 0
     while True:
         wanted = -(-(used + tables + lists) // 128)
@@ -51,43 +51,40 @@ def compound(streams, seed=None):
     table_at, list_at, free = order[:tables], order[tables:tables + lists], order[tables + lists:]
     table = [FREE] * (tables * 128)
     sectors = [b''] * total
-    first = {}
-    for name, data in big.items():
-        chain, free = free[:counts[name]], free[counts[name]:]
-        first[name] = chain[0]
-        for i, sector in enumerate(chain):
-            table[sector] = chain[i + 1] if i + 1 < len(chain) else END
-            sectors[sector] = data[i * 512:(i + 1) * 512].ljust(512, b'\0')
-        if name == '\0directory':
-            directory_chain = chain
+    chains = {}
+    for name, content in contents.items():
+        chain, free = free[:len(content)], free[len(content):]
+        chains[name] = chain
+        for sector, following, piece in zip(chain, chain[1:] + [END], content):
+            table[sector], sectors[sector] = following, piece
     for sector in table_at:
         table[sector] = TABLE
     for sector in list_at:
         table[sector] = LIST
+
+    def first(name):
+        return chains[name][0] if name in chains else END
 
     def entry(name, kind, start, size, right=FREE, child=FREE):
         encoded = (name + '\0').encode('utf-16-le')
         return (encoded.ljust(64, b'\0') + struct.pack('<HBBIII', len(encoded), kind, 1, FREE, right, child) +
                 b'\0' * 36 + struct.pack('<IQ', start, size))
 
-    directory = entry('Root Entry', 5, first.get('Root Entry', END), len(small), child=1)
+    directory = entry('Root Entry', 5, first('Root Entry'), len(small) * 64, child=1)
     for i, name in enumerate(streams):
-        start, size = places.get(name) or (first[name], len(streams[name]))
+        start, size = places.get(name) or (first(name), len(streams[name]))
         directory += entry(name, 2, start, size, right=i + 2 if i + 1 < len(streams) else FREE)
-    for i, sector in enumerate(directory_chain):
-        sectors[sector] = directory[i * 512:(i + 1) * 512].ljust(512, b'\0')
-    packed = struct.pack(f'<{len(table)}I', *table)
-    for i, sector in enumerate(table_at):
-        sectors[sector] = packed[i * 512:(i + 1) * 512]
+    for at, content in ((chains['\0directory'], directory), (table_at, numbers(table))):
+        for sector, piece in zip(at, pieces(content, 512)):
+            sectors[sector] = piece
     rest = table_at[109:]
     for i, sector in enumerate(list_at):
-        numbers = (rest[i * 127:(i + 1) * 127] + [FREE] * 127)[:127]
-        sectors[sector] = struct.pack('<128I', *numbers, list_at[i + 1] if i + 1 < lists else END)
+        part = (rest[i * 127:(i + 1) * 127] + [FREE] * 127)[:127]
+        sectors[sector] = numbers(part + [list_at[i + 1] if i + 1 < lists else END])
     header = (b'\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1' + b'\0' * 16 + struct.pack('<HHHHH', 0x3E, 3, 0xFFFE, 9, 6) + b'\0' * 10 +
-              struct.pack('<IIIIIIIII', tables, first['\0directory'], 0, 4096,
-                          first.get('\0mini table', END), counts.get('\0mini table', 0), list_at[0] if lists else END,
-                          lists, 0)[:32])
-    header += struct.pack('<109I', *(table_at[:109] + [FREE] * 109)[:109])
+              numbers([tables, first('\0directory'), 0, 4096, first('\0mini table'),
+                       len(chains.get('\0mini table', '')), list_at[0] if lists else END, lists]))
+    header += numbers((table_at[:109] + [FREE] * 109)[:109])
     return header + b''.join(sectors)
 
 
