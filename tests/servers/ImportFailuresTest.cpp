@@ -23,11 +23,6 @@ class ImportFailures : public ::testing::Test {
  protected:
   ImportFailures() { store_.AddItems(items); }
 
-  pid_t Backend() {
-    const auto row = database_.OpenRecordset(SqlStatement("SELECT pg_backend_pid()"));
-    return static_cast<pid_t>(*IntegerOf(row->Value(std::size_t{0})));
-  }
-
   ImportOutcome Apply() {
     return store_.ImportTemplate(database_, ServerStore::TemplateRows(items),
                                  [&](IClaseImportar& importer) { importer.Iniciar(store_.status); });
@@ -46,18 +41,16 @@ class ImportFailures : public ::testing::Test {
 
   /// Makes the server sleep in that trigger.
   void SleepIn(const std::string& trigger) const {
-    store_.Ask(
-        "CREATE OR REPLACE FUNCTION Esperar() RETURNS trigger LANGUAGE plpgsql AS $$BEGIN PERFORM pg_sleep(60); RETURN "
-        "NULL; "
-        "END$$;"
-        "CREATE " +
-        trigger + " EXECUTE FUNCTION Esperar()");
+    const std::string function =
+        "CREATE OR REPLACE FUNCTION Esperar() RETURNS trigger LANGUAGE plpgsql AS "
+        "$$BEGIN PERFORM pg_sleep(60); RETURN NULL; END$$;";
+    store_.Ask(function + "CREATE " + trigger + " EXECUTE FUNCTION Esperar()");
   }
 
   /// Does `work`, and does `action` to the process on the server as soon as that waits for what `waitEvent` names.
   void Disturb(const std::string& waitEvent, const std::function<void(pid_t)>& action,
                const std::function<void()>& work) {
-    const pid_t backend = Backend();
+    const pid_t backend = BackendOf(database_);
     std::thread other([&] {
       const std::string ask = "SELECT count(*) FROM pg_stat_activity WHERE pid = " + std::to_string(backend) +
                               " AND wait_event = '" + waitEvent + "'";

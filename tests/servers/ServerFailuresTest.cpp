@@ -22,10 +22,6 @@ class ServerFailures : public ::testing::Test {
   ServerFailures() { Execute("CREATE TABLE Prueba (Codigo INTEGER PRIMARY KEY)"); }
 
   void Execute(const std::string& text) { database_.Execute(SqlStatement(text)); }
-  pid_t Backend() {
-    const auto row = database_.OpenRecordset(SqlStatement("SELECT pg_backend_pid()"));
-    return static_cast<pid_t>(*IntegerOf(row->Value(std::size_t{0})));
-  }
   std::string Count() const { return server_.Psql(name_, "SELECT count(*) FROM Prueba"); }
 
   std::unique_ptr<Transaction> BeginWithRows() {
@@ -46,7 +42,7 @@ class ServerFailures : public ::testing::Test {
 };
 
 TEST_F(ServerFailures, ABackendKilledBeforeAStatementLeavesNothing) {
-  const pid_t backend = Backend();
+  const pid_t backend = BackendOf(database_);
   auto transaction = BeginWithRows();
   ::kill(backend, SIGKILL);
   EXPECT_EQ(KindThrownBy([&] { Execute("INSERT INTO Prueba VALUES (3)"); }), HostErrorKind::Unreachable);
@@ -58,7 +54,7 @@ TEST_F(ServerFailures, ABackendKilledBeforeAStatementLeavesNothing) {
 }
 
 TEST_F(ServerFailures, ABackendKilledBeforeTheCommitLeavesNothing) {
-  const pid_t backend = Backend();
+  const pid_t backend = BackendOf(database_);
   auto transaction = BeginWithRows();
   ::kill(backend, SIGKILL);
   EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::OutcomeUnknown) << "for all the client knows";
@@ -83,7 +79,7 @@ TEST_F(ServerFailures, AServerKilledInATransactionLeavesNothing) {
 }
 
 TEST_F(ServerFailures, AFrozenServerEndsWithTheTimeout) {
-  const pid_t backend = Backend();
+  const pid_t backend = BackendOf(database_);
   auto transaction = BeginWithRows();
   server_.Signal(SIGSTOP);
   ::kill(backend, SIGSTOP);

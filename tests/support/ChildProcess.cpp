@@ -1,6 +1,7 @@
 #include "support/ChildProcess.h"
 
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -45,6 +46,12 @@ std::string RunWithoutPrivileges(const std::function<std::string()>& work) {
     if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) return "privileges stay";
     return work();
   });
+}
+
+void LimitFileSizes(std::size_t bytes) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit limit{bytes, bytes};
+  ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 pid_t StartChild(const std::function<void()>& work) {

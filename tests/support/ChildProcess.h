@@ -15,6 +15,9 @@ std::string RunInChild(const std::function<std::string()>& work);
 /// The same as a user without privileges, whoever runs the test.
 std::string RunWithoutPrivileges(const std::function<std::string()>& work);
 
+/// In a child: no file grows past so many bytes. What does not fit fails as on a full disk.
+void LimitFileSizes(std::size_t bytes);
+
 /// Starts `work` in a child; the caller ends it with KillChild.
 pid_t StartChild(const std::function<void()>& work);
 

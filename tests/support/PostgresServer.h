@@ -11,8 +11,15 @@
 #include <vector>
 
 #include "contract/TemporaryFolder.h"
+#include "host/DatabaseServices.h"
 
 namespace tolvan::test {
+
+/// The server's process that serves that connection.
+inline pid_t BackendOf(DatabaseServices& database) {
+  const auto row = database.OpenRecordset(SqlStatement("SELECT pg_backend_pid()"));
+  return static_cast<pid_t>(*IntegerOf(row->Value(std::size_t{0})));
+}
 
 /// This machine lets nobody mount a file system.
 struct CannotMount : std::runtime_error {

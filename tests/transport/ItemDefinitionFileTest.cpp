@@ -1,14 +1,12 @@
 #include "transport/ItemDefinitionFile.h"
 
-#include <sys/resource.h>
-
-#include <csignal>
 #include <cstdlib>
 
 #include "base/Text.h"
 #include "platform/files/PosixFileHelper.h"
 #include "platform/sql/MakeSqlDialect.h"
 #include "platform/xml/PugiXmlLibrary.h"
+#include "support/ChildProcess.h"
 #include "support/FakeHost.h"
 #include "transport/ItemDefinitionQueries.h"
 #include "transport/MissingXmlLibrary.h"
@@ -148,15 +146,12 @@ TEST_F(ItemDefinitionFileTest, AFailureLeavesTheEarlierFileWhole) {
   const std::string earlier = ReadFile(path_);
   dialogs_.boxes.clear();
 
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before{};
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-  const rlimit little{.rlim_cur = 400, .rlim_max = before.rlim_max};
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &little), 0);  // the file does not fit, as on a full disk
-  const ItemDefinitionResult full = Write(true, false);
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
-  EXPECT_EQ(full.outcome, Outcome::Failed);
-  EXPECT_THAT(full.error, ::testing::StartsWith("No queda espacio disponible"));
+  EXPECT_THAT(RunInChild([&] {
+                LimitFileSizes(400);
+                const ItemDefinitionResult full = Write(true, false);
+                return full.outcome == Outcome::Failed && dialogs_.boxes.empty() ? full.error : "told as written";
+              }),
+              ::testing::StartsWith("No queda espacio disponible"));
   ExpectUntouched(earlier);
 
   const ItemDefinitionResult nowhere = Write(true, false, output_.File("no/hay.tolpak"));

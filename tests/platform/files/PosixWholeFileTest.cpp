@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -92,9 +91,7 @@ void LimitSpace(const std::string& folder) {
       ::mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=64k") == 0) {
     return;
   }
-  ::signal(SIGXFSZ, SIG_IGN);
-  const rlimit limit{65'536, 65'536};
-  ::setrlimit(RLIMIT_FSIZE, &limit);
+  test::LimitFileSizes(65'536);
 }
 
 TEST(PosixWholeFile, LeavesTheOldFileWhenTheDiskIsFull) {

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <clocale>
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
@@ -102,11 +100,9 @@ TEST_F(NewXlsxWorkbookTest, LeavesTheOldFileWhenTheDeviceIsFull) {
   Write(path, 3);
   const std::string before = test::ReadFile(path);
   // At every size some other of the library's own files is the one that is cut, which it does not notice by itself.
-  for (const rlim_t bytes : {2'000U, 20'000U, 100'000U, 400'000U}) {
+  for (const std::size_t bytes : {2'000U, 20'000U, 100'000U, 400'000U}) {
     const std::string result = test::RunInChild([&]() -> std::string {
-      std::signal(SIGXFSZ, SIG_IGN);
-      const rlimit limit{bytes, bytes};
-      setrlimit(RLIMIT_FSIZE, &limit);
+      test::LimitFileSizes(bytes);
       try {
         Write(path, 20'000);
       } catch (const HostError&) {
