@@ -76,7 +76,8 @@ TEST(SqlDialectTest, AStatementIsRenderedWithItsLiteralsInPlace) {
   EXPECT_EQ(statement.ParameterText(), "UPDATE T SET Nota = ? WHERE Codigo = ? AND Activo = ? AND Fecha < GETDATE()");
   condition.Append(condition);
   EXPECT_EQ(condition.ParameterText(), " WHERE Codigo = ? AND Activo = ? WHERE Codigo = ? AND Activo = ?");
-  EXPECT_EQ(condition.Literals().size(), 4U);
+  EXPECT_EQ(condition.Render(*dialect),
+            " WHERE Codigo = '? o ''''=?' AND Activo = 1 WHERE Codigo = '? o ''''=?' AND Activo = 1");
 }
 
 }  // namespace tolvan::test
