@@ -14,6 +14,10 @@ constexpr unsigned phoneticFlag = 0x04;
 constexpr unsigned richFlag = 0x08;
 constexpr std::uint64_t bytesPerRun = 4;
 
+bool IsAscii(unsigned char byte) {
+  return byte != 0 && byte < 0x80;
+}
+
 }  // namespace
 
 BiffText::BiffText(BiffRecords& records, const BiffRecord& record, std::size_t skipped) : records_(records) {
@@ -67,12 +71,14 @@ std::size_t BiffText::AppendCharacters(std::size_t count, bool wide) {
   const std::size_t width = wide ? 2 : 1;
   const std::size_t taken = std::min(count, rest_.size() / width);
   for (std::size_t i = 0; i < taken; ++i) {
-    const std::uint16_t unit = wide ? ReadU16(&rest_[2 * i]) : rest_[i];
-    if (unit != 0 && unit < 0x80 && highHalf_ == 0) {
-      text_.push_back(static_cast<char>(unit));
-    } else {
-      AppendUnit(unit);
+    if (!wide && highHalf_ == 0) {
+      const auto begin = rest_.begin() + static_cast<std::ptrdiff_t>(i);
+      const auto end = std::find_if_not(begin, rest_.begin() + static_cast<std::ptrdiff_t>(taken), IsAscii);
+      text_.append(begin, end);
+      i = static_cast<std::size_t>(end - rest_.begin());
+      if (i == taken) break;
     }
+    AppendUnit(wide ? ReadU16(&rest_[2 * i]) : rest_[i]);
   }
   rest_ = rest_.subspan(taken * width);
   return taken;
