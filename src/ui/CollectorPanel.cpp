@@ -12,12 +12,9 @@ CollectorPanel::CollectorPanel(const ComponentContext& context, XmlLibrary& libr
     : context_(context), library_(library), progress_(std::move(progress)) {}
 
 void CollectorPanel::cmdDCExportarItems_Click() {
-  if (writing_) return;
   const std::string path = ChooseTransportFile("Articulos", context_.UserDialogs(), context_.services.SystemClock());
   if (path.empty()) return;
-  writing_ = true;
   const std::string failure = Write(path);
-  writing_ = false;
   if (failure.empty()) return;
   const std::string text = std::string(ResourceText(text_id::errorsHappened)) + "\r\n" + failure;
   context_.UserDialogs().ShowMessage(MessageIcon::Exclamation, ResourceText(text_id::windowCaption), text);

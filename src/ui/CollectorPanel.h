@@ -27,7 +27,7 @@ class CollectorPanel {
   void opProposito_Click(Purpose purpose) { purpose_ = purpose; }
 
   /// Asks for a file and writes it. A failure is told in the window's box for failures. Nothing is told when the user
-  /// cancelled, and when a query could not be opened. A click while a file is being written does nothing.
+  /// cancelled, and when a query could not be opened.
   void cmdDCExportarItems_Click();
 
  private:
@@ -38,7 +38,6 @@ class CollectorPanel {
   XmlLibrary& library_;
   CollectorProgress progress_;
   Purpose purpose_ = Count;
-  bool writing_ = false;
 };
 
 }  // namespace tolvan

@@ -16,18 +16,6 @@ constexpr std::string_view nothingChosen = "Debe seleccionar primero el archivo 
 constexpr std::string_view templateMissing =
     "No se encuentra el archivo de plantilla. Favor actualice Tolvan para reponer el archivo de plantilla";
 
-/// Marks a run for as long as it lives: while windows are being served, a second one must not begin.
-class Running {
- public:
-  explicit Running(bool& flag) : flag_(flag) { flag = true; }
-  ~Running() { flag_ = false; }
-  Running(const Running&) = delete;
-  Running& operator=(const Running&) = delete;
-
- private:
-  bool& flag_;
-};
-
 }  // namespace
 
 ImportLauncher::ImportLauncher(const ComponentContext& context, ImportTools tools, StatusWindow& window,
@@ -43,8 +31,6 @@ void ImportLauncher::AttachTo(frmOpciones& form) {
 }
 
 bool ImportLauncher::Launch(int action, std::string& errorText, bool& silent) {
-  if (running_) return silent = true;
-  const Running running(running_);
   outcome_ = {};
   silent = Import(action);
   if (!silent) errorText.append(lineBreak).append(FailureText(outcome_));

@@ -57,7 +57,6 @@ class ImportLauncher {
   Observer observer_;
   std::map<int, std::string> workbooks_;
   ImportOutcome outcome_;
-  bool running_ = false;
 };
 
 }  // namespace tolvan
