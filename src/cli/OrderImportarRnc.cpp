@@ -24,8 +24,7 @@ std::string AbsolutePath(const std::string& path) {
 std::unique_ptr<WholeFile> OpenReport(OrderCall& call, FileHelper& files) {
   if (!call.Given().Has("--rechazos")) return nullptr;
   const std::string path = AbsolutePath(call.Given().Value("--rechazos"));
-  std::error_code ignored;
-  if (fs::equivalent(path, AbsolutePath(call.Given().arguments.front()), ignored)) {
+  if (files.IsSameFile(path, AbsolutePath(call.Given().arguments.front()))) {
     throw CommandFailure(ExitCode::Usage, "El archivo de rechazos no puede ser el mismo que se importa");
   }
   return files.CreateWhole(path);

@@ -90,6 +90,7 @@ struct FakeFiles : FileHelper {
   std::string CleanFileName(std::string_view name, bool, bool) const override { return std::string(name); }
   bool FileExists(std::string_view path) const override { return contents.contains(std::string(path)); }
   bool FolderExists(std::string_view path) const override { return folders.contains(std::string(path)); }
+  bool IsSameFile(std::string_view path, std::string_view other) const override { return path == other; }
   void MakeFolder(std::string_view path) override { folders.insert(std::string(path)); }
   bool DeleteFile(std::string_view path) noexcept override { return contents.erase(std::string(path)) > 0; }
   std::optional<HostError> WriteTextFile(std::string_view text, std::string_view path) noexcept override {

@@ -52,6 +52,12 @@ std::optional<struct stat> StatusOf(const std::string& path) {
   return status;
 }
 
+bool AreOneFile(const std::string& path, const std::string& other) {
+  const auto status = StatusOf(path);
+  const auto otherStatus = StatusOf(other);
+  return status && otherStatus && status->st_dev == otherStatus->st_dev && status->st_ino == otherStatus->st_ino;
+}
+
 }  // namespace
 
 PosixFileHelper::PosixFileHelper(std::string_view applicationFolder, std::vector<std::string> guarded)
@@ -62,11 +68,8 @@ std::string PosixFileHelper::Resolve(std::string_view path) const {
 }
 
 bool PosixFileHelper::IsGuarded(const std::string& path) const {
-  const auto status = StatusOf(path);
-  return status && std::any_of(guarded_.begin(), guarded_.end(), [&](const std::string& guarded) {
-           const auto other = StatusOf(guarded);
-           return other && other->st_dev == status->st_dev && other->st_ino == status->st_ino;
-         });
+  return std::any_of(guarded_.begin(), guarded_.end(),
+                     [&](const std::string& guarded) { return AreOneFile(path, guarded); });
 }
 
 std::string PosixFileHelper::NormalizeFolder(std::string_view folder) const {
@@ -105,6 +108,10 @@ bool PosixFileHelper::FolderExists(std::string_view path) const {
   if (IsWindowsPath(path)) return false;
   const auto status = StatusOf(Resolve(path));
   return status && S_ISDIR(status->st_mode);
+}
+
+bool PosixFileHelper::IsSameFile(std::string_view path, std::string_view other) const {
+  return AreOneFile(Resolve(path), Resolve(other));
 }
 
 void PosixFileHelper::MakeFolder(std::string_view path) {

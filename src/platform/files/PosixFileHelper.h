@@ -21,6 +21,7 @@ class PosixFileHelper final : public FileHelper {
   std::string CleanFileName(std::string_view name, bool replaceForbidden, bool trim) const override;
   bool FileExists(std::string_view path) const override;
   bool FolderExists(std::string_view path) const override;
+  bool IsSameFile(std::string_view path, std::string_view other) const override;
   void MakeFolder(std::string_view path) override;
   bool DeleteFile(std::string_view path) noexcept override;
   std::optional<HostError> WriteTextFile(std::string_view text, std::string_view path) noexcept override;

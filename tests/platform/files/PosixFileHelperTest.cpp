@@ -95,6 +95,10 @@ TEST(PosixFileHelper, WritesTextAndMakesFolders) {
   EXPECT_EQ(test::ReadFile(folder.File("a/b/c/ventas.txt")), "a\xF1o 1 \x80, ?");
   EXPECT_TRUE(files.FileExists("a\\b\\c\\ventas.txt"));
   EXPECT_FALSE(files.FileExists("a/b"));
+  std::filesystem::create_symlink("a/b/c/ventas.txt", folder.File("enlace"));
+  EXPECT_TRUE(files.IsSameFile("enlace", "a/b/../b/c/ventas.txt"));
+  EXPECT_FALSE(files.IsSameFile("enlace", "a/b"));
+  EXPECT_FALSE(files.IsSameFile("no está", "no está"));
   EXPECT_THROW(files.MakeFolder("a/b/c/ventas.txt/d"), HostError);
   EXPECT_TRUE(files.WriteTextFile("x", "a/b/c/"));
   EXPECT_TRUE(files.WriteTextFile("x", "missing/x.txt"));
