@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "cli/AbsolutePath.h"
 #include "cli/CommandHost.h"
 #include "cli/ConsoleDialogs.h"
 #include "cli/ReviewPrinter.h"
@@ -59,11 +60,6 @@ ExitCode ReportFailure(OrderCall& call, const ImportOutcome& outcome) {
 }
 
 }  // namespace
-
-std::string AbsolutePath(const std::string& path) {
-  if (path.empty()) return {};
-  return std::filesystem::absolute(path).lexically_normal();
-}
 
 std::vector<OptionDefinition> ImportOptions() {
   return {{.name = "--simular", .summary = "lee, clasifica y muestra los renglones, sin aplicar nada"},

@@ -12,7 +12,4 @@ std::vector<OptionDefinition> ImportOptions();
 /// Imports the workbook that the call names by an action of the options window, 3 or 5.
 ExitCode RunImport(OrderCall& call, int action, std::vector<RowChange> changes);
 
-/// What the user names is meant from where he stands. Empty stays empty.
-std::string AbsolutePath(const std::string& path);
-
 }  // namespace tolvan

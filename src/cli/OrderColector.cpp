@@ -3,9 +3,9 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "cli/AbsolutePath.h"
 #include "cli/CommandHost.h"
 #include "cli/ConsoleDialogs.h"
-#include "cli/ImportOrder.h"
 #include "cli/TerminalLine.h"
 #include "platform/assembly/DeferredXmlLibrary.h"
 #include "transport/ItemDefinitionFile.h"

@@ -6,7 +6,7 @@
 #include <ostream>
 #include <vector>
 
-#include "cli/ImportOrder.h"
+#include "cli/AbsolutePath.h"
 #include "cli/TerminalLine.h"
 #include "host/Interruption.h"
 #include "platform/files/PosixInputFile.h"

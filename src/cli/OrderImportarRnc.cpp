@@ -1,9 +1,9 @@
 #include "cli/OrderImportarRnc.h"
 
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "cli/AbsolutePath.h"
 #include "cli/CommandHost.h"
 #include "cli/ConsoleDialogs.h"
 #include "cli/TerminalProgress.h"
@@ -12,13 +12,6 @@
 
 namespace tolvan {
 namespace {
-
-namespace fs = std::filesystem;
-
-/// What the user names is meant from where he stands.
-std::string AbsolutePath(const std::string& path) {
-  return fs::absolute(path).lexically_normal();
-}
 
 /// The report of rejected lines; the file that is imported is never its place.
 std::unique_ptr<WholeFile> OpenReport(OrderCall& call, FileHelper& files) {

@@ -3,8 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "cli/AbsolutePath.h"
 #include "cli/CommandHost.h"
-#include "cli/ImportOrder.h"
 #include "import/TemplateExport.h"
 #include "platform/assembly/DeferredSpreadsheetApplication.h"
 
