@@ -188,6 +188,7 @@ TEST(Currency, ProductsAndQuotientsAreRoundedFromTheExactResult) {
   EXPECT_LT(fitting, 40'000);
   EXPECT_EQ(Count(5'000).MultipliedBy(Count(3)).TenThousandths(), 2);  // 1.5: ties go to even, both ways
   EXPECT_EQ(Count(5'000).MultipliedBy(Count(-5)).TenThousandths(), -2);
+  EXPECT_EQ(Count(3).MultipliedBy(Count(1'667)).TenThousandths(), 1);  // 0.5001: just past a tie
   EXPECT_EQ(Count(1).DividedBy(Count(-20'000)).TenThousandths(), 0);
 }
 
