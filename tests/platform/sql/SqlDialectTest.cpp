@@ -78,6 +78,10 @@ TEST(SqlDialectTest, AStatementIsRenderedWithItsLiteralsInPlace) {
   EXPECT_EQ(condition.ParameterText(), " WHERE Codigo = ? AND Activo = ? WHERE Codigo = ? AND Activo = ?");
   EXPECT_EQ(condition.Render(*dialect),
             " WHERE Codigo = '? o ''''=?' AND Activo = 1 WHERE Codigo = '? o ''''=?' AND Activo = 1");
+  const std::string twice = condition.Render(*dialect);
+  condition.Append(condition);
+  condition.Append(condition);  // past the room that every statement has
+  EXPECT_EQ(condition.Render(*dialect), twice + twice + twice + twice);
 }
 
 }  // namespace tolvan::test
