@@ -59,13 +59,17 @@ std::optional<HostError> RegistryBatchWriter::Write(RegistryBatch& batch) {
 bool RegistryBatchWriter::TryTogether(Places places) {
   inserted_.clear();
   const std::unique_ptr<Transaction> transaction = database_.BeginTransaction();
-  const std::size_t chunkSize = statement_.HasStatementForMany() ? places.size() : statements_.size();
+  if (!(statement_.HasStatementForMany() ? RunAsOne(places) : RunInChunks(places))) return false;
+  transaction->Commit();
+  return true;
+}
+
+bool RegistryBatchWriter::RunInChunks(Places places) {
+  const std::size_t chunkSize = statements_.size();
   for (std::size_t start = 0; start < places.size(); start += chunkSize) {
     if (interruption_.Requested()) throw HostError(HostErrorKind::Interrupted, {});
-    const Places chunk = places.subspan(start, std::min(chunkSize, places.size() - start));
-    if (!(statement_.HasStatementForMany() ? RunAsOne(chunk) : RunChunk(chunk))) return false;
+    if (!RunChunk(places.subspan(start, std::min(chunkSize, places.size() - start)))) return false;
   }
-  transaction->Commit();
   return true;
 }
 
@@ -85,6 +89,7 @@ bool RegistryBatchWriter::RunChunk(Places places) {
 }
 
 bool RegistryBatchWriter::RunAsOne(Places places) {
+  if (interruption_.Requested()) throw HostError(HostErrorKind::Interrupted, {});
   // Of lines with one code only the first is sent, and below it takes the code that came back with it.
   std::vector<CustomerRow> rows;
   std::unordered_set<std::uint64_t> keys;

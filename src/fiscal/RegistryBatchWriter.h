@@ -39,6 +39,7 @@ class RegistryBatchWriter {
 
   /// False when a statement fails; then nothing of it is kept. Throws HostError when the database fails.
   bool TryTogether(Places places);
+  bool RunInChunks(Places places);
   bool RunChunk(Places places);
   bool RunAsOne(Places places);
   void TakeApart(Places places);
