@@ -5,7 +5,7 @@ import sys
 import tempfile
 import unittest
 
-CHECK = pathlib.Path(__file__).resolve().parents[2] / "tools" / "check_rooms.py"
+CHECK = pathlib.Path(__file__).resolve().parent / "check_rooms.py"
 
 ALLOWED = {
     "src/base/Text.cpp": '#include "base/Text.h"\n\n#include <utf8proc.h>\n\n#include <array>\n',

@@ -5,6 +5,9 @@
 // The grammar takes every text of this product as it stands, so there is no list of exceptions here. Two things are
 // stricter than the grammar. A batch may begin with the name of a procedure without EXEC, which makes any misspelt
 // keyword a call: that is refused. And a text handed to EXEC (N'...') is a literal to the grammar: it is judged too.
+//
+// A judge that lets everything pass would go unnoticed, so it has to refuse some broken statements first; if it takes one
+// of them, the exit code is 2.
 'use strict';
 const fs = require('fs');
 const path = require('path');
@@ -33,6 +36,26 @@ function judge(text) {
     faults.push(...judge(inner.replaceAll("''", "'")));
   }
   return faults;
+}
+
+const broken = [
+  'SELECT Sum(Ventas.GranTotal AS Suma From Ventas',
+  'SELECT idItem, FROM Items',
+  'SELECT idItem FROM Items LIMIT 1',
+  'SELECT idItem FRM Items',
+  'SELEC 1',
+  'UPDATE Precios SET Precio=1 WHERE',
+  "INSERT INTO Clientes ( idCliente ) VALUES ('1') ON CONFLICT (idCliente) DO NOTHING",
+  "IF NOT EXISTS (SELECT * FROM Clientes WHERE idCliente = '1' INSERT INTO Clientes ( idCliente ) VALUES ('1')",
+  "SELECT idItem FROM Items WHERE idItem = 'D'OLEO'",
+  "IF OBJECT_ID(N'V', N'V') IS NULL EXEC (N'CREATE VIEW V AS SELECT 1 FROM')",
+  'CREATE TABLE T (a INTEGER, PRIMARY KEY)',
+  'GRANT INSERT (a ON T TO tolvan_impexp',
+];
+for (const text of broken) {
+  if (judge(text).length > 0) continue;
+  console.log(JSON.stringify({ faults: ['the judge takes a broken statement'], text }));
+  process.exit(2);
 }
 
 const texts = JSON.parse(fs.readFileSync(process.argv[2], 'utf8'));
