@@ -30,7 +30,7 @@ using Cells = std::array<std::string, headings.size()>;
 
 Cells CellsOf(const PriceImporter& importer, std::int32_t row) {
   Cells cells;
-  cells[0] = std::to_string(row);
+  cells[0] = std::to_string(importer.RowAt(row).sheetRow);
   const ReviewLine line = importer.LineOf(row);
   for (std::size_t index = 0; index < line.size(); ++index) {
     const std::string_view shown = FirstCharacters(TrimBlanks(line[index]), widest);
@@ -41,13 +41,13 @@ Cells CellsOf(const PriceImporter& importer, std::int32_t row) {
 }
 
 void PrintCells(std::ostream& out, const Cells& cells, const std::array<std::size_t, headings.size()>& widths,
-                const std::string& reason) {
+                const std::string& remarks) {
   for (std::size_t index = 0; index < cells.size(); ++index) {
     out << "  " << cells[index];
     const std::size_t length = CountCharacters(cells[index]);
     if (index + 1 < cells.size()) out << std::string(widths[index] - std::min(length, widths[index]), ' ');
   }
-  if (!reason.empty()) out << ": " << reason;
+  if (!remarks.empty()) out << ": " << remarks;
   out << '\n';
 }
 
@@ -68,8 +68,7 @@ void PrintGroup(std::ostream& out, const PriceImporter& importer, const Group& g
   }
   PrintCells(out, heading, widths, {});
   for (const std::int32_t row : rows) {
-    const ReviewRow shown = importer.RowAt(row);
-    PrintCells(out, CellsOf(importer, row), widths, shown.reason.empty() ? shown.remarks : shown.reason);
+    PrintCells(out, CellsOf(importer, row), widths, importer.RowAt(row).AllRemarks());
   }
   out << '\n';
 }
@@ -93,11 +92,17 @@ class RowObject {
 
   RowObject& Text(std::string_view key, std::string_view value) {
     Key(key);
-    if (IsPlain(value)) {
-      out_.append("\"").append(value).append("\"");
-    } else {
-      out_ += Dump(value);
+    Value(value);
+    return *this;
+  }
+  RowObject& Texts(std::string_view key, const std::vector<std::string>& values) {
+    Key(key);
+    out_ += '[';
+    for (const std::string& value : values) {
+      if (out_.back() != '[') out_ += ',';
+      Value(value);
     }
+    out_ += ']';
     return *this;
   }
   RowObject& Amount(std::string_view key, const std::optional<Currency>& value) {
@@ -115,6 +120,13 @@ class RowObject {
     if (out_.back() != '{') out_ += ',';
     out_.append("\"").append(key).append("\":");
   }
+  void Value(std::string_view value) {
+    if (IsPlain(value)) {
+      out_.append("\"").append(value).append("\"");
+    } else {
+      out_ += Dump(value);
+    }
+  }
 
   std::string& out_;
 };
@@ -122,6 +134,7 @@ class RowObject {
 void AppendRow(std::string& out, const ReviewRow& row) {
   RowObject object(out);
   object.Plain("fila", std::to_string(row.number))
+      .Plain("fila_hoja", std::to_string(row.sheetRow))
       .Text("codigo", row.code)
       .Text("descripcion", row.description)
       .Text("marca", row.brand)
@@ -133,7 +146,9 @@ void AppendRow(std::string& out, const ReviewRow& row) {
       .Flag("libre", row.codeFree)
       .Flag("costo_cambia", row.costChanged)
       .Flag("pvp_cambia", row.priceChanged)
-      .Amount("diferencia", row.difference);
+      .Amount("diferencia", row.difference)
+      .Text("motivo", row.reason)
+      .Texts("observaciones", row.remarks);
 }
 
 }  // namespace

@@ -14,15 +14,18 @@ class AlternateUnitRule {
   /// Whether the row names an alternate unit at all: a unit code other than "DEF", and a multiplier above 1.
   static bool Named(const TemplateRow& row);
 
+  /// Tells what of the columns of the alternate unit is given though no unit is named.
+  static void TellUnused(const TemplateRow& row, Remarks& remarks);
+
   /// The item's units other than the principal one.
   static SqlStatement UnitsStatement(std::string_view code, std::string_view principalUnit);
 
   /// Finds a row when the item is sold with serial numbers.
   static SqlStatement SerialsStatement(std::string_view code);
 
-  /// Whether one of `units` is the row's: the same code, in any casing, and the same multiplier. When not, `remarks`
+  /// Whether one of `units` is the row's: the same code, in any casing, and the same multiplier. When not, a remark
   /// tells why.
-  static bool Matches(const TemplateRow& row, Recordset& units, std::string& remarks);
+  static bool Matches(const TemplateRow& row, Recordset& units, Remarks& remarks);
 };
 
 }  // namespace tolvan

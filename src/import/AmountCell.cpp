@@ -12,11 +12,19 @@ void AppendSentence(std::string& sentences, std::string_view sentence) {
   sentences += sentence;
 }
 
-GivenAmount ReadAmount(const SheetCell& cell, std::string_view name, std::string& remarks, std::string& reason) {
-  if (cell.kind == CellKind::Empty || (cell.kind == CellKind::Text && cell.text.empty())) return {};
+bool HoldsNothing(const SheetCell& cell) {
+  return cell.kind == CellKind::Empty || (cell.kind == CellKind::Text && cell.text.empty());
+}
+
+std::string NotANumber(const SheetCell& cell, std::string_view name) {
+  return std::string(name) + " no es un número (" + cell.AsText() + ") y no se toma en cuenta";
+}
+
+GivenAmount ReadAmount(const SheetCell& cell, std::string_view name, Remarks& remarks, std::string& reason) {
+  if (HoldsNothing(cell)) return {};
   if (cell.kind != CellKind::Number) {
-    AppendSentence(remarks, std::string(name) + " no es un número (" + cell.AsText() + ") y no se toma en cuenta");
-    return {};
+    remarks.push_back(NotANumber(cell, name));
+    return {.unusable = true};
   }
   const std::optional<Currency> amount = Currency::FromDouble(cell.number);
   if (!amount) {
@@ -27,7 +35,7 @@ GivenAmount ReadAmount(const SheetCell& cell, std::string_view name, std::string
     AppendSentence(reason, std::string(name) + " es negativo (" + amount->ToShortestText() + ")");
     return {};
   }
-  return {amount};
+  return {.value = amount};
 }
 
 Currency AmountInCell(Currency amount) {

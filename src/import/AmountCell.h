@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/Currency.h"
 #include "host/SheetRow.h"
@@ -13,18 +14,28 @@ namespace tolvan {
 
 /// An amount that a workbook gives or does not give.
 struct GivenAmount {
-  std::optional<Currency> value;
+  std::optional<Currency> value{};
+  bool unusable = false;  ///< the cell holds something that is no number
 
   bool Given() const { return value.has_value(); }
   Currency OrZero() const { return value.value_or(Currency()); }
 };
 
-/// Reads an amount. What is no number (text, date, boolean, error) is not given, and `remarks` tells; a number that no
-/// item can have, negative or too large, is not given, and `reason` tells why the row cannot be processed. Both texts
-/// are Spanish and begin with `name`; they are appended, "; " between.
-GivenAmount ReadAmount(const SheetCell& cell, std::string_view name, std::string& remarks, std::string& reason);
+/// What there is to say of values that stand in a row and are not used, each a Spanish sentence without its point.
+using Remarks = std::vector<std::string>;
 
-/// Appends a sentence to a list of them.
+/// Whether a cell holds nothing: it is empty, or an empty text.
+bool HoldsNothing(const SheetCell& cell);
+
+/// "el costo no es un número (gratis) y no se toma en cuenta", of a cell that holds something.
+std::string NotANumber(const SheetCell& cell, std::string_view name);
+
+/// Reads an amount. What is no number (text, date, boolean, error) is not given, and a remark tells; a number that no
+/// item can have, negative or too large, is not given, and `reason` tells why the row cannot be processed. Both texts
+/// begin with `name`; that of the reason is appended.
+GivenAmount ReadAmount(const SheetCell& cell, std::string_view name, Remarks& remarks, std::string& reason);
+
+/// Appends a sentence to a text of them, "; " between.
 void AppendSentence(std::string& sentences, std::string_view sentence);
 
 /// The amount with the fifteen significant digits that a cell keeps. The same amount below 100,000,000,000; two amounts

@@ -19,8 +19,7 @@ constexpr std::uint32_t cost = 7;
 bool IsAccepted(const SheetRow& row) {
   constexpr std::array texts{column::model, column::brand, column::type};
   for (const std::uint32_t number : texts) {
-    const SheetCell& cell = row.At(number);
-    if (cell.kind == CellKind::Empty || (cell.kind == CellKind::Text && cell.text.empty())) return false;
+    if (HoldsNothing(row.At(number))) return false;
   }
   return row.At(column::price).kind == CellKind::Number && row.At(column::cost).kind == CellKind::Number;
 }
@@ -44,7 +43,7 @@ std::optional<MovilnetRow> ReadMovilnetRow(const SheetRow& row) {
   read.code = MovilnetCode(read.description, read.brand, type);
   read.brandCode = CleanModelCode(read.brand);
   read.department = MovilnetDepartment(type);
-  std::string remarks;  // both cells are numbers, so there are none
+  Remarks remarks;  // both cells are numbers, so there are none
   read.price = ReadAmount(row.At(column::price), "el precio", remarks, read.reason);
   read.cost = ReadAmount(row.At(column::cost), "el costo", remarks, read.reason);
   return read;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/Currency.h"
 #include "import/RowAction.h"
@@ -28,11 +29,13 @@ struct ReviewRow {
   std::optional<Currency> previousCost{};   ///< nothing: there is none
   std::optional<Currency> previousPrice{};  ///< nothing: there is none
   std::string reason{};                     ///< why it is not processed, Spanish; empty when it is
-  std::string remarks{};                    ///< what of it is not taken into account, Spanish; may be empty
+  std::vector<std::string> remarks{};       ///< what of it is not taken into account, Spanish
 
-  /// Reason and remarks as one text.
+  /// Reason and remarks as one text, "; " between.
   std::string AllRemarks() const {
-    return reason.empty() || remarks.empty() ? reason + remarks : reason + "; " + remarks;
+    std::string all = reason;
+    for (const std::string& remark : remarks) all += (all.empty() ? "" : "; ") + remark;
+    return all;
   }
 };
 

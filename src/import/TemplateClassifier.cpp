@@ -13,6 +13,9 @@ namespace {
 constexpr std::string_view codeTaken =
     "el código ya está registrado en un Item sin unidad principal en este inventario";
 constexpr std::string_view unchanged = "sin cambios en costo ni PVP";
+constexpr std::string_view notComparable = "el Item no tiene precio en la lista DEF: el PVP no se compara";
+constexpr std::string_view foreignCostUnused =
+    "el costo en moneda extranjera no se toma en cuenta, porque el costo no cambia";
 constexpr std::string_view serials = "el Item requiere seriales: la unidad alterna no se toma en cuenta";
 
 /// A code that comes again is not processed again: the second row would meet what the first has written.
@@ -65,6 +68,7 @@ void TemplateClassifier::ClassifyBlock(std::span<const TemplateRow> rows, std::s
   for (std::size_t index = 0; index < rows.size(); ++index) {
     TemplateDecision& decision = decisions[index];
     decision.remarks = rows[index].remarks;
+    AlternateUnitRule::TellUnused(rows[index], decision.remarks);
     if (rows[index].code.empty()) continue;
     decision.looked = true;
     const BatchResult& item = items[next++];
@@ -98,9 +102,11 @@ void TemplateClassifier::DecideNew(const TemplateRow& row, TemplateDecision& dec
   decision.rate = store_.taxes.GeneralRate();
   decision.costChanged = true;
   decision.priceChanged = row.price.Given();
+  if (row.cost.unusable) decision.remarks.emplace_back("el Item se crea con costo 0");
+  if (row.price.unusable) decision.remarks.emplace_back("el Item se crea sin precio");
   if (appliesAlternateUnit_ && AlternateUnitRule::Named(row)) {
     decision.unitUpdate = !store_.departments.RequiresSerials(row.department);
-    if (!decision.unitUpdate) AppendSentence(decision.remarks, serials);
+    if (!decision.unitUpdate) decision.remarks.emplace_back(serials);
   }
   decision.unitPrice = decision.unitUpdate;
   decision.unitCost = decision.unitUpdate && row.alternateCost.Given();
@@ -113,7 +119,7 @@ bool TemplateClassifier::Compare(const TemplateRow& row, const Recordset& found,
     Compare(row, item, decision);
     if (!appliesAlternateUnit_ || !AlternateUnitRule::Named(row)) return false;
     if (!store_.departments.RequiresSerials(item.department)) return true;
-    AppendSentence(decision.remarks, serials);
+    decision.remarks.emplace_back(serials);
   } catch (const HostError& error) {
     // One item with an impossible amount in the database is no cause to refuse the others.
     if (error.Kind() != HostErrorKind::InvalidValue) throw;
@@ -136,8 +142,9 @@ void TemplateClassifier::Compare(const TemplateRow& row, const ItemRecord& item,
                             item.rate.WithoutTax(*row.price.value) != *item.net;
     if (decision.priceChanged) decision.difference = *row.price.value - *decision.previousPrice;
   } else if (row.price.Given()) {
-    AppendSentence(decision.remarks, "el Item no tiene precio en la lista DEF: el PVP no se compara");
+    decision.remarks.emplace_back(notComparable);
   }
+  if (row.foreignCost.Given() && !decision.costChanged) decision.remarks.emplace_back(foreignCostUnused);
   if (decision.costChanged || decision.priceChanged) decision.action = RowAction::Update;
 }
 
@@ -160,7 +167,7 @@ void TemplateClassifier::CheckUnits(std::span<const TemplateRow> rows, std::span
     const TemplateRow& row = rows[asked[place]];
     TemplateDecision& decision = decisions[asked[place]];
     if (FoundRows(principals[2 * place + 1])) {
-      AppendSentence(decision.remarks, serials);
+      decision.remarks.emplace_back(serials);
     } else if (AlternateUnitRule::Matches(row, *units[place].rows, decision.remarks)) {
       decision.unitPrice = row.alternatePrice.Given();
       decision.unitCost = row.alternateCost.Given();

@@ -33,8 +33,8 @@ struct TemplateDecision {
   bool unitUpdate = false;  ///< the alternate unit is written; the two flags tell what of it
   bool unitPrice = false;
   bool unitCost = false;
-  std::string reason{};   ///< why it is not processed, Spanish; empty when it is
-  std::string remarks{};  ///< what of it was not taken into account, Spanish; may be empty
+  std::string reason{};  ///< why it is not processed, Spanish; empty when it is
+  Remarks remarks{};     ///< what of it is not taken into account
 };
 
 class TemplateClassifier {

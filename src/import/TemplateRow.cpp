@@ -64,20 +64,29 @@ std::string Description(const SheetCell& cell, const std::string& code) {
 }
 
 /// A whole number, a tie going to the even one; 0 when the cell is not numeric.
-std::int32_t WholeNumber(const SheetCell& cell, std::string& reason) {
-  if (cell.kind != CellKind::Number) return 0;
+std::int32_t Multiplier(const SheetCell& cell, Remarks& remarks, std::string& reason) {
+  if (HoldsNothing(cell)) return 0;
+  if (cell.kind != CellKind::Number) {
+    remarks.push_back(NotANumber(cell, "el multiplicador"));
+    return 0;
+  }
   const double whole = std::nearbyint(cell.number);
   constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
-  if (std::fabs(whole) <= static_cast<double>(largest)) return static_cast<std::int32_t>(whole);
-  AppendSentence(reason, "el multiplicador de la unidad es demasiado grande");
-  return 0;
+  if (std::fabs(whole) > static_cast<double>(largest)) {
+    AppendSentence(reason, "el multiplicador de la unidad es demasiado grande");
+    return 0;
+  }
+  const auto multiplier = static_cast<std::int32_t>(whole);
+  if (whole != cell.number) {
+    remarks.push_back("el multiplicador " + cell.AsText() + " se redondea a " + std::to_string(multiplier));
+  }
+  return multiplier;
 }
 
 }  // namespace
 
 bool EndsTemplateData(const SheetRow& row) {
-  const SheetCell& cell = row.At(column::code);
-  return cell.kind == CellKind::Empty || (cell.kind == CellKind::Text && cell.text.empty());
+  return HoldsNothing(row.At(column::code));
 }
 
 TemplateRow ReadTemplateRow(const SheetRow& row) {
@@ -95,7 +104,7 @@ TemplateRow ReadTemplateRow(const SheetRow& row) {
   read.cost = amount(column::cost, "el costo");
   read.price = amount(column::price, "el PVP");
   read.unitCode = Code(row.At(column::unitCode), shortCodeLength);
-  read.multiplier = WholeNumber(row.At(column::multiplier), read.reason);
+  read.multiplier = Multiplier(row.At(column::multiplier), read.remarks, read.reason);
   read.alternatePrice = amount(column::alternatePrice, "el PVP de la unidad alterna");
   read.alternateCost = amount(column::alternateCost, "el costo de la unidad alterna");
   read.foreignCost = amount(column::foreignCost, "el costo en moneda extranjera");

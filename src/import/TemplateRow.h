@@ -23,7 +23,7 @@ struct TemplateRow {
   GivenAmount alternateCost{};   ///< column 11
   GivenAmount foreignCost{};     ///< column 13: the cost in foreign currency
   std::string reason{};          ///< why it cannot be processed, Spanish; empty when it can
-  std::string remarks{};         ///< cells that were not taken into account, Spanish; may be empty
+  Remarks remarks{};             ///< of cells that are not taken into account, whatever the database holds
 };
 
 inline constexpr std::uint32_t firstTemplateRow = 5;

@@ -18,38 +18,36 @@ using Cells = std::vector<NewCell>;
 using ImportOrders = test::DemoStoreFixture;
 
 TEST_F(ImportOrders, SimulateApplyAndReport) {
-  const std::string book = Workbook("lista.xlsx", 4, {{"nuevo, 1", "tv  23.5/led-x", {}, {}, 10.5, 15.0}, {" ", "y"}});
+  const std::string book =
+      Workbook("lista.xlsx", 4, {{"nuevo, 1", "tv  23.5/led-x", {}, {}, 10.5, 15.0, {}, {}, "12"}, {" ", "y"}});
   test::CommandResult result = runner.Run({"--json", "importar-excel", book, "--simular"});
   EXPECT_EQ(result.code, 0) << result.messages;
   const json simulated = json::parse(result.output);
   EXPECT_EQ(simulated["aplicado"], false);
   EXPECT_EQ(simulated["resumen"], (json{{"nuevos_items", 1}, {"precios_actualizados", 0}, {"no_procesados", 1}}));
-  const json row{{"fila", 1},
-                 {"codigo", "NUEVO,1"},
-                 {"descripcion", "TV 235LEDX"},
-                 {"marca", "DEF"},
-                 {"departamento", "DEF"},
-                 {"costo", "10.5000"},
-                 {"pvp", "15.0000"},
-                 {"accion", 2},
-                 {"asociado", ""},
-                 {"libre", true},
-                 {"costo_cambia", true},
-                 {"pvp_cambia", true},
-                 {"diferencia", "0.0000"}};
+  const std::string unused = "el multiplicador no es un número (12) y no se toma en cuenta";
+  const json row{
+      {"fila", 1},          {"fila_hoja", 5},         {"codigo", "NUEVO,1"}, {"descripcion", "TV 235LEDX"},
+      {"marca", "DEF"},     {"departamento", "DEF"},  {"costo", "10.5000"},  {"pvp", "15.0000"},
+      {"accion", 2},        {"asociado", ""},         {"libre", true},       {"costo_cambia", true},
+      {"pvp_cambia", true}, {"diferencia", "0.0000"}, {"motivo", ""},        {"observaciones", json::array({unused})}};
   EXPECT_EQ(simulated["filas"][0], row);
   EXPECT_EQ(simulated["filas"][1]["pvp"], nullptr);
+  EXPECT_EQ(simulated["filas"][1]["motivo"], "el código queda vacío al quitarle los espacios");
   EXPECT_EQ(Query("SELECT count(*) FROM Items WHERE idItem = 'NUEVO,1'"), "0,");
   const std::string report = folder.File("informe.csv");
   result = runner.Run({"importar-excel", book, "--informe", report});
   EXPECT_EQ(result.code, 0) << result.messages;
   EXPECT_NE(result.messages.find("Nuevos Items: 1\n"), std::string::npos);
+  EXPECT_NE(result.output.find(unused), std::string::npos) << result.output;
   EXPECT_EQ(Query("SELECT count(*) FROM Items WHERE idItem = 'NUEVO,1'"), "1,");
   EXPECT_EQ(test::ReadFile(report),
             "\xEF\xBB\xBF"
             "Acción,Fila,Código,Descripción,Costo anterior,Costo nuevo,PVP anterior,PVP nuevo,Observación\r\n"
-            "Agregar,5,\"NUEVO,1\",TV 235LEDX,,10.5000,,15.0000,\r\n"
-            "No procesar,6,,Y,,,,,el código queda vacío al quitarle los espacios\r\n");
+            "Agregar,5,\"NUEVO,1\",TV 235LEDX,,10.5000,,15.0000," +
+                unused +
+                "\r\n"
+                "No procesar,6,,Y,,,,,el código queda vacío al quitarle los espacios\r\n");
   // The same list again changes nothing, whatever rounding lost on the way.
   result = runner.Run({"--json", "importar-excel", book});
   EXPECT_EQ(json::parse(result.output)["resumen"]["no_procesados"], 2);

@@ -37,14 +37,13 @@ TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
     test::GivenRow row;
     RowAction action;
     bool free;
-    const char* reason = "";
-    const char* remarks = "";
+    const char* told = "";
     const char* difference = "0.0000";
   };
   const std::vector<Case> cases{
       {{"nuevo 1", "tv  led", "", "", 10.5, 15.0}, RowAction::Create, true},
       {{"viejo", "x", "ACME", "DEF", 10.0, 118.0}, RowAction::None, false, "sin cambios en costo ni PVP"},
-      {{"exento", "x", "ACME", "DEF", 7.5, 21.25}, RowAction::Update, false, "", "", "1.2500"},
+      {{"exento", "x", "ACME", "DEF", 7.5, 21.25}, RowAction::Update, false, "", "1.2500"},
       {{"sinprincipal", "x", "", "", 1.0, 1.0},
        RowAction::None,
        false,
@@ -60,8 +59,13 @@ TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
       {{"n4", "x", "", "", "gratis", date},
        RowAction::Create,
        true,
-       "",
-       "el costo no es un número (gratis) y no se toma en cuenta; el PVP no es un número (0) y no se toma en cuenta"},
+       "el costo no es un número (gratis) y no se toma en cuenta; el PVP no es un número (0) y no se toma en cuenta; "
+       "el Item se crea con costo 0; el Item se crea sin precio"},
+      {{"n5", "x", "", "", none, none, none, "caja", "12", 1.0, "3"},
+       RowAction::Create,
+       true,
+       "el multiplicador no es un número (12) y no se toma en cuenta; el costo de la unidad alterna no es un número "
+       "(3) y no se toma en cuenta; la unidad CAJA no se toma en cuenta: su multiplicador no es mayor que 1"},
       {{1234567890123.0, "numero"}, RowAction::Create, true},
   };
   for (const Case& each : cases) sheets.rows.push_back(each.row);
@@ -73,13 +77,13 @@ TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
     EXPECT_EQ(rows[index].action, cases[index].action) << rows[index].code;
     EXPECT_EQ(rows[index].codeFree, cases[index].free) << rows[index].code;
     EXPECT_EQ(rows[index].difference.ToText(), cases[index].difference) << rows[index].code;
-    EXPECT_EQ(rows[index].reason, cases[index].reason) << rows[index].code;
-    EXPECT_EQ(rows[index].remarks, cases[index].remarks) << rows[index].code;
+    EXPECT_EQ(rows[index].AllRemarks(), cases[index].told) << rows[index].code;
+    EXPECT_EQ(rows[index].reason.empty(), rows[index].action != RowAction::None) << rows[index].code;
   }
   EXPECT_EQ(rows[0].description, "TV LED");
   EXPECT_EQ(rows[0].brand + rows[0].department, "DEFDEF");
-  EXPECT_EQ(rows[10].code, "1234567890123");
-  EXPECT_EQ(numbers, (std::vector<std::int32_t>{11, 7, 1}));
+  EXPECT_EQ(rows.back().code, "1234567890123");
+  EXPECT_EQ(numbers, (std::vector<std::int32_t>{12, 8, 1}));
   EXPECT_EQ(status.texts.front(), "Analizando fila 5");
 }
 
@@ -121,26 +125,35 @@ TEST_F(PreciosExcel, CreatesItemsWholeAndKeepsFormerValues) {
 }
 
 TEST_F(PreciosExcel, AppliesTheAlternateUnitOnlyWhereItIsTheItemsOwn) {
+  const char* const nothingNamed = "no se nombra una unidad alterna: las columnas I, J y K no se toman en cuenta";
   struct Case {
     test::GivenRow unit;
     RowAction action;
-    const char* remarks;
+    Remarks remarks;
   };
   const std::vector<Case> cases{
-      {{"caja", 12.0, 1180.0}, RowAction::Update, ""},
-      {{"caja", 12.0}, RowAction::None, ""},
-      {{"caja", 1.0, 1180.0}, RowAction::None, ""},
-      {{"def", 12.0, 1180.0}, RowAction::None, ""},
-      {{"caja", 24.0, 1180.0}, RowAction::None, "la unidad CAJA del Item es de 12 y no de 24: no se toma en cuenta"},
-      {{"saco", 12.0, 1180.0}, RowAction::None, "el Item no tiene la unidad SACO: no se toma en cuenta"},
-      {{"und", 12.0, 1180.0}, RowAction::None, "el Item no tiene la unidad UND: no se toma en cuenta"},
+      {{"caja", 12.0, 1180.0}, RowAction::Update, {}},
+      {{"caja", 12.0}, RowAction::None, {}},
+      {{"caja", 1.0, 1180.0},
+       RowAction::None,
+       {"la unidad CAJA no se toma en cuenta: su multiplicador no es mayor que 1"}},
+      {{"def", 12.0}, RowAction::None, {nothingNamed}},
+      {{"", none, 5.0}, RowAction::None, {nothingNamed}},
+      {{"def", 1.0}, RowAction::None, {}},
+      {{"caja", 12.4, 1180.0}, RowAction::Update, {"el multiplicador 12.4 se redondea a 12"}},
+      {{"", none, none, none, none, 5.0},
+       RowAction::None,
+       {"el costo en moneda extranjera no se toma en cuenta, porque el costo no cambia"}},
+      {{"caja", 24.0, 1180.0}, RowAction::None, {"la unidad CAJA del Item es de 12 y no de 24: no se toma en cuenta"}},
+      {{"saco", 12.0, 1180.0}, RowAction::None, {"el Item no tiene la unidad SACO: no se toma en cuenta"}},
+      {{"und", 12.0, 1180.0}, RowAction::None, {"el Item no tiene la unidad UND: no se toma en cuenta"}},
   };
   for (const Case& each : cases) {
     test::GivenRow row{"VIEJO", "x", "", "", 10.0, 118.0, none};
     row.insert(row.end(), each.unit.begin(), each.unit.end());
     sheets.rows = {row};
     const ReviewRow decided = Import(false).front();
-    EXPECT_EQ(decided.action, each.action) << each.remarks;
+    EXPECT_EQ(decided.action, each.action) << testing::PrintToString(each.unit.size());
     EXPECT_EQ(decided.remarks, each.remarks);
   }
   Run("UPDATE Items SET RequiereSeriales = 1 WHERE idItem = 'VIEJO'");
