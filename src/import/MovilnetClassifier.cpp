@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <unordered_map>
 
 #include "base/Text.h"
-#include "base/Windows1252.h"
 #include "import/Batch.h"
 #include "import/CellCleaning.h"
 #include "import/ItemQueries.h"
+#include "import/OriginFingerprint.h"
+#include "import/RepeatedRows.h"
 
 namespace tolvan {
 namespace {
@@ -18,12 +18,27 @@ bool AsksForItem(const MovilnetRow& row) {
   return !row.chosenItem || !row.chosenItem->empty();
 }
 
-}  // namespace
+/// What the rows before one hold.
+struct EarlierRows {
+  RepeatedRows lines;
+  RepeatedRows items;  // that will be updated
+  RepeatedRows codes;  // that will be created
+};
 
-std::string OriginFingerprint(const HashService& hashes, std::string_view brand, std::string_view description) {
-  const std::string joined = std::string(brand) + std::string(description);
-  return hashes.Md5(ToWindows1252(ToUpper(joined), '?'));
+/// Why a row without a reason of its own is not processed; empty when it is.
+std::string ReasonOf(const MovilnetRow& row, const MovilnetDecision& decision, std::optional<std::uint32_t> sameLine,
+                     EarlierRows& earlier) {
+  if (sameLine) return RepeatedRows::Reason("el modelo", *sameLine);
+  if (!decision.associated.empty()) {
+    const auto first = earlier.items.Earlier(decision.associated, row.sheetRow);
+    return first ? RepeatedRows::Reason("el Item " + decision.associated, *first) : "";
+  }
+  if (decision.codeTaken) return "el código " + row.code + " ya está registrado en otro Item";
+  const auto first = earlier.codes.Earlier(row.code, row.sheetRow);
+  return first ? RepeatedRows::Reason("el código " + row.code, *first) : "";
 }
+
+}  // namespace
 
 std::vector<MovilnetDecision> MovilnetClassifier::LookUp(std::span<const MovilnetRow> rows) const {
   std::vector<MovilnetDecision> decisions(rows.size());
@@ -100,22 +115,15 @@ void MovilnetClassifier::Associate(const MovilnetRow& row, const Recordset& item
 }
 
 void MovilnetClassifier::Settle(std::span<const MovilnetRow> rows, std::span<MovilnetDecision> decisions) {
-  std::unordered_map<std::string_view, std::uint32_t> newCodes;
+  EarlierRows earlier;
   for (std::size_t index = 0; index < rows.size(); ++index) {
     const MovilnetRow& row = rows[index];
     MovilnetDecision& decision = decisions[index];
     decision.reason = row.reason;
     if (decision.lost) AppendSentence(decision.reason, "el Item " + decision.associated + " ya no está registrado");
-    const bool isNew = decision.associated.empty();
-    if (decision.reason.empty() && isNew) {
-      if (decision.codeTaken) {
-        decision.reason = "el código " + row.code + " ya está registrado en otro Item";
-      } else if (const auto [first, unused] = newCodes.emplace(row.code, row.sheetRow); !unused) {
-        decision.reason =
-            "el código " + row.code + " se repite: ya está en la fila " + std::to_string(first->second) + " de la hoja";
-      }
-    }
-    decision.action = isNew ? RowAction::Create : RowAction::Update;
+    const auto sameLine = earlier.lines.Earlier(decision.fingerprint, row.sheetRow);
+    if (decision.reason.empty()) decision.reason = ReasonOf(row, decision, sameLine, earlier);
+    decision.action = decision.associated.empty() ? RowAction::Create : RowAction::Update;
     if (!decision.reason.empty()) decision.action = RowAction::None;
   }
 }

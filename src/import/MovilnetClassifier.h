@@ -29,10 +29,6 @@ struct MovilnetDecision {
   std::string reason{};                    ///< why the row is not processed, Spanish; empty when it is
 };
 
-/// The lower-case hexadecimal MD5 of the Windows-1252 bytes of brand and description, joined and in upper case, by
-/// which an item is known to come from a line of the list.
-std::string OriginFingerprint(const HashService& hashes, std::string_view brand, std::string_view description);
-
 class MovilnetClassifier {
  public:
   struct Store {
@@ -49,8 +45,8 @@ class MovilnetClassifier {
   /// What the database says of each row; the actions are not settled yet. Throws HostError.
   std::vector<MovilnetDecision> LookUp(std::span<const MovilnetRow> rows) const;
 
-  /// Sets action and reason of every row: a new row whose code is taken, or is that of an earlier new row, is not
-  /// processed. Settling again gives the same.
+  /// Sets action and reason of every row. Not processed are a line that the list held before, a row whose item an
+  /// earlier row updates, and a new row whose code is taken or an earlier row's. Settling again gives the same.
   static void Settle(std::span<const MovilnetRow> rows, std::span<MovilnetDecision> decisions);
 
  private:

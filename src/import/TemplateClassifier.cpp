@@ -1,11 +1,11 @@
 #include "import/TemplateClassifier.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "import/AlternateUnitRule.h"
 #include "import/Batch.h"
 #include "import/CellCleaning.h"
+#include "import/RepeatedRows.h"
 
 namespace tolvan {
 namespace {
@@ -20,13 +20,11 @@ constexpr std::string_view serials = "el Item requiere seriales: la unidad alter
 
 /// A code that comes again is not processed again: the second row would meet what the first has written.
 void RefuseRepeated(std::span<const TemplateRow> rows, std::span<TemplateDecision> decisions) {
-  std::unordered_map<std::string_view, std::uint32_t> firstRows;
+  RepeatedRows earlier;
   for (std::size_t index = 0; index < rows.size(); ++index) {
     if (!decisions[index].looked) continue;
-    const auto [first, isNew] = firstRows.emplace(rows[index].code, rows[index].sheetRow);
-    if (!isNew)
-      decisions[index].reason =
-          "el código se repite: ya está en la fila " + std::to_string(first->second) + " de la hoja";
+    const auto first = earlier.Earlier(rows[index].code, rows[index].sheetRow);
+    if (first) decisions[index].reason = RepeatedRows::Reason("el código", *first);
   }
 }
 

@@ -1,5 +1,8 @@
 #include "import/clsIE_PreciosMovilnet.h"
 
+#include <array>
+
+#include "import/OriginFingerprint.h"
 #include "import/StoreFixture.h"
 
 namespace tolvan {
@@ -27,13 +30,19 @@ class PreciosMovilnet : public test::StoreTest {
 };
 
 TEST_F(PreciosMovilnet, TakesTheFingerprintOfBrandAndDescription) {
-  // md5sum of "ÑANDÚMÓDEM 3G" in Windows-1252.
-  EXPECT_EQ(OriginFingerprint(hashes, "Ñandú", "Módem 3g"), "34d4816aea782899dfbeece7c0bca717");
+  const std::vector<std::array<const char*, 3>> cases{
+      {"Ñandú", "Módem 3g", "34d4816aea782899dfbeece7c0bca717"},       // md5sum of "ÑANDÚMÓDEM 3G" in Windows-1252
+      {"X", "5 µm ƒ", "00b59bb0a343aabcf87e392f733130bc"},             // "X5 ?M ?"
+      {"Samsung", "Galaxy 日本", "080f86c238ec273f1eae7423b3f47bc2"},  // "SAMSUNGGALAXY u65e5;u672c;"
+      {"Samsung", "Galaxy u65e5;u672c;", "5351b7754f672c983ad22870475cf23f"},  // the same with "U65E5;U672C;"
+      {"Samsung", "Galaxy α ß", "51e7029a25c9b34d5ff14ff74303cefa"}};          // "SAMSUNGGALAXY u391; ß"
+  for (const auto& [brand, model, md5] : cases) EXPECT_EQ(OriginFingerprint(hashes, brand, model), md5) << model;
 }
 
 TEST_F(PreciosMovilnet, CreatesAndThenFindsItsItemsAgain) {
   sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 118, 50),
                  Line("Curve 8520", "Blackberry", "Telefono", 236, 100),
+                 Line("GALAXY y", "samsung", "GSM", 999, 999),
                  {"Nota al pie", "x", "y", none, "consultar", none, 1.0},
                  Line("Nunca", "leido", "GSM", 1, 1)};
   Import([&](IClaseImportar& shown) { EXPECT_TRUE(shown.Iniciar(status)) << made->Outcome().cause; });
@@ -42,13 +51,14 @@ TEST_F(PreciosMovilnet, CreatesAndThenFindsItsItemsAgain) {
             "TBLCURVE8520,Curve 8520,BLACKBERRY,DEF,False,32|TSAGALAXYY,Galaxy Y,SAMSUNG,GSM,False,32");
   EXPECT_EQ(Query("SELECT Inv, Precio, PrecioAnterior, Fijo FROM Precios WHERE idItem = 'TSAGALAXYY'"),
             "0,100,NULL,True|1,100,NULL,True");
-  sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 236, 60)};
+  sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 236, 60), Line("Galaxy Y", "Samsung", "GSM", 999, 999)};
   Import([&](IClaseImportar& shown) {
     const ReviewRow row = made->RowAt(1);
     EXPECT_EQ(row.action, RowAction::Update);
     EXPECT_EQ(row.difference.ToText(), "118.0000");
     EXPECT_FALSE(row.codeFree);
     EXPECT_EQ(made->LineOf(1)[2], "Sí");  // deliberate: taken, not free
+    EXPECT_EQ(made->RowAt(2).reason, "el modelo se repite: ya está en la fila 4 de la hoja");
     EXPECT_TRUE(shown.Iniciar(status));
   });
   EXPECT_EQ(Query("SELECT Inv, Precio, PrecioAnterior, Fijo FROM Precios WHERE idItem = 'TSAGALAXYY'"),
@@ -73,6 +83,9 @@ TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
     EXPECT_TRUE(shown.AsignarNuevoItem(3, "LARGO2"));
     EXPECT_FALSE(shown.AsignarItem(4, "NOEXISTE"));
     EXPECT_TRUE(shown.AsignarItem(4, "VIEJO"));
+    EXPECT_TRUE(shown.AsignarItem(3, "viejo"));  // and then row 4 comes second
+    EXPECT_EQ(made->RowAt(4).reason, "el Item VIEJO se repite: ya está en la fila 6 de la hoja");
+    EXPECT_TRUE(shown.AsignarItem(3, ""));
     EXPECT_EQ(shown.NumeroAsociados(), 1);
     EXPECT_TRUE(shown.Iniciar(status)) << made->Outcome().cause;
     EXPECT_EQ(made->Outcome().unprocessed, 1);
