@@ -28,7 +28,7 @@ struct EarlierRows {
 /// Why a row without a reason of its own is not processed; empty when it is.
 std::string ReasonOf(const MovilnetRow& row, const MovilnetDecision& decision, std::optional<std::uint32_t> sameLine,
                      EarlierRows& earlier) {
-  if (sameLine) return RepeatedRows::Reason("el modelo", *sameLine);
+  if (sameLine && !row.UserDecided()) return RepeatedRows::Reason("el modelo", *sameLine);
   if (!decision.associated.empty()) {
     const auto first = earlier.items.Earlier(decision.associated, row.sheetRow);
     return first ? RepeatedRows::Reason("el Item " + decision.associated, *first) : "";

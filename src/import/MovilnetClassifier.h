@@ -45,8 +45,9 @@ class MovilnetClassifier {
   /// What the database says of each row; the actions are not settled yet. Throws HostError.
   std::vector<MovilnetDecision> LookUp(std::span<const MovilnetRow> rows) const;
 
-  /// Sets action and reason of every row. Not processed are a line that the list held before, a row whose item an
-  /// earlier row updates, and a new row whose code is taken or an earlier row's. Settling again gives the same.
+  /// Sets action and reason of every row. Not processed are a line that the list held before, unless the user decided
+  /// about it, a row whose item an earlier row updates, and a new row whose code is taken or an earlier row's. Settling
+  /// again gives the same.
   static void Settle(std::span<const MovilnetRow> rows, std::span<MovilnetDecision> decisions);
 
  private:

@@ -22,6 +22,9 @@ struct MovilnetRow {
   std::string reason{};        ///< why it cannot be processed, Spanish; empty when it can
   /// What the user decided about the association: nothing, an item's code, or "" for none.
   std::optional<std::string> chosenItem{};
+  bool codeChosen = false;  ///< `code` is the user's
+
+  bool UserDecided() const { return chosenItem || codeChosen; }
 };
 
 inline constexpr std::uint32_t firstMovilnetRow = 4;

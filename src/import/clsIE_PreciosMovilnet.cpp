@@ -66,6 +66,7 @@ bool clsIE_PreciosMovilnet::IClaseImportar_AsignarNuevoItem(std::int32_t row, st
   }
   MovilnetRow changed = own;
   changed.code = code;
+  changed.codeChosen = true;
   return ChangeRow(row, std::move(changed));
 }
 
