@@ -2,8 +2,12 @@
 
 #include <random>
 
+#include "base/NumberText.h"
+#include "import/AlternateUnitRule.h"
+#include "import/ItemQueries.h"
 #include "import/StoreFixture.h"
 #include "import/clsIE_PreciosExcel.h"
+#include "platform/sql/SqlServerDialect.h"
 
 namespace tolvan {
 namespace {
@@ -54,6 +58,66 @@ TEST_F(TemplateExportTest, AFilledTemplateImportsBackWithoutChanges) {
     const ReviewRow shown = importer.RowAt(row);
     EXPECT_EQ(shown.action, RowAction::None) << shown.code << " difference " << shown.difference.ToText();
   }
+}
+
+// Two tax classes, inventories, price lists, brands and departments; A1 has two units, D4 no price, E5 one inventory.
+constexpr const char* variedStore = R"sql(
+DELETE FROM Precios; DELETE FROM ItemsUnidadesInv; DELETE FROM ItemsUnidades; DELETE FROM Items;
+INSERT INTO Marcas (idMarca) VALUES ('M1'), ('M2');
+INSERT INTO Departamentos (idDepartamento) VALUES ('D1'), ('D2');
+INSERT INTO Items (idItem, Descripcion, idMarca, idDepartamento, ClaseI, Exento) VALUES ('A1', 'UNO', 'M2', 'D1', 2, 0),
+  ('B2', 'DOS', 'M1', 'D1', 1, 1), ('C3', 'TRES', 'M1', 'D2', 1, 0), ('D4', 'CUATRO', 'M1', 'D1', 1, 0),
+  ('E5', 'CINCO', 'M2', 'D2', 1, 0);
+INSERT INTO ItemsUnidades (idItem, idUnidad, EsPrincipal, Multiplicador) VALUES ('A1', 'CAJA', 0, 12),
+  ('A1', 'UND', 1, 1), ('B2', 'DEF', 1, 1), ('C3', 'DEF', 1, 1), ('D4', 'DEF', 1, 1), ('E5', 'DEF', 1, 1);
+INSERT INTO ItemsUnidadesInv (idItem, idUnidad, Inv, CostoActual) VALUES ('A1', 'CAJA', 0, 900), ('A1', 'UND', 0, 80),
+  ('A1', 'UND', 1, 81), ('B2', 'DEF', 0, 7.5), ('B2', 'DEF', 1, 7), ('C3', 'DEF', 0, 40), ('C3', 'DEF', 1, 41),
+  ('D4', 'DEF', 0, 1), ('D4', 'DEF', 1, 2), ('E5', 'DEF', 1, 3);
+INSERT INTO Precios (idItem, idUnidad, idLista, Inv, Precio) VALUES ('A1', 'CAJA', 'DEF', 0, 1100),
+  ('A1', 'UND', 'DEF', 0, 100), ('A1', 'UND', 'DEF', 1, 101), ('A1', 'UND', 'MAYOR', 0, 90), ('B2', 'DEF', 'DEF', 0, 20),
+  ('C3', 'DEF', 'DEF', 0, 50), ('C3', 'DEF', 'DEF', 1, 51), ('D4', 'DEF', 'MAYOR', 0, 5), ('E5', 'DEF', 'DEF', 1, 10);
+)sql";
+
+TEST_F(TemplateExportTest, EveryItemHasTheCostAndPriceOfItsPrincipalUnitInTheInventoryAsked) {
+  Run(variedStore);
+  host.services.dialogs.yes = true;
+  const std::vector<std::string> expected{
+      "B2;DOS;M1;D1;7.5;20|D4;CUATRO;M1;D1;1;|A1;UNO;M2;D1;80;108|C3;TRES;M1;D2;40;59|",
+      "B2;DOS;M1;D1;7;|D4;CUATRO;M1;D1;2;|A1;UNO;M2;D1;81;109.08|C3;TRES;M1;D2;41;60.18|E5;CINCO;M2;D2;3;11.8|"};
+  for (const std::int32_t inventory : {0, 1}) {
+    host.application.inventory = inventory;
+    std::string errorText;
+    ASSERT_TRUE(TemplateExport(host.context, sheets).AbrirPlantilla("plantilla.xlt", errorText)) << errorText;
+    std::string rows;
+    for (const test::GivenRow& row : sheets.rows) {
+      for (const test::Given& cell : row) {
+        if (&cell != row.data()) rows += ';';
+        rows += cell.kind == CellKind::Number ? PlainNumberText(cell.number) : cell.text;
+      }
+      rows += '|';
+    }
+    EXPECT_EQ(rows, expected[static_cast<std::size_t>(inventory)]);
+  }
+  EXPECT_EQ(host.services.dialogs.defaults, (std::vector{false, false})) << "No is what Enter answers";
+}
+
+TEST(ItemQueries, HaveTheirExactTexts) {
+  const SqlServerDialect dialect;
+  const std::string fields =
+      "SELECT I.ClaseI, I.Exento, P.Precio, I.idItem, I.Descripcion, I.idMarca, I.idDepartamento, IU.CostoActual FROM "
+      "Items I INNER JOIN VistaItemsUnidades IU ON I.idItem = ";
+  const std::string unit = "IU.idItem AND IU.EsPrincipal = 1 AND IU.Inv = 7";
+  const std::string price =
+      " LEFT JOIN Precios P ON P.idItem = IU.idItem AND P.idUnidad = IU.idUnidad AND P.idLista = 'DEF' AND P.Inv = "
+      "IU.Inv ";
+  const std::string order = "ORDER BY I.idDepartamento, I.idMarca, I.idItem";
+  EXPECT_EQ(AllItemsStatement(7, "DEF").Render(dialect), fields + unit + price + order);
+  EXPECT_EQ(ItemStatement("A'1", 7).Render(dialect), fields + "'A''1' AND I.idItem = " + unit + price + " " + order);
+  EXPECT_EQ(CodeExistsStatement("A'1").Render(dialect), "SELECT idItem FROM Items WHERE idItem = 'A''1'");
+  EXPECT_EQ(AlternateUnitRule::UnitsStatement("A1", "UND").Render(dialect),
+            "SELECT idItem, idUnidad, Multiplicador FROM ItemsUnidades WHERE idItem = 'A1' AND idUnidad <> 'UND'");
+  EXPECT_EQ(AlternateUnitRule::SerialsStatement("A1").Render(dialect),
+            "SELECT 1 FROM Items WHERE idItem = 'A1' AND RequiereSeriales = 1");
 }
 
 TEST_F(TemplateExportTest, AnEmptyTemplateHasNoRows) {

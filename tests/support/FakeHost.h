@@ -27,8 +27,9 @@ struct FakeDialogs : Dialogs {
   void ShowMessage(MessageIcon icon, std::string_view title, std::string_view text) override {
     boxes.push_back({icon, std::string(title), std::string(text)});
   }
-  bool AskYesNo(std::string_view, std::string_view text, bool) override {
+  bool AskYesNo(std::string_view, std::string_view text, bool yesIsDefault) override {
     questions.emplace_back(text);
+    defaults.push_back(yesIsDefault);
     return yes;
   }
   std::optional<std::string> AskText(std::string_view, std::string_view prompt, std::string_view) override {
@@ -51,6 +52,7 @@ struct FakeDialogs : Dialogs {
 
   std::vector<Box> boxes;
   std::vector<std::string> questions;
+  std::vector<bool> defaults;  ///< of the questions that are answered with yes or no: whether Enter says yes
   bool yes = false;
   std::optional<std::string> answer;
   std::optional<std::string> nextAnswer;  ///< to every text that is asked for after the first
@@ -241,7 +243,7 @@ struct FakeApplication : HostApplication {
   std::int32_t CompanyId() const override { return 1; }
   std::int32_t SiteId() const override { return 1; }
   std::string StoreId() const override { return "0001"; }
-  std::int32_t InventoryFlag() const override { return 0; }
+  std::int32_t InventoryFlag() const override { return inventory; }
   std::string MoneyFormat() const override { return "#,##0.00"; }
   std::string SeparatorText() const override { return ","; }
   std::string DefaultEmailRecipient() const override { return "reportes@example.com"; }
@@ -262,6 +264,7 @@ struct FakeApplication : HostApplication {
   FakeDatabase fakeDatabase;
   DatabaseServices* database = &fakeDatabase;
   std::optional<HostError> databaseFailure;
+  std::int32_t inventory = 0;
   std::set<std::string> permissions;
   FakeSettings settings;
   FakeMail mail;
