@@ -27,6 +27,8 @@ TEST(CellCleaning, MakesCodesAndDescriptions) {
     EXPECT_EQ(CleanCode(each.text, itemCodeLength), each.code) << each.text;
     EXPECT_EQ(CleanDescription(each.text, descriptionLength), each.description) << each.text;
   }
+  EXPECT_EQ(CleanDescription(std::string(130, 'a'), descriptionLength), std::string(125, 'A'));
+  EXPECT_EQ(CleanCode("marca del equipo", shortCodeLength), "MARCADELEQUI");
 }
 
 TEST(AmountInCell, KeepsWhatFifteenDigitsHold) {

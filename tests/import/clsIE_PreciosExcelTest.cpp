@@ -1,5 +1,7 @@
 #include "import/clsIE_PreciosExcel.h"
 
+#include <tuple>
+
 #include "import/StoreFixture.h"
 
 namespace tolvan {
@@ -84,7 +86,6 @@ TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
   EXPECT_EQ(rows[0].brand + rows[0].department, "DEFDEF");
   EXPECT_EQ(rows.back().code, "1234567890123");
   EXPECT_EQ(numbers, (std::vector<std::int32_t>{12, 8, 1}));
-  EXPECT_EQ(status.texts.front(), "Analizando fila 5");
 }
 
 TEST_F(PreciosExcel, CreatesItemsWholeAndKeepsFormerValues) {
@@ -122,6 +123,9 @@ TEST_F(PreciosExcel, CreatesItemsWholeAndKeepsFormerValues) {
   EXPECT_EQ(host.services.dialogs.boxes, std::vector{summary});
   EXPECT_EQ(status.range, 4);
   EXPECT_EQ(status.advanced, 4);
+  EXPECT_EQ(status.texts,
+            (std::vector<std::string>{"Analizando fila 5", "Analizando fila 6", "Analizando fila 7",
+                                      "Analizando fila 8", "Realizando transacción", "Finalizando transacción"}));
 }
 
 TEST_F(PreciosExcel, AppliesTheAlternateUnitOnlyWhereItIsTheItemsOwn) {
@@ -184,6 +188,25 @@ TEST_F(PreciosExcel, PaintsTabsAndHasNoAssociation) {
     EXPECT_FALSE(shown.AsignarNuevoItem(1, "OTRO"));
   });
   EXPECT_TRUE(importer.Procesar(status));
+}
+
+TEST_F(PreciosExcel, AppliesWhatHoldsWhenItAppliesAndCountsThat) {
+  sheets.rows = {{"VIEJO", "x", "", "", 12.0, 236.0}, {"NUEVO", "uno", "", "", 1.0}, {"OTRO", "dos", "", "", 2.0}};
+  auto importer = MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar& shown) {
+    host.application.permissions.clear();
+    EXPECT_FALSE(shown.Iniciar(status));
+    host.application.permissions = {"importar-precios"};
+    // Between review and applying another program brings VIEJO to the list's values and takes the code NUEVO.
+    Run("UPDATE Precios SET Precio = 200 WHERE idItem = 'VIEJO'; UPDATE ItemsUnidadesInv SET CostoActual = 12;"
+        "INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('NUEVO', 'DEF', 'DEF')");
+    EXPECT_TRUE(shown.Iniciar(status));
+  });
+  EXPECT_TRUE(importer.Procesar(status));
+  const ImportOutcome& counted = importer.Outcome();
+  EXPECT_EQ(std::tuple(counted.created, counted.updated, counted.unprocessed, counted.failure),
+            std::tuple(1, 0, 2, ""));
+  EXPECT_EQ(Query("SELECT Precio, PrecioAnterior FROM Precios WHERE idItem = 'VIEJO'"), "200,NULL");
+  EXPECT_EQ(Query("SELECT Descripcion FROM Items WHERE idItem IN ('NUEVO', 'OTRO') ORDER BY idItem"), "NULL|DOS");
 }
 
 TEST_F(PreciosExcel, AppliesAnEmptyWorkbook) {

@@ -1,6 +1,7 @@
 #include "import/clsIE_PreciosMovilnet.h"
 
 #include <array>
+#include <tuple>
 
 #include "import/OriginFingerprint.h"
 #include "import/StoreFixture.h"
@@ -80,13 +81,26 @@ TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
     EXPECT_EQ(made->RowAt(3).reason, "el código TNOMODELOLAR se repite: ya está en la fila 5 de la hoja");
     EXPECT_FALSE(shown.AsignarNuevoItem(3, "tnolumia"));  // row 4 has it
     EXPECT_EQ(host.services.dialogs.boxes.back().title, "Código duplicado");
-    EXPECT_TRUE(shown.AsignarNuevoItem(3, "LARGO2"));
+    EXPECT_EQ(host.services.dialogs.boxes.back().text,
+              "Este código ya aparece listado, no pueden establecerse códigos duplicados");
     EXPECT_FALSE(shown.AsignarItem(4, "NOEXISTE"));
+    shown.PintarLV(list, 0, 1);
+    host.services.dialogs.boxes.clear();
     EXPECT_TRUE(shown.AsignarItem(4, "VIEJO"));
+    shown.PintarLV(list, 4, 1);
+    EXPECT_EQ(std::tuple(shown.NumeroRenglones(), shown.NumeroNuevos(), shown.NumeroAsociados()), std::tuple(4, 3, 1));
     EXPECT_TRUE(shown.AsignarItem(3, "viejo"));  // and then row 4 comes second
     EXPECT_EQ(made->RowAt(4).reason, "el Item VIEJO se repite: ya está en la fila 6 de la hoja");
     EXPECT_TRUE(shown.AsignarItem(3, ""));
-    EXPECT_EQ(shown.NumeroAsociados(), 1);
+    shown.PintarLV(list, 0, 3);
+    EXPECT_TRUE(shown.AsignarNuevoItem(3, "LARGO2"));
+    shown.PintarLV(list, 3, 3);
+    EXPECT_EQ(list.Lines(), 1U);
+    const test::FakeDialogs::Box moved{
+        MessageIcon::Information, "Renglón movido a otra pestaña",
+        "Esta acción hizo que el Item/Renglón se borrara de esta pestaña.\r\n\r\nPuede ubicar el Item/Renglón en las "
+        "otras pestañas.\r\n\r\nPara agilizar este proceso, este mensaje aparecerá sólo esta vez."};
+    EXPECT_EQ(host.services.dialogs.boxes, std::vector{moved}) << "told of the first, not of the second";
     EXPECT_TRUE(shown.Iniciar(status)) << made->Outcome().cause;
     EXPECT_EQ(made->Outcome().unprocessed, 1);
   });
@@ -112,7 +126,11 @@ TEST_F(PreciosMovilnet, NeedsBothDepartmentsAndThePermission) {
   Run("DELETE FROM Departamentos WHERE idDepartamento = 'CDMA'");
   const std::string before = Dump();
   Import([&](IClaseImportar& shown) { EXPECT_FALSE(shown.Iniciar(status)); });
-  EXPECT_EQ(host.services.dialogs.boxes.back().title, "Falta registrar departamentos");
+  EXPECT_EQ(host.services.dialogs.boxes.back(),
+            (test::FakeDialogs::Box{
+                MessageIcon::Exclamation, "Falta registrar departamentos",
+                "Para proceder, debe estar registrados los departamentos CDMA y GSM para los correspondientes "
+                "equipos.\r\n\r\nAbra otro Tolvan y utilice la ficha Departamentos para crear el o los que falten"}));
   Run("ALTER TABLE Departamentos RENAME TO Otros");
   Import([&](IClaseImportar& shown) { EXPECT_FALSE(shown.Iniciar(status)); });
   Run("ALTER TABLE Otros RENAME TO Departamentos");
