@@ -9,6 +9,7 @@
 #include "desktop/ControlName.h"
 #include "desktop/DateField.h"
 #include "desktop/PanelParts.h"
+#include "desktop/TextScale.h"
 #include "desktop/TimeField.h"
 #include "desktop/WxText.h"
 #include "services/ResourceTexts.h"
@@ -66,6 +67,7 @@ void DailySalesPanel::AddMail(wxSizer& sizer) {
 wxWindow* DailySalesPanel::AddText(wxSizer& grid, std::string_view name, std::string_view label) {
   grid.Add(MakeLabel(*this, label), wxSizerFlags().CentreVertical());
   auto* const text = new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
+  FitHeight(*text);
   NameControl(*text, name, label);
   Forward(*text, name);
   grid.Add(text, wxSizerFlags(1).Expand().CentreVertical());

@@ -9,14 +9,15 @@
 #include <wx/textctrl.h>
 
 #include "desktop/ControlName.h"
+#include "desktop/TextScale.h"
 
 namespace tolvan {
 namespace {
 
 /// A text box is as large as its text, as far as that is reasonable; longer texts are scrolled.
 wxSize SizeOfText(const wxTextCtrl& box, const wxString& text) {
-  const wxSize largest = box.FromDIP(wxSize(560, 340));
-  const wxSize smallest = box.FromDIP(wxSize(240, 24));
+  const wxSize largest = ScaledToText(box, wxSize(560, 340));
+  const wxSize smallest = ScaledToText(box, wxSize(240, 24));
   wxClientDC dc(wxConstCast(&box, wxTextCtrl));
   dc.SetFont(box.GetFont());
   const wxSize natural = dc.GetMultiLineTextExtent(text);

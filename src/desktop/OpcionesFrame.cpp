@@ -14,10 +14,11 @@
 #include "desktop/ControlName.h"
 #include "desktop/DailySalesPanel.h"
 #include "desktop/DateField.h"
-#include "desktop/FilePanels.h"
 #include "desktop/PanelParts.h"
+#include "desktop/PanelStack.h"
 #include "desktop/ProgressPanel.h"
 #include "desktop/StatusDialog.h"
+#include "desktop/TextScale.h"
 #include "desktop/TimeField.h"
 #include "desktop/WrappedText.h"
 #include "desktop/WxText.h"
@@ -59,7 +60,9 @@ OpcionesFrame::OpcionesFrame(const ComponentContext& context, DesktopWork& work,
   content->SetSizer(all);
   auto* const whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(content, wxSizerFlags(1).Expand());
-  SetSizerAndFit(whole);
+  SetSizer(whole);
+  const wxSize smallest = ScaledToText(*this, wxSize(160, 120));
+  FitToScreen(*this, {{tree_, wxSize(tree_->GetMinWidth(), smallest.y)}, {panels_, smallest}});
   BindEvents();
   logic_.Iniciar();
   tree_->SetFocus();
@@ -67,7 +70,7 @@ OpcionesFrame::OpcionesFrame(const ComponentContext& context, DesktopWork& work,
 
 void OpcionesFrame::MakeTree(wxWindow& parent) {
   tree_ = new wxDataViewTreeCtrl(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxDV_NO_HEADER | wxDV_SINGLE);
-  tree_->SetMinSize(FromDIP(wxSize(250, 340)));
+  tree_->SetMinSize(ScaledToText(*this, wxSize(230, 340)));
   NameControl(*tree_, "tvOpciones", "Operaciones");
 }
 
@@ -75,40 +78,12 @@ wxSizer* OpcionesFrame::MakeRightSide(wxWindow& parent) {
   auto* const column = new wxBoxSizer(wxVERTICAL);
   auto* const title = new wxStaticText(&parent, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE);
   title->SetFont(title->GetFont().Bold().Scaled(1.2F));
+  title->SetMinSize(title->GetTextExtent("X"));  // its room before there is a text
   NameControl(*title, control::tituloCategoria);
   column->Add(title, wxSizerFlags().Expand().Border(wxBOTTOM, 2 * Gap(parent)));
-  MakePanels(parent, *column);
+  panels_ = new PanelStack(&parent, logic_);
+  column->Add(panels_, wxSizerFlags(1).Expand());
   return column;
-}
-
-void OpcionesFrame::MakePanels(wxWindow& parent, wxSizer& sizer) {
-  auto* const introduction = new wxPanel(&parent);
-  auto* const text = new WrappedText(introduction, {}, FromDIP(430));
-  NameControl(*text, control::explicacion);
-  introduction->SetCanFocus(false);  // there is nothing in it to act on
-  auto* const introductionSizer = new wxBoxSizer(wxVERTICAL);
-  introductionSizer->Add(text, wxSizerFlags().Expand());
-  introduction->SetSizer(introductionSizer);
-
-  panels_ = {introduction,
-             new DailySalesPanel(&parent, logic_),
-             nullptr,
-             new WorkbookPanel(&parent, logic_, panel_text::movilnetHelp, false),
-             new CollectorPanelView(&parent, logic_),
-             new WorkbookPanel(&parent, logic_, panel_text::excelHelp, true),
-             new RegistryPanel(&parent, logic_)};
-  wxSize largest = FromDIP(wxSize(480, 300));
-  for (std::size_t number = 0; number < panels_.size(); ++number) {
-    if (panels_[number] == nullptr) continue;
-    NameControl(*panels_[number], "panel" + std::to_string(number));
-    sizer.Add(panels_[number], wxSizerFlags(1).Expand());
-    largest.IncTo(panels_[number]->GetSizer()->CalcMin());
-  }
-  // Each is given room for the largest, so that the window does not change with the choice.
-  for (wxPanel* const each : panels_) {
-    if (each != nullptr) each->SetMinSize(largest);
-  }
-  ShowPanel(0);
 }
 
 wxSizer* OpcionesFrame::MakeButtons(wxWindow& parent) {
@@ -236,16 +211,11 @@ void OpcionesFrame::ShowNodes(const std::vector<ActionNode>& nodes) {
 }
 
 void OpcionesFrame::ShowPanel(int panel) {
-  wxPanel* const chosen = panels_.at(static_cast<std::size_t>(panel));
-  for (wxPanel* const each : panels_) {
-    if (each != nullptr) each->Show(each == chosen);
-  }
-  if (chosen != nullptr) chosen->GetParent()->Layout();
+  panels_->ShowPanel(panel);
 }
 
 void OpcionesFrame::SetFile(int panel, std::string_view text) {
-  auto* const files = dynamic_cast<FilePanel*>(panels_.at(static_cast<std::size_t>(panel)));
-  if (files != nullptr) files->SetFile(text);
+  panels_->SetFile(panel, text);
 }
 
 void OpcionesFrame::SelectAll(std::string_view controlName) {
@@ -259,9 +229,7 @@ void OpcionesFrame::SetBusy(bool busy) {
   }
   tree_->Enable(!busy);
   accept_->Enable(!busy);
-  for (wxPanel* const each : panels_) {
-    if (each != nullptr) each->Enable(!busy);
-  }
+  panels_->EnablePanels(!busy);
   cancel_->SetLabel(ToWx(busy ? panel_text::stop : ResourceText(text_id::cancelButton)));
   SetCursor(busy ? wxCURSOR_ARROWWAIT : wxNullCursor);
   if (busy) {

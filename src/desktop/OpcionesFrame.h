@@ -14,11 +14,10 @@ class wxBoxSizer;
 class wxButton;
 class wxDataViewEvent;
 class wxDataViewTreeCtrl;
-class wxPanel;
 
 namespace tolvan {
 
-class FilePanel;
+class PanelStack;
 class ProgressPanel;
 
 class OpcionesFrame : public wxFrame, public OptionsWindowView {
@@ -65,7 +64,6 @@ class OpcionesFrame : public wxFrame, public OptionsWindowView {
   std::vector<Rectangle> WorkAreas() const override { return WxLayoutWindow::WorkAreas(); }
 
  private:
-  void MakePanels(wxWindow& parent, wxSizer& sizer);
   void MakeTree(wxWindow& parent);
   wxSizer* MakeButtons(wxWindow& parent);
   wxSizer* MakeRightSide(wxWindow& parent);
@@ -78,7 +76,7 @@ class OpcionesFrame : public wxFrame, public OptionsWindowView {
   WxLayoutWindow layout_;
   OptionsWindow logic_;
   wxDataViewTreeCtrl* tree_ = nullptr;
-  std::vector<wxPanel*> panels_;
+  PanelStack* panels_ = nullptr;
   ProgressPanel* progress_ = nullptr;
   wxButton* accept_ = nullptr;
   wxButton* cancel_ = nullptr;

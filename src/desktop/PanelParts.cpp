@@ -6,6 +6,7 @@
 #include <wx/textctrl.h>
 
 #include "desktop/ControlName.h"
+#include "desktop/TextScale.h"
 #include "desktop/WrappedText.h"
 #include "desktop/WxText.h"
 #include "ui/PanelTexts.h"
@@ -14,6 +15,7 @@ namespace tolvan {
 namespace {
 
 constexpr int firstTextWidth = 430;
+constexpr int narrowestText = 160;
 
 }  // namespace
 
@@ -21,10 +23,12 @@ int Gap(const wxWindow& window) {
   return window.FromDIP(8);
 }
 
-void AddParagraph(wxWindow& panel, wxSizer& sizer, std::string_view text, bool emphasised) {
-  auto* const paragraph = new WrappedText(&panel, text, panel.FromDIP(firstTextWidth));
+WrappedText* AddParagraph(wxWindow& panel, wxSizer& sizer, std::string_view text, bool emphasised) {
+  auto* const paragraph = new WrappedText(&panel, text, WidthScaledToText(panel, firstTextWidth));
+  paragraph->SetMinSize(wxSize(WidthScaledToText(panel, narrowestText), paragraph->GetMinHeight()));
   if (emphasised) paragraph->SetFont(paragraph->GetFont().Bold());
   sizer.Add(paragraph, wxSizerFlags().Expand().Border(wxBOTTOM, 2 * Gap(panel)));
+  return paragraph;
 }
 
 wxStaticText* MakeLabel(wxWindow& panel, std::string_view text) {
@@ -41,6 +45,7 @@ PathRow AddPathRow(wxWindow& panel, wxSizer& sizer, std::string_view label, std:
                    std::string_view buttonName) {
   sizer.Add(MakeLabel(panel, label), wxSizerFlags().Border(wxBOTTOM, Gap(panel) / 2));
   auto* const path = new wxTextCtrl(&panel, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize, wxTE_READONLY);
+  FitHeight(*path);
   path->DisableFocusFromKeyboard();  // the button beside it is where the keyboard goes
   NameControl(*path, pathName, label);
   wxButton* const button = MakeButton(panel, buttonName, panel_text::browse);

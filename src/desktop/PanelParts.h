@@ -12,11 +12,13 @@ class wxTextCtrl;
 
 namespace tolvan {
 
+class WrappedText;
+
 /// Between a control and the next, and around groups, in pixels of `window`.
 int Gap(const wxWindow& window);
 
 /// Adds a text over the whole width that is wrapped into it.
-void AddParagraph(wxWindow& panel, wxSizer& sizer, std::string_view text, bool emphasised = false);
+WrappedText* AddParagraph(wxWindow& panel, wxSizer& sizer, std::string_view text, bool emphasised = false);
 
 /// The label of a control that follows.
 wxStaticText* MakeLabel(wxWindow& panel, std::string_view text);

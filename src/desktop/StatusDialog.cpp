@@ -7,6 +7,7 @@
 
 #include "desktop/ControlName.h"
 #include "desktop/PanelParts.h"
+#include "desktop/TextScale.h"
 #include "desktop/WxText.h"
 #include "ui/PanelTexts.h"
 
@@ -37,7 +38,7 @@ StatusDialog::StatusDialog(wxWindow* parent, DesktopWork& work)
     event.Skip();
   });
   auto* const column = new wxBoxSizer(wxVERTICAL);
-  text_->SetMinSize(FromDIP(wxSize(320, -1)));
+  text_->SetMinSize(ScaledToText(*this, wxSize(320, -1)));
   column->Add(text_, wxSizerFlags().Expand().Border(wxALL, FromDIP(12)));
   column->Add(bar_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(12)));
   column->Add(stop, wxSizerFlags().Right().Border(wxALL, FromDIP(12)));

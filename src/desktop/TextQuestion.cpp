@@ -6,6 +6,7 @@
 
 #include "desktop/ControlName.h"
 #include "desktop/DialogButtons.h"
+#include "desktop/TextScale.h"
 #include "desktop/WxText.h"
 
 namespace tolvan {
@@ -15,8 +16,9 @@ TextQuestion::TextQuestion(wxWindow* parent, const wxString& title, const wxStri
   NameControl(*this, "pregunta");
   auto* const label = new wxStaticText(this, wxID_ANY, {});
   label->SetLabelText(prompt);
-  label->Wrap(FromDIP(460));
+  label->Wrap(WidthScaledToText(*this, 460));
   answer_ = new wxTextCtrl(this, wxID_ANY, initial);
+  FitHeight(*answer_);
   NameControl(*answer_, "txtRespuesta", FromWx(prompt));
   auto* const all = new wxBoxSizer(wxVERTICAL);
   all->Add(label, wxSizerFlags().Border(wxALL, FromDIP(12)));

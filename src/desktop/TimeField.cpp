@@ -4,6 +4,7 @@
 #include <wx/spinbutt.h>
 #include <wx/textctrl.h>
 
+#include "desktop/TextScale.h"
 #include "desktop/WxText.h"
 #include "ui/FieldTexts.h"
 
@@ -12,6 +13,7 @@ namespace tolvan {
 TimeField::TimeField(wxWindow* parent) : wxPanel(parent), text_(new wxTextCtrl(this, wxID_ANY)) {
   text_->SetMaxLength(5);
   text_->SetMinSize(wxSize(text_->GetSizeFromTextSize(text_->GetTextExtent("00:00_")).x, -1));
+  FitHeight(*text_);
   text_->SetToolTip("hora:minutos");
   text_->Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
     const int key = event.GetKeyCode();

@@ -28,7 +28,7 @@ void WrappedText::WrapTo(int width) {
   SetLabelText(text_);
   Wrap(width);
   InvalidateBestSize();
-  const wxSize size(-1, GetBestSize().y);
+  const wxSize size(GetMinWidth(), GetBestSize().y);
   if (size == GetMinSize()) return;
   SetMinSize(size);
   if (GetParent()->GetSizer() != nullptr) GetParent()->Layout();

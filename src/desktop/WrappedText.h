@@ -9,7 +9,8 @@ namespace tolvan {
 
 class WrappedText : public wxStaticText {
  public:
-  /// `widest` is the width in pixels that the text asks for at first.
+  /// `widest` is the width in pixels that the text asks for at first; a minimal width that it is given lets it become
+  /// narrower.
   WrappedText(wxWindow* parent, std::string_view text, int widest);
 
   void SetWrapped(std::string_view text);
