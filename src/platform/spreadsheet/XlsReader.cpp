@@ -29,12 +29,20 @@ CompoundStream OpenWorkbookStream(const WorkbookFile& file) {
 }
 
 /// By kind, for the inner loop: whether the record is a cell with a value, or begins or ends a stream.
-enum class Meaning : std::uint8_t { None, Cell, Begin, End };
+enum class Meaning : std::uint8_t { None, Cell, UnknownCell, Begin, End };
 
+/// The numbers of cells with a value, without the version in their upper byte: integer, number, text, boolean or error,
+/// formula, RK, several RK, rich text, shared text.
+constexpr std::array<unsigned, 9> cellNumbers{0x02, 0x03, 0x04, 0x05, 0x06, 0x7E, 0xBD, 0xD6, 0xFD};
+
+// A number of this series under another version is a cell whose layout could only be guessed in BIFF8: the workbook is
+// refused rather than read without it.
 constexpr std::array<Meaning, 0x0900> MakeMeanings() {
   std::array<Meaning, 0x0900> meanings{};
+  for (const unsigned version : {0x0000U, 0x0200U, 0x0400U})
+    for (const unsigned cell : cellNumbers) meanings[version | cell] = Meaning::UnknownCell;
   for (const std::uint16_t kind : {biff::formula, biff::multipleRk, biff::richText, biff::sharedText, biff::number,
-                                   biff::text, biff::booleanOrError, biff::rk})
+                                   biff::text, biff::booleanOrError, biff::formula3, biff::rk, biff::formula4})
     meanings[kind] = Meaning::Cell;
   meanings[biff::beginOfStream] = Meaning::Begin;
   meanings[biff::endOfStream] = Meaning::End;
@@ -81,6 +89,14 @@ std::uint32_t RowOf(const BiffRecord& record) {
   return ReadU16(record.content.data()) + 1U;
 }
 
+[[noreturn]] void FailUnknownCell(const BiffRecord& record) {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  std::string number = "0x";
+  for (int shift = 12; shift >= 0; shift -= 4) number += digits[record.kind >> shift & 0xF];
+  FailDamaged("una celda de la fila " + std::to_string(RowOf(record)) + " tiene un registro desconocido (" + number +
+              "); guarde el libro de nuevo como .xlsx");
+}
+
 void Require(const BiffRecord& record, std::size_t bytes) {
   if (!record.Holds(bytes)) FailDamaged("una celda de la fila " + std::to_string(RowOf(record)) + " está truncada");
 }
@@ -111,6 +127,7 @@ std::optional<BiffRecord> XlsReader::NextCellInStream() {
     const BiffRecord record = records_.Next();
     const Meaning meaning = MeaningOf(record.kind);
     if (meaning == Meaning::Cell && depth_ == 1) return record;
+    if (meaning == Meaning::UnknownCell && depth_ == 1) FailUnknownCell(record);
     if (meaning == Meaning::Begin) ++depth_;
     if (meaning == Meaning::End) --depth_;
   }
@@ -188,6 +205,8 @@ void XlsReader::TakeCell(const BiffRecord& record) {
       AddBooleanOrError(column, content[6], content[7] != 0);
       break;
     case biff::formula:
+    case biff::formula3:
+    case biff::formula4:
       TakeFormula(record, column);
       break;
     default:
@@ -230,6 +249,7 @@ void XlsReader::AddBooleanOrError(std::uint32_t column, unsigned value, bool isE
   }
 }
 
+// Place, format and result lie alike under each of a formula's three numbers.
 void XlsReader::TakeFormula(const BiffRecord& record, std::uint32_t column) {
   Require(record, 14);
   const unsigned char* content = record.content.data();

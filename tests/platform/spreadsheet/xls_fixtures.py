@@ -175,8 +175,8 @@ def rk_of(value):
     return struct.unpack('<Q', struct.pack('<d', value))[0] >> 32 & ~3
 
 
-def formula(row, column, result, between=b'', text=None):
-    own = record(6, head(row, column) + result + struct.pack('<HIH', 0, 0, 3) + b'\x1E\1\0') + between
+def formula(row, column, result, between=b'', text=None, kind=6):
+    own = record(kind, head(row, column) + result + struct.pack('<HIH', 0, 0, 3) + b'\x1E\1\0') + between
     return own if text is None else own + record(0x207, plain(text))
 
 
@@ -218,10 +218,12 @@ def formulas():
     cells = (formula(0, 0, struct.pack('<d', 2.5)) + formula(0, 1, special(0), text='texto') +
              formula(0, 2, special(0), between=shared, text='compartida Ω') + formula(0, 3, special(1, 1)) +
              formula(0, 4, special(2, 7)) + formula(0, 5, special(3)) + formula(0, 6, special(0), between=cut) +
-             number(1, 0, 7))
+             number(1, 0, 7) + formula(1, 1, struct.pack('<d', -1.5), kind=0x206) +
+             formula(1, 2, special(0), text='de la 4', kind=0x406) + formula(1, 3, special(2, 42), kind=0x406))
     return book(cells), [[1, 1, 'number', 2.5], [1, 2, 'text', 'texto'], [1, 3, 'text', 'compartida Ω'],
                          [1, 4, 'boolean', 1], [1, 5, 'error', '#DIV/0!'], [1, 6, 'text', ''],
-                         [1, 7, 'text', long_text], [2, 1, 'number', 7]]
+                         [1, 7, 'text', long_text], [2, 1, 'number', 7], [2, 2, 'number', -1.5],
+                         [2, 3, 'text', 'de la 4'], [2, 4, 'error', '#N/A']]
 
 
 def good_cases():
@@ -263,6 +265,8 @@ def bad_cases():
     yield 'no_end', book(number(0, 0, 1))[:-512] + b'\3\2\xFF\xFF' * 128, ''
     yield 'missing_string', book(record(0xFD, head(0, 0) + struct.pack('<I', 5))), 'usa un texto que no existe'
     yield 'column_past_the_end', book(number(0, 256, 1)), 'no existe'
+    for kind in (0x0002, 0x007E, 0x0404, 0x02FD):
+        yield f'cell_{kind}', book(record(kind, head(4, 0) + b'\7\0\0')), f'fila 5 tiene un registro desconocido (0x{kind:04X})'
     yield 'half_cell', book(record(0x203, head(0, 0) + b'\0\0')), 'truncada'
     yield 'half_string_table', book(b'', tables=record(0xFC, struct.pack('<IIHB', 9, 9, 50, 0) + b'abc')), 'truncado'
     yield 'chart_only', book(b'', sheets=((0, 2),)), 'ninguna hoja'
