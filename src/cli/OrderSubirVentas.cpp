@@ -51,7 +51,10 @@ ExitCode OrderSubirVentas::Run(OrderCall& call) const {
   } else {
     PrintText(call.Out(), result);
   }
-  if (failure.empty()) return ExitCode::Done;
+  if (failure.empty()) {
+    if (result.days.empty()) call.Messages() << "No hay días pendientes: el servidor de ventas no pidió ninguno.\n";
+    return ExitCode::Done;
+  }
   throw CommandFailure(ExitCode::Failed, failure);
 }
 

@@ -37,6 +37,14 @@ std::string Quoted(std::string_view text) {
   return "«" + quoted + (shown.size() < text.size() ? "…»" : "»");
 }
 
+/// A server that needs no day answers with the first element alone. A word of failure or a page in its place is no
+/// such answer.
+bool NeedsNoDay(const std::vector<std::string>& answer) {
+  const std::string_view first = answer.front();
+  return answer.size() == 1 && first.find('<') == std::string_view::npos &&
+         !EqualIgnoringCase(first.substr(0, 5), "error");
+}
+
 std::string ShortFirst(const std::vector<std::string>& answer) {
   return answer.empty() ? "nada" : Quoted(answer.front());
 }
@@ -87,7 +95,7 @@ bool clsIE_SVentas::Procesar() {
     result_.failure = TextForPeople(error);
   }
   if (progress_ != nullptr) progress_->ApagarProgreso();
-  return result_.complete;
+  return result_.complete && !result_.days.empty();
 }
 
 void clsIE_SVentas::Exchange() {
@@ -100,7 +108,10 @@ void clsIE_SVentas::Exchange() {
   if (!referenceDate_) throw UploadStopped(referenceFailure_);
   const std::vector<std::string> answer = AskPendingDays(*server);
   if (answer.empty()) throw UploadStopped("El servidor de ventas respondió sin contenido; no se envió ningún día.");
-  if (answer.size() == 1) throw UploadStopped("El servidor de ventas no pidió ningún día; no se envió ninguno.");
+  if (NeedsNoDay(answer)) return;
+  if (answer.size() == 1) {
+    throw UploadStopped("El servidor de ventas no pidió ningún día: respondió " + ShortFirst(answer) + ".");
+  }
   SendDays(*server, answer);
 }
 

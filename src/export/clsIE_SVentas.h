@@ -18,7 +18,7 @@ struct ServerAddress;
 /// What one exchange did, for fronts that tell more than success.
 struct SalesUploadResult {
   std::vector<Date> days;  ///< accepted by the server, in the order sent
-  bool complete = false;   ///< every day asked for was sent, and there was at least one
+  bool complete = false;   ///< every day asked for was sent, also when none was asked for
   std::string failure;     ///< Spanish; empty exactly when complete
 };
 
@@ -36,8 +36,9 @@ class clsIE_SVentas {
   /// Whether there is a server to send to.
   bool Listo() const { return ready_; }
 
-  /// One exchange. True when every day that the server listed was sent; the first day that fails ends it, and the days
-  /// before it stay sent. The reference date moves to the last day sent. Shows nothing and throws no HostError.
+  /// One exchange. True when every day that the server listed was sent, and it listed one; the first day that fails
+  /// ends it, and the days before it stay sent. The reference date moves to the last day sent. Shows nothing and throws
+  /// no HostError.
   bool Procesar();
 
   /// Of the last exchange.

@@ -40,9 +40,10 @@ TEST_F(OrderSubirVentasTest, SendsWhatTheServerAsksForAndGoesOnFromThere) {
   EXPECT_EQ(Reference(), "2024-3-1");
 
   WriteFile(folder.File("pending"), "1");
-  const auto second = runner.Run({"subir-ventas"});
-  EXPECT_EQ(second.code, 1);
-  EXPECT_EQ(second.messages, "El servidor de ventas no pidió ningún día; no se envió ninguno.\n");
+  const auto second = runner.Run({"--json", "subir-ventas"});
+  EXPECT_EQ(second.code, 0);
+  EXPECT_EQ(json::parse(second.output), (json{{"dias", json::array()}, {"completo", true}}));
+  EXPECT_EQ(second.messages, "No hay días pendientes: el servidor de ventas no pidió ninguno.\n");
   EXPECT_TRUE(ReadFile(folder.File("requests")).ends_with("?1%201%200001%201%203%202024 HTTP/1.1\n"));
 }
 

@@ -53,7 +53,7 @@ struct UploadHost {
     application.http.requests.clear();
     application.http.answers = std::move(answers);
     clsIE_SVentas upload(context);
-    upload.Procesar();
+    processed = upload.Procesar();
     return upload.Result();
   }
 
@@ -64,6 +64,7 @@ struct UploadHost {
 
   std::vector<HttpRequest>& Requests() { return application.http.requests; }
 
+  bool processed = false;  // what the last Procesar returned
   test::FakeServices services;
   StoreApplication application;
   ImpExpSettings settings{application.settings};
@@ -144,8 +145,9 @@ TEST(clsIE_SVentas, StopsAtTheFirstFailureAndSaysWhy) {
     const char* text;
   } cases[] = {
       {{Page("")}, 1, 0, "sin contenido"},
-      {{Page("1")}, 1, 0, "no pidió ningún día"},
-      {{Page("1 20240131", "500")}, 1, 0, "estado 500"},
+      {{Page("1")}, 1, 0, ""},
+      {{Page("Error")}, 1, 0, "no pidió ningún día: respondió «Error»"},
+      {{Page("<html></html>")}, 1, 0, "respondió «<html></html>»"},
       {{cut}, 1, 0, "ventas.test no respondió: llegó incompleta"},
       {{Page("1 20240131 20240201"), Page("OK", "201")}, 2, 0, "estado 201"},
       {{Page("1 20240131 20240201"), Page("OK"), cut}, 3, 1, "llegó incompleta"},
@@ -162,6 +164,7 @@ TEST(clsIE_SVentas, StopsAtTheFirstFailureAndSaysWhy) {
     const SalesUploadResult result = host.Process(one.answers);
     EXPECT_THAT(result.failure, HasSubstr(one.text));
     EXPECT_EQ(result.complete, result.failure.empty());
+    EXPECT_EQ(host.processed, result.complete && one.days > 0) << "with no day pending it is complete, yet false";
     EXPECT_EQ(host.Requests().size(), one.requests) << result.failure;
     EXPECT_EQ(result.days.size(), one.days) << result.failure;
     EXPECT_EQ(host.Reference(), one.days == 0 ? "2006-1-1" : "2024-1-31") << result.failure;
