@@ -136,6 +136,8 @@ TEST_F(ImportOrders, FailWithTheComponentsText) {
     EXPECT_EQ(result.code, each.code) << each.message;
     EXPECT_NE(result.messages.find(each.message), std::string::npos) << result.messages;
   }
+  EXPECT_EQ(runner.Run({"opciones", "15"}).output, "PreciosMovilnet_RutaUltimoArchivo=" + text + "\n")
+      << "for next time";
   runner.interruption.requested = true;
   const std::string before = Query("SELECT count(*) FROM Items");
   EXPECT_EQ(runner.Run({"importar-excel", book}).code, 1);

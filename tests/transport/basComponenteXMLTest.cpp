@@ -41,6 +41,7 @@ TEST(basComponenteXMLTest, ToldUnlessSilentAndOfferedOnlyWhenAsked) {
       EXPECT_EQ(box, (FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", missing}));
     }
     EXPECT_EQ(dialogs.questions, std::vector<std::string>(questions, question));
+    EXPECT_EQ(dialogs.defaults, std::vector<bool>(questions, false));
     EXPECT_EQ(library.opened, questions == 1 && answer ? address : "");
   }
 }

@@ -56,6 +56,7 @@ TEST_F(Launching, RemembersTheFileOfAnImportThatFailed) {
             (Box{MessageIcon::Exclamation, "Tolvan",
                  "Error al conectar con Microsoft Excel, verifique que Excel está instalado en su sistema"}));
   EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "/listas/precios.xlsx");
+  EXPECT_EQ(host.application.settings.saves, 1);
   host.services.files.contents.clear();
   ImportLauncher later{host.context, tools.imports, status};
   later.RestoreLastWorkbook();

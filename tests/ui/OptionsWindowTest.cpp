@@ -123,7 +123,8 @@ TEST_F(WholeWindow, TheRegistryNeedsAFileThatIsThere) {
 TEST_F(WholeWindow, MakingTheTemplateIsWork) {
   window.cmdAbrirPlantilla_Click();
   ASSERT_EQ(boxes.size(), 1U);
-  EXPECT_TRUE(boxes[0].text.starts_with("No se encuentra el archivo de plantilla."));
+  EXPECT_EQ(boxes[0].text,
+            "No se encuentra el archivo de plantilla. Favor actualice Tolvan para reponer el archivo de plantilla");
   // A wish to stop something earlier is forgotten when work begins, and only then.
   EXPECT_EQ(view.said, (std::vector<std::string>{"busy", "idle"}));
 }

@@ -20,28 +20,48 @@ struct Window {
   std::vector<FakeDialogs::Box>& boxes = host.services.dialogs.boxes;
 };
 
-TEST(frmOpciones, FillsAndSavesTheDailySalesPanel) {
+TEST(frmOpciones, FillsAndSavesEveryFieldOfTheDailySalesPanel) {
   Window window;
   auto& stored = window.host.application.settings.values;
-  stored["0"] = " 0001";
-  stored["1"] = "15";
-  stored["4"] = "21";
-  stored["5"] = "30";
-  stored["6"] = "/out/";
-  stored["7"] = "1";
-  stored["9"] = "ventas.txt";
+  for (const auto& [index, value] : {std::pair{"0", " 0001"},
+                                     {"1", "15"},
+                                     {"4", "21"},
+                                     {"5", "30"},
+                                     {"6", "/out/"},
+                                     {"7", "1"},
+                                     {"8", "ana@example.com"},
+                                     {"9", "ventas.txt"}}) {
+    stored[index] = value;
+  }
   window.form.Cargar();
-  EXPECT_EQ(window.view.DateOf("dC1_FechaMovimiento"), Date::FromParts(2024, 2, 1)) << "today, not the stored day";
-  EXPECT_EQ(window.view.TimeOf("dtC1_HoraFinJornada"), (TimeOfDay{21, 30}));
-  EXPECT_EQ(window.view.Text("txtC1_CarpetaDestino"), "/out");
-  EXPECT_TRUE(window.view.Enabled("txtC1_Email"));
-  EXPECT_EQ(window.view.Text("txtC1_NombreArchivo"), "ventas.txt");
+  HeadlessOpcionesView& view = window.view;
+  EXPECT_EQ(view.Text("txtC1_CodigoTienda"), " 0001");
+  EXPECT_EQ(view.DateOf("dC1_FechaMovimiento"), Date::FromParts(2024, 2, 1)) << "today, not the stored day";
+  EXPECT_EQ(view.TimeOf("dtC1_HoraFinJornada"), (TimeOfDay{21, 30}));
+  EXPECT_EQ(view.Text("txtC1_CarpetaDestino"), "/out");
+  EXPECT_TRUE(view.Checked("chk1") && view.Enabled("txtC1_Email"));
+  EXPECT_EQ(view.Text("txtC1_Email"), "ana@example.com");
+  EXPECT_EQ(view.Text("txtC1_NombreArchivo"), "ventas.txt");
 
+  view.SetText("txtC1_CodigoTienda", "0042");
+  view.SetDate("dC1_FechaMovimiento", Date::FromParts(2023, 12, 31));
+  view.SetTime("dtC1_HoraFinJornada", {8, 5});
+  view.SetChecked("chk1", false);
+  view.SetText("txtC1_Email", "eva@example.com");
+  view.SetText("txtC1_NombreArchivo", "hoy.txt");
   auto expected = stored;
+  for (const auto& [index, value] : {std::pair{"0", "0042"},
+                                     {"1", "31"},
+                                     {"2", "12"},
+                                     {"3", "2023"},
+                                     {"4", "8"},
+                                     {"5", "5"},
+                                     {"7", "0"},
+                                     {"8", "eva@example.com"},
+                                     {"9", "hoy.txt"}}) {
+    expected[index] = value;
+  }
   window.form.SavePanel(0);
-  expected["1"] = "1";
-  expected["2"] = "2";
-  expected["3"] = "2024";
   EXPECT_EQ(stored, expected);
 }
 
