@@ -30,12 +30,15 @@ void CommandReview::ShowModal() {
 }
 
 void CommandReview::Review() {
+  if (importer_.NumeroRenglones() == 0) return Fail(importer_.ReadingNote());
   if (!MakeChanges()) return;
   if (!call_.WantsJson()) {
     PrintReview(call_.Out(), importer_);
     summary_.clear();
     RefrescarSumario();
     for (const std::string& line : summary_) call_.Out() << line << '\n';
+    const std::string note = importer_.NoteOfAll();
+    if (!note.empty()) call_.Out() << ForTerminal(note) << '\n';
     call_.Out().flush();
   }
   if (plan_.simulate) return;

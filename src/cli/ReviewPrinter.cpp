@@ -151,6 +151,12 @@ void AppendRow(std::string& out, const ReviewRow& row) {
       .Texts("observaciones", row.remarks);
 }
 
+/// null for a list that was read whole.
+std::string EndJson(const ReadingEnd& end) {
+  if (!end.Early()) return "null";
+  return Dump(ordered_json{{"fila_hoja", end.row}, {"quedan", end.following}});
+}
+
 }  // namespace
 
 void PrintReview(std::ostream& out, const PriceImporter& importer) {
@@ -179,6 +185,7 @@ std::string ReviewJson(const PriceImporter& importer, bool applied, const std::s
   document += ",\n  \"asociados\": " + std::to_string(importer.NumeroAsociados());
   document += std::string(",\n  \"aplicado\": ") + (applied ? "true" : "false");
   document += ",\n  \"resumen\": " + Dump(summary);
+  document += ",\n  \"lectura_termina\": " + EndJson(importer.End());
   if (!error.empty()) document += ",\n  \"error\": " + Dump(error);
   return document + ",\n  \"filas\": [" + rows + (rows.empty() ? "]\n}" : "\n  ]\n}");
 }

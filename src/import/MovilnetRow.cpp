@@ -16,12 +16,31 @@ constexpr std::uint32_t price = 5;
 constexpr std::uint32_t cost = 7;
 }  // namespace column
 
-bool IsAccepted(const SheetRow& row) {
-  constexpr std::array texts{column::model, column::brand, column::type};
-  for (const std::uint32_t number : texts) {
-    if (HoldsNothing(row.At(number))) return false;
-  }
-  return row.At(column::price).kind == CellKind::Number && row.At(column::cost).kind == CellKind::Number;
+struct Needed {
+  std::uint32_t column;
+  std::string_view name;
+  bool isNumber;
+};
+
+constexpr std::array<Needed, 5> needed{{{column::model, "modelo", false},
+                                        {column::brand, "marca", false},
+                                        {column::type, "tipo", false},
+                                        {column::price, "precio", true},
+                                        {column::cost, "costo", true}}};
+
+constexpr std::array<ColumnHeading, 10> headings{{{column::model, "MODELO"},
+                                                  {column::model, "DESCRIPCION"},
+                                                  {column::model, "EQUIPO"},
+                                                  {column::brand, "MARCA"},
+                                                  {column::type, "TIPO"},
+                                                  {column::type, "TECNOLOGIA"},
+                                                  {column::price, "PVP"},
+                                                  {column::price, "PRECIO"},
+                                                  {column::price, "PRECIO DE VENTA"},
+                                                  {column::cost, "COSTO"}}};
+
+bool ReadsAsData(const SheetRow& row) {
+  return WhyMovilnetEnds(row).empty();
 }
 
 std::string Text(const SheetCell& cell, std::string_view name, std::string& reason) {
@@ -33,8 +52,23 @@ std::string Text(const SheetCell& cell, std::string_view name, std::string& reas
 
 }  // namespace
 
-std::optional<MovilnetRow> ReadMovilnetRow(const SheetRow& row) {
-  if (!IsAccepted(row)) return std::nullopt;
+constexpr SheetLayout movilnetLayout{.otherwise = "El libro no es una lista de precios de Movilnet",
+                                     .firstRow = 4,
+                                     .headings = headings,
+                                     .readsAsData = ReadsAsData};
+
+std::string WhyMovilnetEnds(const SheetRow& row) {
+  for (const Needed& each : needed) {
+    const SheetCell& cell = row.At(each.column);
+    if (HoldsNothing(cell)) return ColumnText(each.column, each.name) + " está vacía";
+    if (each.isNumber && cell.kind != CellKind::Number) {
+      return ColumnText(each.column, each.name) + " no es un número (" + cell.AsText() + ")";
+    }
+  }
+  return {};
+}
+
+MovilnetRow ReadMovilnetRow(const SheetRow& row) {
   MovilnetRow read;
   read.sheetRow = row.number;
   read.description = Text(row.At(column::model), "el modelo", read.reason);

@@ -7,6 +7,7 @@
 
 #include "host/SheetRow.h"
 #include "import/AmountCell.h"
+#include "import/SheetLayout.h"
 
 namespace tolvan {
 
@@ -27,10 +28,14 @@ struct MovilnetRow {
   bool UserDecided() const { return chosenItem || codeChosen; }
 };
 
-inline constexpr std::uint32_t firstMovilnetRow = 4;
+/// The list above its data.
+extern const SheetLayout movilnetLayout;
 
-/// Nothing when the row is not accepted, which ends the data: one of the columns A, B, C, E and G is empty, or E or G
-/// is not a number.
-std::optional<MovilnetRow> ReadMovilnetRow(const SheetRow& row);
+/// Why the row is not accepted, which ends the data, Spanish: one of the columns A, B, C, E and G is empty, or E or G
+/// is not a number. Empty when it is accepted.
+std::string WhyMovilnetEnds(const SheetRow& row);
+
+/// `row` is one that is accepted.
+MovilnetRow ReadMovilnetRow(const SheetRow& row);
 
 }  // namespace tolvan

@@ -3,7 +3,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "import/WorkbookReading.h"
 #include "services/MoneyFormat.h"
 
 namespace tolvan {
@@ -80,6 +79,7 @@ void PriceImporter::Warn(std::string_view text) const {
 
 bool PriceImporter::Procesar(StatusWindow& callingWindow) {
   outcome_ = {};
+  end_ = {};
   ForgetRows();
   if (!Read(callingWindow) || !ClassifyRead()) return false;
   Review();
@@ -94,9 +94,12 @@ bool PriceImporter::Read(StatusWindow& callingWindow) {
   }
   try {
     const auto status = callingWindow.OpenStatus();
-    ReadDataRows(tools_.spreadsheets, path_, FirstDataRow(), UserInterruption(), *status,
-                 [this](const SheetRow& row) { return TakeRow(row); });
+    end_ = ReadDataRows(tools_.spreadsheets, path_, Layout(), UserInterruption(), *status,
+                        [this](const SheetRow& row) { return TakeRow(row); });
     return true;
+  } catch (const WrongList& wrong) {
+    ForgetRows();
+    return Fail(wrongFormat, wrong);
   } catch (const HostError& error) {
     ForgetRows();
     if (error.Kind() != HostErrorKind::Interrupted) return Fail(wrongFormat, error);
@@ -279,6 +282,38 @@ std::string PriceImporter::NoteOf(std::int32_t row) const {
   const ReviewRow shown = RowAt(row);
   const std::string remarks = shown.AllRemarks();
   return remarks.empty() ? remarks : "Fila " + std::to_string(shown.sheetRow) + " del libro: " + remarks + ".";
+}
+
+std::string PriceImporter::ReadingNote() const {
+  std::string note;
+  if (NumeroRenglones() == 0) {
+    note = "No se leyó ningún renglón";
+    if (!end_.Early())
+      return note + ": la hoja no tiene datos desde la fila " + std::to_string(Layout().firstRow) + ".";
+    note += ". ";
+  }
+  if (!end_.Early()) return note;
+  note += "La lectura terminó en la fila " + std::to_string(end_.row) + " de la hoja: " + end_.why + ".";
+  if (end_.following == 1) note += " Sigue 1 fila con datos que no se leyó.";
+  if (end_.following > 1) note += " Siguen " + std::to_string(end_.following) + " filas con datos que no se leyeron.";
+  return note;
+}
+
+std::string PriceImporter::NoteOfAll() const {
+  std::int32_t count = 0;
+  std::uint32_t first = 0;
+  for (std::int32_t number = 1; number <= NumeroRenglones(); ++number) {
+    if (ActionOf(number) == RowAction::None) continue;
+    const ReviewRow row = RowAt(number);
+    if (!row.remarks.empty() && ++count == 1) first = row.sheetRow;
+  }
+  std::string note = ReadingNote();
+  if (count == 0) return note;
+  if (!note.empty()) note += ' ';
+  if (count == 1) return note + "El renglón de la fila " + std::to_string(first) + " tiene observaciones.";
+  return note + std::to_string(count) +
+         " renglones que se procesarán tienen observaciones; el primero es el de la fila " + std::to_string(first) +
+         ".";
 }
 
 std::optional<Currency> PriceImporter::AmountOf(std::int32_t row, std::size_t column) const {

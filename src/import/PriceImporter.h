@@ -13,6 +13,7 @@
 #include "import/ItemWriter.h"
 #include "import/ReviewRow.h"
 #include "import/StoreTables.h"
+#include "import/WorkbookReading.h"
 #include "services/ComponentContext.h"
 #include "services/TaxTable.h"
 
@@ -59,11 +60,18 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
 
   const ImportOutcome& Outcome() const { return outcome_; }
 
+  /// Where the last reading ended.
+  const ReadingEnd& End() const { return end_; }
+
+  /// That no row was read, or that the reading ended early, and why; empty when there is nothing to say. Spanish.
+  std::string ReadingNote() const;
+
   /// `number` is a row, from 1 to NumeroRenglones.
   virtual ReviewRow RowAt(std::int32_t number) const = 0;
 
   ReviewLine LineOf(std::int32_t row) const final;
   std::string NoteOf(std::int32_t row) const final;
+  std::string NoteOfAll() const final;
   std::optional<Currency> AmountOf(std::int32_t row, std::size_t column) const final;
 
  protected:
@@ -82,11 +90,11 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   /// Warns the user with `text` and keeps it for Outcome with its cause. Always false.
   bool Fail(std::string_view text, const std::exception& cause);
 
-  virtual std::uint32_t FirstDataRow() const = 0;
+  virtual const SheetLayout& Layout() const = 0;
   virtual void ForgetRows() = 0;
 
-  /// Takes a data row; false when it ends the data.
-  virtual bool TakeRow(const SheetRow& row) = 0;
+  /// Takes a data row and returns an empty text; or tells why the row ends the data, Spanish.
+  virtual std::string TakeRow(const SheetRow& row) = 0;
 
   /// Decides on all rows anew, keeping what the user chose. Throws HostError; then the former decisions stand.
   virtual void Classify(const DepartmentTable& departments, const TaxTable& taxes) = 0;
@@ -121,6 +129,7 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   ImportTools tools_;
   std::string path_;
   ImportOutcome outcome_;
+  ReadingEnd end_;
   bool removalTold_ = false;
 };
 

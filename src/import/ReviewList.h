@@ -31,6 +31,9 @@ class ReviewLineSource {
   /// What there is to say of a row beside its columns, such as why it is not processed. Spanish; may be empty.
   virtual std::string NoteOf(std::int32_t /*row*/) const { return {}; }
 
+  /// What there is to say of the list as a whole, such as rows of the file that were not read. Spanish; may be empty.
+  virtual std::string NoteOfAll() const { return {}; }
+
   /// The amount behind the text of a column, for sorting; nothing where the column shows none.
   virtual std::optional<Currency> AmountOf(std::int32_t /*row*/, std::size_t /*column*/) const { return std::nullopt; }
 };

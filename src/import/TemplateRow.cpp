@@ -83,10 +83,44 @@ std::int32_t Multiplier(const SheetCell& cell, Remarks& remarks, std::string& re
   return multiplier;
 }
 
+// Those of the template that comes with the product, and what other editions of it call the same.
+constexpr std::array<ColumnHeading, 20> headings{{{column::code, "CODIGO"},
+                                                  {column::code, "IDITEM"},
+                                                  {column::description, "DESCRIPCION"},
+                                                  {column::brand, "MARCA"},
+                                                  {column::brand, "IDMARCA"},
+                                                  {column::department, "DEPARTAMENTO"},
+                                                  {column::department, "IDDEPARTAMENTO"},
+                                                  {column::cost, "COSTO"},
+                                                  {column::cost, "COSTOACTUAL"},
+                                                  {column::price, "PRECIO DE VENTA"},
+                                                  {column::price, "PRECIO"},
+                                                  {column::price, "PVP"},
+                                                  {column::unitCode, "UNIDAD ALTERNA"},
+                                                  {column::unitCode, "UNIDAD"},
+                                                  {column::multiplier, "MULTIPLICADOR"},
+                                                  {column::alternatePrice, "PRECIO UNIDAD ALTERNA"},
+                                                  {column::alternatePrice, "PRECIO"},
+                                                  {column::alternateCost, "COSTO UNIDAD ALTERNA"},
+                                                  {column::alternateCost, "COSTO"},
+                                                  {column::foreignCost, "COSTO EN MONEDA EXTRANJERA"}}};
+
+bool ReadsAsData(const SheetRow& row) {
+  const bool hasAmount =
+      row.At(column::cost).kind == CellKind::Number || row.At(column::price).kind == CellKind::Number;
+  return hasAmount && WhyTemplateEnds(row).empty();
+}
+
 }  // namespace
 
-bool EndsTemplateData(const SheetRow& row) {
-  return HoldsNothing(row.At(column::code));
+constexpr SheetLayout templateLayout{.otherwise = "El libro no está hecho con la plantilla",
+                                     .firstRow = 5,
+                                     .headings = headings,
+                                     .readsAsData = ReadsAsData};
+
+std::string WhyTemplateEnds(const SheetRow& row) {
+  if (!HoldsNothing(row.At(column::code))) return {};
+  return ColumnText(column::code, "código") + " está vacía";
 }
 
 TemplateRow ReadTemplateRow(const SheetRow& row) {

@@ -6,6 +6,7 @@
 
 #include "host/SheetRow.h"
 #include "import/AmountCell.h"
+#include "import/SheetLayout.h"
 
 namespace tolvan {
 
@@ -26,10 +27,12 @@ struct TemplateRow {
   Remarks remarks{};             ///< of cells that are not taken into account, whatever the database holds
 };
 
-inline constexpr std::uint32_t firstTemplateRow = 5;
+/// The template above its data.
+extern const SheetLayout templateLayout;
 
-/// Whether the row ends the data: its first column is empty or an empty text. Blanks alone do not end it.
-bool EndsTemplateData(const SheetRow& row);
+/// Why the row ends the data, Spanish: its first column is empty or an empty text. Empty when it does not; blanks alone
+/// do not end it.
+std::string WhyTemplateEnds(const SheetRow& row);
 
 TemplateRow ReadTemplateRow(const SheetRow& row);
 

@@ -36,10 +36,10 @@ void clsIE_PreciosExcel::ForgetRows() {
   decisions_.clear();
 }
 
-bool clsIE_PreciosExcel::TakeRow(const SheetRow& row) {
-  if (EndsTemplateData(row)) return false;
-  rows_.push_back(ReadTemplateRow(row));
-  return true;
+std::string clsIE_PreciosExcel::TakeRow(const SheetRow& row) {
+  std::string why = WhyTemplateEnds(row);
+  if (why.empty()) rows_.push_back(ReadTemplateRow(row));
+  return why;
 }
 
 void clsIE_PreciosExcel::Classify(const DepartmentTable& departments, const TaxTable& taxes) {

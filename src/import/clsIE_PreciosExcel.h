@@ -29,9 +29,9 @@ class clsIE_PreciosExcel final : public PriceImporter {
   bool IClaseImportar_AsignarItem(std::int32_t, std::string_view) override { return false; }
   bool IClaseImportar_AsignarNuevoItem(std::int32_t, std::string_view) override { return false; }
 
-  std::uint32_t FirstDataRow() const override { return firstTemplateRow; }
+  const SheetLayout& Layout() const override { return templateLayout; }
   void ForgetRows() override;
-  bool TakeRow(const SheetRow& row) override;
+  std::string TakeRow(const SheetRow& row) override;
   void Classify(const DepartmentTable& departments, const TaxTable& taxes) override;
   RowAction ActionOf(std::int32_t row) const override { return DecisionOf(row).action; }
   ItemCreation CreationOf(std::int32_t number, const ApplyTables& tables) const override;

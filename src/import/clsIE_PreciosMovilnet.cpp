@@ -91,10 +91,10 @@ void clsIE_PreciosMovilnet::ForgetRows() {
   decisions_.clear();
 }
 
-bool clsIE_PreciosMovilnet::TakeRow(const SheetRow& row) {
-  std::optional<MovilnetRow> read = ReadMovilnetRow(row);
-  if (read) rows_.push_back(std::move(*read));
-  return read.has_value();
+std::string clsIE_PreciosMovilnet::TakeRow(const SheetRow& row) {
+  std::string why = WhyMovilnetEnds(row);
+  if (why.empty()) rows_.push_back(ReadMovilnetRow(row));
+  return why;
 }
 
 MovilnetClassifier clsIE_PreciosMovilnet::Classifier() const {

@@ -24,9 +24,9 @@ class clsIE_PreciosMovilnet final : public PriceImporter {
   bool IClaseImportar_AsignarItem(std::int32_t row, std::string_view item) override;
   bool IClaseImportar_AsignarNuevoItem(std::int32_t row, std::string_view code) override;
 
-  std::uint32_t FirstDataRow() const override { return firstMovilnetRow; }
+  const SheetLayout& Layout() const override { return movilnetLayout; }
   void ForgetRows() override;
-  bool TakeRow(const SheetRow& row) override;
+  std::string TakeRow(const SheetRow& row) override;
   void Classify(const DepartmentTable& departments, const TaxTable& taxes) override;
   bool MayApply() override;
   RowAction ActionOf(std::int32_t row) const override { return DecisionOf(row).action; }

@@ -37,6 +37,9 @@ class ReviewListModel final : public ReviewList {
   /// What there is to say of a row beside its texts; empty when it is not in the list.
   std::string NoteOf(std::int32_t row) const { return Contains(row) ? source_->NoteOf(row) : std::string(); }
 
+  /// What there is to say of all rows, in the list or not.
+  std::string NoteOfAll() const { return source_ == nullptr ? std::string() : source_->NoteOfAll(); }
+
  private:
   void Changed();
   void Sort();

@@ -18,7 +18,7 @@ class StatusImportarView : public StatusWindow {
   /// The explanation of the current tab, lbExp.
   virtual void SetExplanation(std::string_view text) = 0;
 
-  /// What there is to say of the selected row, below the list; may be empty.
+  /// What there is to say of the selected row, or without one of the list, below it; may be empty.
   virtual void SetNote(std::string_view text) = 0;
 
   /// One of the summary lines lCant; `index` is 0 to 2.

@@ -38,6 +38,7 @@ void frmStatusImportar::RefrescarSumario() {
 void frmStatusImportar::ShowModal() {
   view_->SetExplanation(ResourceText(explanations.front()));
   view_->EnableAccept(false);
+  lvStatus_ItemClick(0);
   view_->ShowModal();
 }
 
@@ -49,8 +50,10 @@ void frmStatusImportar::tabFiltro_Click(int tab) {
 
 void frmStatusImportar::lvStatus_ItemClick(std::int32_t row) {
   const ReviewListModel& lines = view_->lvStatus();
-  const bool asks = row <= 0 && tab_ == unprocessedTab && lines.Lines() > 0;
-  view_->SetNote(asks ? std::string(chooseLine) : lines.NoteOf(row));
+  if (row > 0) return view_->SetNote(lines.NoteOf(row));
+  std::string note = lines.NoteOfAll();
+  if (tab_ == unprocessedTab && lines.Lines() > 0) note += (note.empty() ? "" : " ") + std::string(chooseLine);
+  view_->SetNote(note);
 }
 
 void frmStatusImportar::lvStatus_MouseUp(int button, std::int32_t row) {

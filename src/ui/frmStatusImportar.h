@@ -34,7 +34,7 @@ class frmStatusImportar final : public ImportReview {
   /// `tab` is 1 to 3.
   void tabFiltro_Click(int tab);
 
-  /// Another line was selected, or none; `row` is its row, or 0. Its note is shown.
+  /// Another line was selected, or none; `row` is its row, or 0. Its note is shown, or that of the whole list.
   void lvStatus_ItemClick(std::int32_t row);
 
   /// A released mouse button over the list; `row` is the selected line's, 0 when none is selected. Only the right

@@ -18,8 +18,8 @@ using Cells = std::vector<NewCell>;
 using ImportOrders = test::DemoStoreFixture;
 
 TEST_F(ImportOrders, SimulateApplyAndReport) {
-  const std::string book =
-      Workbook("lista.xlsx", 4, {{"nuevo, 1", "tv  23.5/led-x", {}, {}, 10.5, 15.0, {}, {}, "12"}, {" ", "y"}});
+  const std::string book = Workbook(
+      "lista.xlsx", 4, {{"nuevo, 1", "tv  23.5/led-x", {}, {}, 10.5, 15.0, {}, {}, "12"}, {" ", "y"}, {}, {"z"}});
   test::CommandResult result = runner.Run({"--json", "importar-excel", book, "--simular"});
   EXPECT_EQ(result.code, 0) << result.messages;
   const json simulated = json::parse(result.output);
@@ -32,6 +32,7 @@ TEST_F(ImportOrders, SimulateApplyAndReport) {
       {"accion", 2},        {"asociado", ""},         {"libre", true},       {"costo_cambia", true},
       {"pvp_cambia", true}, {"diferencia", "0.0000"}, {"motivo", ""},        {"observaciones", json::array({unused})}};
   EXPECT_EQ(simulated["filas"][0], row);
+  EXPECT_EQ(simulated["lectura_termina"], (json{{"fila_hoja", 7}, {"quedan", 1}}));
   EXPECT_EQ(simulated["filas"][1]["pvp"], nullptr);
   EXPECT_EQ(simulated["filas"][1]["motivo"], "el código queda vacío al quitarle los espacios");
   EXPECT_EQ(Query("SELECT count(*) FROM Items WHERE idItem = 'NUEVO,1'"), "0,");
@@ -128,6 +129,8 @@ TEST_F(ImportOrders, FailWithTheComponentsText) {
   };
   const std::vector<Case> cases{
       {{"importar-excel", folder.File("nada.xlsx")}, 1, "no existe, favor seleccione la ubicación correcta"},
+      {{"importar-excel", places.examples + "/movilnet.xlsx"}, 1, "no está hecho con la plantilla"},
+      {{"importar-movilnet", Workbook("vacia.xlsx", 3, {}), "--simular"}, 1, "No se leyó ningún renglón"},
       {{"importar-excel", text}, 1, "El archivo tiene el formato incorrecto o bien está dañado"},
       {{"importar-excel", book, "--informe", folder.File("x.txt")}, 2, ".csv o .xlsx"},
       {{"importar-excel", book, "--informe", book}, 2, "el mismo libro"}};
@@ -138,6 +141,9 @@ TEST_F(ImportOrders, FailWithTheComponentsText) {
   }
   EXPECT_EQ(runner.Run({"opciones", "15"}).output, "PreciosMovilnet_RutaUltimoArchivo=" + text + "\n")
       << "for next time";
+  const json nothing =
+      json::parse(runner.Run({"--json", "importar-movilnet", places.examples + "/precios.xlsx"}).output);
+  EXPECT_EQ(nothing["aplicado"], false);
   runner.interruption.requested = true;
   const std::string before = Query("SELECT count(*) FROM Items");
   EXPECT_EQ(runner.Run({"importar-excel", book}).code, 1);

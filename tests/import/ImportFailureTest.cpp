@@ -12,6 +12,8 @@
 namespace tolvan {
 namespace {
 
+using test::none;
+
 constexpr const char* notFinished = "La operación no pudo concluirse";
 
 class ImportFailure : public test::StoreTest {
@@ -117,6 +119,49 @@ TEST_F(ImportFailure, OfTheWorkbookShowsNoReview) {
     EXPECT_EQ(host.services.dialogs.boxes.back(),
               (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", each.text}));
     EXPECT_EQ(importer.NumeroRenglones(), 0);
+  }
+}
+
+TEST_F(ImportFailure, OfAnotherListNamesWhatIsWrongWithIt) {
+  struct Case {
+    std::uint32_t row;
+    test::GivenRow cells;
+    std::string cause;
+  };
+  const std::vector<Case> cases{
+      {3, {"Modelo", "Marca"}, "en la fila 3 la columna B se titula «Marca», que corresponde a la columna C."},
+      {4,
+       {" código", none, none, none, "pvp "},
+       "en la fila 4 la columna E se titula «pvp», que corresponde a la columna F."},
+      {3, {"A", none, none, none, none, 5.0}, "en la fila 3 ya hay datos, que deben comenzar en la 5."},
+      {3, {none, none, none, none, 5.0}, ""},
+      {2, {"Marca", none, none, none, 5.0}, ""},
+      {3, {"Código", "Artículo", none, none, "Costo", "PVP", "Marca", none, none, "PVP"}, ""}};
+  for (const Case& each : cases) {
+    sheets.firstRow = each.row;
+    sheets.rows = {each.cells};
+    const ImportOutcome outcome = Import();
+    EXPECT_EQ(outcome.cause, each.cause.empty() ? "" : "El libro no está hecho con la plantilla: " + each.cause);
+    EXPECT_EQ(outcome.applied, each.cause.empty()) << each.row;
+  }
+}
+
+TEST_F(ImportFailure, ToReadEverythingIsTold) {
+  const std::string ended = "La lectura terminó en la fila ";
+  const std::vector<std::pair<std::vector<test::GivenRow>, std::string>> cases{
+      {{{"A"}, {}, {"B"}, {" "}, {"C"}},
+       ended + "6 de la hoja: la fila está vacía. Siguen 2 filas con datos que no se leyeron."},
+      {{{"A"}, {none, "nota"}}, ended + "6 de la hoja: la columna A (código) está vacía."},
+      {{{"A"}, {"", " "}, {" "}}, ""},
+      {{}, "No se leyó ningún renglón: la hoja no tiene datos desde la fila 5."},
+      {{{"", 1.0}, {"A"}},
+       "No se leyó ningún renglón. " + ended +
+           "5 de la hoja: la columna A (código) está vacía. Sigue 1 fila con datos que no se leyó."}};
+  for (const auto& [rows, note] : cases) {
+    sheets.rows = rows;
+    auto importer = MakeImporter<clsIE_PreciosExcel>([](IClaseImportar&) {});
+    EXPECT_TRUE(importer.Procesar(status));
+    EXPECT_EQ(importer.NoteOfAll(), note);
   }
 }
 

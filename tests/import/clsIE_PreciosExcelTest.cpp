@@ -16,6 +16,7 @@ class PreciosExcel : public test::StoreTest {
   std::vector<ReviewRow> Import(bool apply = true) {
     applied = false;
     auto importer = MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar& shown) {
+      note = list.NoteOfAll();
       if (apply) applied = shown.Iniciar(status);
     });
     processed = importer.Procesar(status);
@@ -29,6 +30,7 @@ class PreciosExcel : public test::StoreTest {
   std::vector<std::int32_t> numbers;
   bool processed = false;
   bool applied = false;
+  std::string note;
   ImportOutcome outcome;
 };
 
@@ -86,6 +88,8 @@ TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
   EXPECT_EQ(rows[0].brand + rows[0].department, "DEFDEF");
   EXPECT_EQ(rows.back().code, "1234567890123");
   EXPECT_EQ(numbers, (std::vector<std::int32_t>{12, 8, 1}));
+  EXPECT_TRUE(note.ends_with("2 renglones que se procesarán tienen observaciones; el primero es el de la fila 14."))
+      << note;
 }
 
 TEST_F(PreciosExcel, CreatesItemsWholeAndKeepsFormerValues) {

@@ -13,12 +13,14 @@ class FakeImporter : public IClaseImportar, public ReviewLineSource {
  public:
   ReviewLine LineOf(std::int32_t row) const override { return {"C" + std::to_string(row)}; }
   std::string NoteOf(std::int32_t row) const override { return row == 2 ? "repetido" : ""; }
+  std::string NoteOfAll() const override { return note; }
   std::optional<Currency> AmountOf(std::int32_t row, std::size_t column) const override {
     if (column != review_column::price || row % 5 == 0) return std::nullopt;
     return Currency::FromUnits(row % 3);
   }
 
   std::vector<std::string> calls;
+  std::string note;
   std::int32_t rows = 5;
   std::int32_t fresh = 1;
   std::int32_t associated = 3;
@@ -115,9 +117,12 @@ TEST_F(StatusImportar, TellsWhyTheSelectedRowIsNotProcessed) {
   EXPECT_EQ(view.note, "repetido");
   form.lvStatus_ItemClick(3);
   EXPECT_EQ(view.note, "");
-  form.tabFiltro_Click(1);
+  importer.note = "Sobran filas.";
   form.lvStatus_ItemClick(0);
-  EXPECT_EQ(view.note, "");
+  EXPECT_EQ(view.note, "Sobran filas. Escoja un renglón para ver por qué no se procesa.");
+  form.tabFiltro_Click(1);
+  form.ShowModal();
+  EXPECT_EQ(view.note, "Sobran filas.");
 }
 
 TEST_F(StatusImportar, OffersTheMenuOfARow) {

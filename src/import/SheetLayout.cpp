@@ -1,0 +1,69 @@
+#include "import/SheetLayout.h"
+
+#include <algorithm>
+
+#include "base/Text.h"
+
+namespace tolvan {
+namespace {
+
+constexpr std::uint32_t headingRows = 2;
+
+std::string Letter(std::uint32_t column) {
+  return {static_cast<char>('A' + column - 1)};
+}
+
+/// As headings are compared: "  Código " is "CODIGO".
+std::string HeadingName(const SheetCell& cell) {
+  if (cell.kind != CellKind::Text) return {};
+  std::string name = ToUpper(TrimBlanks(cell.text));
+  constexpr std::pair<std::string_view, std::string_view> letters[]{
+      {"Á", "A"}, {"É", "E"}, {"Í", "I"}, {"Ó", "O"}, {"Ú", "U"}};
+  for (const auto& [accented, plain] : letters) name = ReplaceAll(name, accented, plain);
+  return name;
+}
+
+bool IsRead(const SheetLayout& layout, std::uint32_t column) {
+  return std::any_of(layout.headings.begin(), layout.headings.end(),
+                     [&](const ColumnHeading& heading) { return heading.column == column; });
+}
+
+/// The column whose heading a cell has though it stands in another; 0 when there is nothing against the cell.
+std::uint32_t OtherColumn(const SheetLayout& layout, const SheetRow& row, const SheetCell& cell) {
+  if (!IsRead(layout, cell.column)) return 0;
+  const std::string name = HeadingName(cell);
+  std::uint32_t other = 0;
+  for (const ColumnHeading& heading : layout.headings) {
+    if (heading.name != name) continue;
+    // In its place, here or in the column where it belongs.
+    if (HeadingName(row.At(heading.column)) == name) return 0;
+    if (other == 0) other = heading.column;
+  }
+  return other;
+}
+
+[[noreturn]] void Refuse(const SheetLayout& layout, const SheetRow& row, const std::string& why) {
+  throw WrongList(std::string(layout.otherwise) + ": en la fila " + std::to_string(row.number) + " " + why + ".");
+}
+
+}  // namespace
+
+std::string ColumnText(std::uint32_t column, std::string_view name) {
+  return "la columna " + Letter(column) + " (" + std::string(name) + ")";
+}
+
+void CheckHeadingRow(const SheetLayout& layout, const SheetRow& row) {
+  if (row.number + headingRows < layout.firstRow) return;
+  if (layout.readsAsData(row)) {
+    Refuse(layout, row, "ya hay datos, que deben comenzar en la " + std::to_string(layout.firstRow));
+  }
+  for (const SheetCell& cell : row.cells) {
+    const std::uint32_t other = OtherColumn(layout, row, cell);
+    if (other == 0) continue;
+    Refuse(layout, row,
+           "la columna " + Letter(cell.column) + " se titula «" + std::string(TrimBlanks(cell.text)) +
+               "», que corresponde a la columna " + Letter(other));
+  }
+}
+
+}  // namespace tolvan
