@@ -41,7 +41,7 @@ void CommandReview::Review() {
     if (!note.empty()) call_.Out() << ForTerminal(note) << '\n';
     call_.Out().flush();
   }
-  if (plan_.simulate) return;
+  if (plan_.simulate) return WriteReport("No se pudo escribir el informe");
   if (WantsToGoOn()) {
     Proceed();
   } else {
@@ -95,11 +95,15 @@ void CommandReview::Proceed() {
     result_.untold = outcome.shown ? outcome.cause : result_.failure;
     return;
   }
+  WriteReport("La importación se aplicó, pero no se pudo escribir el informe");
+}
+
+void CommandReview::WriteReport(const std::string& onFailure) {
   if (plan_.reportPath.empty()) return;
   try {
     WriteImportReport(importer_, context_.Files(), spreadsheets_, plan_.reportPath);
   } catch (const HostError& error) {
-    Fail("La importación se aplicó, pero no se pudo escribir el informe\r\n" + TextForPeople(error));
+    Fail(onFailure + "\r\n" + TextForPeople(error));
   }
 }
 

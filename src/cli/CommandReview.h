@@ -66,6 +66,7 @@ class CommandReview final : public ImportReview, private StatusImportarView {
   bool MakeChanges();
   bool WantsToGoOn();
   void Proceed();
+  void WriteReport(const std::string& onFailure);
   void Fail(const std::string& text);
 
   OrderCall& call_;

@@ -85,6 +85,7 @@ ExitCode RunImport(OrderCall& call, int action, std::vector<RowChange> changes) 
   TerminalStatus status(call.Messages(), call.ShowsProgress());
   ImportLauncher launcher(context, {spreadsheets, hashes, makeReview}, status,
                           [&](PriceImporter& made) { importer = &made; });
+  if (plan.simulate) launcher.DoNotRemember();
   launcher.SetWorkbook(action, AbsolutePath(call.Given().arguments.front()));
   std::string errorText;
   bool silent = false;

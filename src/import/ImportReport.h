@@ -12,8 +12,8 @@ namespace tolvan {
 /// Whether a report can be written under a name: it ends in ".csv" or ".xlsx", in any casing.
 bool IsReportPath(std::string_view path);
 
-/// Writes the report of an import that was applied, whole or not at all. The rows that changed something come first,
-/// then those that were not processed. Throws HostError.
+/// Writes the report of an import that was applied, or would be, whole or not at all. The rows that changed something
+/// come first, then those that were not processed. Throws HostError.
 void WriteImportReport(const PriceImporter& importer, FileHelper& files, SpreadsheetApplication& spreadsheets,
                        std::string_view path);
 

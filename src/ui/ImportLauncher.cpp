@@ -47,7 +47,7 @@ bool ImportLauncher::Import(int action) {
   if (!context_->Files().FileExists(path)) {
     return Refuse("El archivo " + path + " no existe, favor seleccione la ubicación correcta del archivo");
   }
-  Remember(path);
+  if (remembers_) Remember(path);
   const std::unique_ptr<PriceImporter> importer = MakeImporter(action);
   if (observer_) observer_(*importer);
   importer->SetRutaArchivo(path);

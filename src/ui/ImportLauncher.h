@@ -28,6 +28,9 @@ class ImportLauncher {
   /// to `errorText` behind a line break (CR LF).
   bool Launch(int action, std::string& errorText, bool& silent);
 
+  /// From here on files are imported without being remembered, so that nothing is left of a run but what it applies.
+  void DoNotRemember() { remembers_ = false; }
+
   /// How the last run went, for fronts that tell more than success.
   const ImportOutcome& LastOutcome() const { return outcome_; }
 
@@ -57,6 +60,7 @@ class ImportLauncher {
   Observer observer_;
   std::map<int, std::string> workbooks_;
   ImportOutcome outcome_;
+  bool remembers_ = true;
 };
 
 }  // namespace tolvan

@@ -1,6 +1,7 @@
 // Choices of this connection:
 // - Write-ahead log, so that the point of sale reads while an import writes. Where the log cannot be (a read-only file
-//   or medium, a lock held by somebody) the file keeps the journal it has.
+//   or medium, a lock held by somebody) the file keeps the journal it has. The choice is written into the file, so it
+//   is made when writing begins: reading changes nothing.
 // - synchronous FULL: with the log, NORMAL could lose the last commits at a power failure; a price list that was
 //   reported as imported must be there. It costs one sync for each transaction, not for each row.
 // - Query planner stability: plans do not depend on bound values, so that binding a new value never prepares anew.
@@ -104,7 +105,6 @@ void SqliteConnection::Close() noexcept {
 
 void SqliteConnection::Configure() {
   sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
-  PreferWriteAheadLog();
   Run("PRAGMA foreign_keys=ON");
   Run("PRAGMA synchronous=FULL");
   Run("PRAGMA cache_size=-65536");            // KiB; an upper bound, taken only as it is needed
@@ -146,6 +146,7 @@ void SqliteConnection::Begin() {
   watch_.BeginControl();
   // Only a rollback that failed leaves one open; without this the work of the next would join it.
   if (sqlite3_get_autocommit(handle_) == 0) Run("ROLLBACK");
+  PreferWriteAheadLog();
   Run("BEGIN IMMEDIATE");
   failure_.reset();
   inTransaction_ = true;

@@ -98,6 +98,8 @@ TEST_F(SqliteDatabaseServicesTest, AFolderThatCannotBeWrittenIsStillRead) {
 
 TEST_F(SqliteDatabaseServicesTest, CommitsAreLoggedAheadAndSynced) {
   SqliteDatabaseServices database(Options());
+  EXPECT_EQ(OneText(database, "PRAGMA journal_mode"), "delete") << "reading leaves the file as it is";
+  database.BeginTransaction();
   EXPECT_EQ(OneText(database, "PRAGMA journal_mode"), "wal");
   EXPECT_EQ(OneText(database, "PRAGMA synchronous"), "2");
   EXPECT_EQ(OneText(database, "PRAGMA foreign_keys"), "1");
