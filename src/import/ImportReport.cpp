@@ -4,6 +4,7 @@
 #include <functional>
 #include <vector>
 
+#include "base/CsvText.h"
 #include "base/Text.h"
 #include "import/AmountCell.h"
 
@@ -59,9 +60,7 @@ std::string CsvField(const ReportCell& cell) {
   if (const auto* amount = std::get_if<Currency>(&cell)) return amount->ToText();
   if (const auto* number = std::get_if<std::int64_t>(&cell)) return std::to_string(*number);
   const auto* text = std::get_if<std::string>(&cell);
-  if (text == nullptr) return {};
-  if (text->find_first_of(",\"\r\n") == std::string::npos) return *text;
-  return '"' + ReplaceAll(*text, "\"", "\"\"") + '"';
+  return text == nullptr ? std::string() : CsvText(*text);
 }
 
 void WriteCsv(const PriceImporter& importer, FileHelper& files, std::string_view path) {

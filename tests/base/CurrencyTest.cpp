@@ -48,24 +48,14 @@ TEST(Currency, ReadsDecimalTextRoundingTiesToEven) {
       {"18446744073709551616", std::nullopt},
       {"1e2147483647", std::nullopt},
       {"10e2147483647", std::nullopt},
-      {"", std::nullopt},
-      {"-", std::nullopt},
-      {".", std::nullopt},
-      {"e5", std::nullopt},
-      {"1e", std::nullopt},
-      {"1e+-5", std::nullopt},
-      {"1e5.0", std::nullopt},
-      {" 1", std::nullopt},
-      {"1 ", std::nullopt},
-      {"1,5", std::nullopt},
-      {"1.2.3", std::nullopt},
-      {"--1", std::nullopt},
-      {"0x10", std::nullopt},
-      {"inf", std::nullopt},
   };
   for (const auto& [text, expected] : cases) {
     const std::optional<Currency> read = Currency::Parse(text);
     EXPECT_EQ(read ? std::optional(read->TenThousandths()) : std::nullopt, expected) << '"' << text << '"';
+  }
+  for (const char* const refused :
+       {"", "-", ".", "e5", "1e", "1e+-5", "1e5.0", " 1", "1 ", "1,5", "1.2.3", "--1", "0x10", "inf"}) {
+    EXPECT_EQ(Currency::Parse(refused), std::nullopt) << '"' << refused << '"';
   }
 }
 

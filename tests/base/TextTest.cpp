@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/CsvText.h"
+
 namespace tolvan {
 namespace {
 
@@ -109,19 +111,31 @@ TEST(Text, SplitsAndReadsWholeNumbers) {
   using Pieces = std::vector<std::string_view>;
   EXPECT_EQ(Split("", '|'), Pieces{""});
   EXPECT_EQ(Split("|a||", '|'), (Pieces{"", "a", "", ""}));
-  const std::vector<std::pair<std::string, std::optional<std::int32_t>>> cases = {{"0", 0},
-                                                                                  {"-2147483648", -2147483647 - 1},
-                                                                                  {"+7", 7},
-                                                                                  {"007", 7},
-                                                                                  {"", std::nullopt},
-                                                                                  {"2147483648", std::nullopt},
-                                                                                  {"+", std::nullopt},
-                                                                                  {"-", std::nullopt},
-                                                                                  {"+-1", std::nullopt},
-                                                                                  {"++1", std::nullopt},
-                                                                                  {" 1", std::nullopt},
-                                                                                  {"1.0", std::nullopt}};
-  for (const auto& [text, expected] : cases) EXPECT_EQ(ParseInteger(text), expected) << '"' << text << '"';
+  EXPECT_EQ(ParseInteger("0"), 0);
+  EXPECT_EQ(ParseInteger("-2147483648"), -2147483647 - 1);
+  EXPECT_EQ(ParseInteger("+7"), 7);
+  EXPECT_EQ(ParseInteger("007"), 7);
+  for (const char* const refused : {"", "2147483648", "+", "-", "+-1", "++1", " 1", "1.0"}) {
+    EXPECT_EQ(ParseInteger(refused), std::nullopt) << '"' << refused << '"';
+  }
+}
+
+TEST(CsvText, LeavesNothingForASpreadsheetToCalculate) {
+  const std::vector<std::pair<std::string, std::string>> cases{{"=1+1", "'=1+1"},
+                                                               {"+cmd|' /C calc'!A0", "'+cmd|' /C calc'!A0"},
+                                                               {"-2", "'-2"},
+                                                               {"@SUM(1)", "'@SUM(1)"},
+                                                               {"\t=1", "'\t'=1"},
+                                                               {"\r\n", "\"'\r\n\""},
+                                                               {" \u00A0=1", "' \u00A0=1"},
+                                                               {"＝1", "'＝1"},
+                                                               {"A; =1;B", "A;' =1;B"},
+                                                               {"A\n+1", "\"A\n'+1\""},
+                                                               {"=HYPERLINK(\"x\",1)", "\"'=HYPERLINK(\"\"x\"\",1)\""},
+                                                               {"TV-LED 1+1=2 a@b", "TV-LED 1+1=2 a@b"},
+                                                               {"5, =1", "\"5, =1\""},
+                                                               {"", ""}};
+  for (const auto& [text, field] : cases) EXPECT_EQ(CsvText(text), field);
 }
 
 }  // namespace
