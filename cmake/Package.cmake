@@ -16,6 +16,10 @@ install(FILES ${CMAKE_SOURCE_DIR}/CHANGELOG.md ${docs}/formats.md ${docs}/import
   ${docs}/registro-rnc.md ${docs}/servidores.md DESTINATION share/doc/tolvan-impexp)
 install(DIRECTORY ${docs}/imagenes DESTINATION share/doc/tolvan-impexp)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/esquema ${CMAKE_SOURCE_DIR}/data/permisos DESTINATION share/tolvan-impexp)
+set(language idioma/es_DO.UTF-8)
+install(FILES ${CMAKE_BINARY_DIR}/share/tolvan-impexp/${language}/LC_TIME DESTINATION share/tolvan-impexp/${language})
+install(FILES ${CMAKE_BINARY_DIR}/share/tolvan-impexp/${language}/LC_MESSAGES/SYS_LC_MESSAGES
+  DESTINATION share/tolvan-impexp/${language}/LC_MESSAGES)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/plantillas/PlantillasImpresion DESTINATION share/tolvan-impexp)
 
 set(CPACK_GENERATOR DEB)
@@ -29,9 +33,11 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
-# What the programs and the modules link is found by dpkg-shlibdeps; xdg-open shows a new workbook to the user, and the
-# toolkit draws some signs with librsvg.
+# What the programs and the modules link is found by dpkg-shlibdeps; libgtk-3-common holds the toolkit's Spanish texts,
+# and libglib2.0-data those for sizes and failures of files. xdg-open shows a new workbook to the user, and the toolkit
+# draws some signs with librsvg.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "librsvg2-common, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS libgtk-3-common)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libglib2.0-data, librsvg2-common, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "odbc-postgresql, tdsodbc")
 include(CPack)

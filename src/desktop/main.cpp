@@ -9,6 +9,7 @@
 #include <string>
 
 #include "desktop/DesktopSession.h"
+#include "desktop/UserLanguage.h"
 #include "platform/clock/SystemClock.h"
 
 namespace {
@@ -71,6 +72,7 @@ int main(int count, char** arguments) {
   }
   std::signal(SIGPIPE, SIG_IGN);
   wxApp::SetInstance(new Application(*host));
+  tolvan::SpeakSpanish();
   const wxLogNull silentStart;
   int toolkitArguments = 1;
   if (!wxEntryStart(toolkitArguments, arguments)) {

@@ -5,9 +5,12 @@
 
 #include <iostream>
 
+#include "desktop/UserLanguage.h"
+
 namespace tolvan::test {
 
 int RunWithToolkit(int count, char** arguments, const std::function<int()>& work) {
+  SpeakSpanish();
   wxApp::SetInstance(new wxApp);
   if (!wxEntryStart(count, arguments) || !wxTheApp->CallOnInit()) {
     std::cerr << "there is no display: run this by tests/desktop/with_display\n";
