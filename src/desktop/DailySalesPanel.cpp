@@ -97,7 +97,8 @@ void DailySalesPanel::Forward(wxWindow& control, std::string_view name) {
 void DailySalesPanel::ValidateAfterLeaving(std::string_view name) {
   wxWindow* const focused = FindFocus();
   wxWindow* const left = FindWindow(ToWx(name));
-  if (validating_ || logic_.IsBusy() || focused == nullptr || focused == left || !IsDescendant(focused)) return;
+  if (validating_ || logic_.IsBusy() || focused == nullptr || !IsDescendant(focused)) return;
+  if (focused == left || left->IsDescendant(focused)) return;
   validating_ = true;
   if (!logic_.Fields().Validate(name)) left->SetFocus();
   validating_ = false;

@@ -3,6 +3,7 @@
 #include <wx/calctrl.h>
 #include <wx/textctrl.h>
 
+#include "desktop/TextScale.h"
 #include "desktop/WxText.h"
 #include "ui/FieldTexts.h"
 
@@ -16,6 +17,7 @@ class CalendarPopup : public wxComboPopup {
   bool Create(wxWindow* parent) override {
     calendar_ = new wxCalendarCtrl(parent, wxID_ANY, wxDefaultDateTime, wxDefaultPosition, wxDefaultSize,
                                    wxCAL_MONDAY_FIRST | wxCAL_SHOW_HOLIDAYS);
+    calendar_->Bind(wxEVT_CHAR_HOOK, &DateField::OnCalendarKey, &field_);
     calendar_->Bind(wxEVT_CALENDAR_SEL_CHANGED, [this](wxCalendarEvent&) { Take(); });
     calendar_->Bind(wxEVT_CALENDAR_DOUBLECLICKED, [this](wxCalendarEvent&) {
       Take();
@@ -24,12 +26,12 @@ class CalendarPopup : public wxComboPopup {
     return true;
   }
   wxWindow* GetControl() override { return calendar_; }
-  wxString GetStringValue() const override { return ToWx(DateText(field_.Value())); }
+  /// The field's text when the calendar closes.
+  wxString GetStringValue() const override { return field_.GetTextCtrl()->GetValue(); }
   void OnPopup() override {
     const Date date = field_.Value();
     calendar_->SetDate(wxDateTime(static_cast<wxDateTime::wxDateTime_t>(date.Day()),
                                   static_cast<wxDateTime::Month>(date.Month() - 1), date.Year()));
-    calendar_->SetFocus();
   }
   wxSize GetAdjustedSize(int, int, int) override { return calendar_->GetBestSize(); }
 
@@ -43,17 +45,36 @@ class CalendarPopup : public wxComboPopup {
   wxCalendarCtrl* calendar_ = nullptr;
 };
 
+/// How far a key leads in the open calendar, where a line is a week; 0 for others.
+int DaysOf(int key) {
+  switch (key) {
+    case WXK_LEFT:
+      return -1;
+    case WXK_RIGHT:
+      return 1;
+    case WXK_UP:
+      return -7;
+    case WXK_DOWN:
+      return 7;
+    default:
+      return 0;
+  }
+}
+
 }  // namespace
 
 DateField::DateField(wxWindow* parent) : wxComboCtrl(parent, wxID_ANY) {
   SetPopupControl(new CalendarPopup(*this));
   GetTextCtrl()->SetMaxLength(10);
-  const int buttonWidth = FromDIP(60);
+  FitHeight(*GetTextCtrl());
+  const int buttonWidth = WidthScaledToText(*this, 60);
   SetMinSize(wxSize(GetTextExtent("00/00/0000").x + buttonWidth, -1));
   SetToolTip(wxString::FromUTF8("día/mes/año"));
   GetTextCtrl()->Bind(wxEVT_KEY_DOWN, &DateField::OnKey, this);
-  GetTextCtrl()->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
-    Normalise();
+  // Also while the calendar is open: its keys come by way of this window.
+  Bind(wxEVT_CHAR_HOOK, &DateField::OnCalendarKey, this);
+  Bind(wxEVT_COMBOBOX_DROPDOWN, [this](wxCommandEvent& event) {
+    typedBefore_ = GetTextCtrl()->GetValue();
     event.Skip();
   });
 }
@@ -76,9 +97,18 @@ void DateField::OnKey(wxKeyEvent& event) {
   SetDate(Value().PlusDays(key == WXK_UP ? 1 : -1));
 }
 
-/// What was typed in another form is shown in the usual one; what is no date gives way to the date before.
-void DateField::Normalise() {
-  SetDate(Value());
+void DateField::OnCalendarKey(wxKeyEvent& event) {
+  const int key = event.GetKeyCode();
+  if (!IsPopupShown() || event.HasAnyModifiers()) return event.Skip();
+  if (key == WXK_ESCAPE || key == WXK_RETURN || key == WXK_NUMPAD_ENTER) {
+    if (key == WXK_ESCAPE) wxComboCtrl::SetText(typedBefore_);
+    Dismiss();
+  } else if (const int days = DaysOf(key); days != 0) {
+    SetDate(Value().PlusDays(days));
+    GetPopupControl()->OnPopup();
+  } else {
+    event.Skip();
+  }
 }
 
 }  // namespace tolvan

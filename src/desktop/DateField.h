@@ -12,15 +12,19 @@ class DateField : public wxComboCtrl {
  public:
   explicit DateField(wxWindow* parent);
 
-  /// The last date that was one.
+  /// The last date that was one; what was typed since may be none.
   Date Value() const;
   void SetDate(Date date);
 
+  /// A key while the calendar may be open: arrows move in it, Escape closes it and brings back what stood here before,
+  /// Enter keeps what was chosen.
+  void OnCalendarKey(wxKeyEvent& event);
+
  private:
   void OnKey(wxKeyEvent& event);
-  void Normalise();
 
   Date date_;
+  wxString typedBefore_;
 };
 
 }  // namespace tolvan

@@ -9,7 +9,6 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
-#include <map>
 
 #include "desktop/ControlName.h"
 #include "desktop/DailySalesPanel.h"
@@ -141,10 +140,17 @@ wxWindow& OpcionesFrame::Control(std::string_view name) const {
   return *found;
 }
 
+/// The box in which a field is typed; null when it has none.
+wxTextCtrl* OpcionesFrame::TextBox(std::string_view name) const {
+  wxWindow& control = Control(name);
+  if (const auto* const date = dynamic_cast<DateField*>(&control)) return date->GetTextCtrl();
+  if (auto* const time = dynamic_cast<TimeField*>(&control)) return &time->Text();
+  return dynamic_cast<wxTextCtrl*>(&control);
+}
+
 std::string OpcionesFrame::Text(std::string_view controlName) const {
-  const wxWindow& control = Control(controlName);
-  const auto* text = dynamic_cast<const wxTextCtrl*>(&control);
-  return FromWx(text != nullptr ? text->GetValue() : control.GetLabel());
+  const wxTextCtrl* const box = TextBox(controlName);
+  return FromWx(box != nullptr ? box->GetValue() : Control(controlName).GetLabel());
 }
 
 void OpcionesFrame::SetText(std::string_view controlName, std::string_view text) {
@@ -198,16 +204,19 @@ void OpcionesFrame::Focus(std::string_view controlName) {
 }
 
 void OpcionesFrame::ShowNodes(const std::vector<ActionNode>& nodes) {
-  std::map<std::string, wxDataViewItem> items;
   for (const ActionNode& node : nodes) {
     const bool isParent =
         std::any_of(nodes.begin(), nodes.end(), [&](const ActionNode& other) { return other.parentKey == node.key; });
-    const wxDataViewItem parent = node.parentKey.empty() ? wxDataViewItem() : items.at(node.parentKey);
+    const wxDataViewItem parent = node.parentKey.empty() ? wxDataViewItem() : nodes_.at(node.parentKey);
     auto* const key = new NodeKey(node.key);
-    items[node.key] = isParent ? tree_->AppendContainer(parent, ToWx(node.caption), -1, -1, key)
-                               : tree_->AppendItem(parent, ToWx(node.caption), -1, key);
+    nodes_[node.key] = isParent ? tree_->AppendContainer(parent, ToWx(node.caption), -1, -1, key)
+                                : tree_->AppendItem(parent, ToWx(node.caption), -1, key);
   }
-  for (const auto& [key, item] : items) tree_->Expand(item);
+  for (const auto& [key, item] : nodes_) tree_->Expand(item);
+}
+
+void OpcionesFrame::SelectNode(const std::string& key) {
+  tree_->Select(nodes_.at(key));
 }
 
 void OpcionesFrame::ShowPanel(int panel) {

@@ -2,8 +2,11 @@
 // OptionsWindow says and forwards every event to it.
 #pragma once
 
+#include <wx/dataview.h>
 #include <wx/frame.h>
 
+#include <map>
+#include <string>
 #include <vector>
 
 #include "desktop/DesktopWork.h"
@@ -12,8 +15,7 @@
 
 class wxBoxSizer;
 class wxButton;
-class wxDataViewEvent;
-class wxDataViewTreeCtrl;
+class wxTextCtrl;
 
 namespace tolvan {
 
@@ -41,6 +43,7 @@ class OpcionesFrame : public wxFrame, public OptionsWindowView {
 
   // OptionsWindowView
   void ShowNodes(const std::vector<ActionNode>& nodes) override;
+  void SelectNode(const std::string& key) override;
   void ShowPanel(int panel) override;
   void SetFile(int panel, std::string_view text) override;
   void SelectAll(std::string_view controlName) override;
@@ -71,11 +74,13 @@ class OpcionesFrame : public wxFrame, public OptionsWindowView {
   void OnClose(wxCloseEvent& event);
   void OnKey(wxKeyEvent& event);
   wxWindow& Control(std::string_view name) const;
+  wxTextCtrl* TextBox(std::string_view name) const;
 
   DesktopWork& work_;
   WxLayoutWindow layout_;
   OptionsWindow logic_;
   wxDataViewTreeCtrl* tree_ = nullptr;
+  std::map<std::string, wxDataViewItem> nodes_;
   PanelStack* panels_ = nullptr;
   ProgressPanel* progress_ = nullptr;
   wxButton* accept_ = nullptr;

@@ -23,10 +23,6 @@ TimeField::TimeField(wxWindow* parent) : wxPanel(parent), text_(new wxTextCtrl(t
       Move(key == WXK_UP ? 1 : -1);
     }
   });
-  text_->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
-    SetValue(Value());
-    event.Skip();
-  });
   auto* const spin = new wxSpinButton(this, wxID_ANY);
   spin->SetRange(-1000, 1000);
   spin->SetValue(0);         // and there it stays: the buttons only tell a direction

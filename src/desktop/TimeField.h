@@ -14,7 +14,7 @@ class TimeField : public wxPanel {
  public:
   explicit TimeField(wxWindow* parent);
 
-  /// The last time that was one.
+  /// The last time that was one; what was typed since may be none.
   TimeOfDay Value() const;
   void SetValue(TimeOfDay time);
 

@@ -15,10 +15,6 @@ std::size_t SlotIndex(int number) {
   return static_cast<std::size_t>(number - 1);
 }
 
-std::string KeyOf(int number) {
-  return "_" + std::to_string(number);
-}
-
 }  // namespace
 
 const ActionSlot& ActionTable::At(int number) const {
@@ -51,6 +47,10 @@ void ActionTable::AppendChildren(int parent, std::vector<ActionNode>& nodes) con
                      .image = slot.image});
     AppendChildren(number, nodes);
   }
+}
+
+std::string ActionTable::KeyOf(int number) {
+  return "_" + std::to_string(number);
 }
 
 int ActionTable::NumberOf(const std::string& nodeKey) {

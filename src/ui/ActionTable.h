@@ -47,6 +47,9 @@ class ActionTable {
   /// The registered actions as the tree shows them.
   std::vector<ActionNode> Nodes() const;
 
+  /// The key of an action's node.
+  static std::string KeyOf(int number);
+
   /// The action number in a node's key. Throws std::out_of_range when it holds none from 1 to 6.
   static int NumberOf(const std::string& nodeKey);
 

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "services/ComponentContext.h"
@@ -20,17 +22,29 @@ class FieldRules {
   /// Key 13 is Enter. A key that is 0 afterwards has been dealt with.
   void KeyPress(std::string_view controlName, std::int16_t& keyCode);
 
-  /// The field is about to be left: it is put in order. False keeps the focus there; the user has been told why.
+  /// The field is about to be left: it is put in order. False keeps the focus there; the user has been told why, and
+  /// what was typed stands as it was.
   bool Validate(std::string_view controlName);
 
-  /// Every field, in their order, as far as the first that does not let go; that one gets the focus.
-  bool ValidateAll();
+  /// What there is to say against a field as it stands.
+  struct Objection {
+    std::string_view controlName;
+    std::string text;
+  };
+
+  /// Puts every field in order and finds the first, in the order of the panel, that cannot be saved as it is.
+  std::optional<Objection> FirstObjection();
+
+  /// Shows the text of an objection and leads to its field.
+  void Refuse(const Objection& objection);
 
   /// The check box whose state the address depends on.
   void chk_Click();
 
  private:
-  bool ValidateEmail();
+  std::string ObjectionTo(std::string_view controlName);
+  void PutInOrder(std::string_view controlName);
+  void Tell(std::string_view text) const;
 
   const ComponentContext* context_;
   OptionsWindowView* view_;

@@ -1,5 +1,7 @@
 #include "ui/HeadlessOpcionesView.h"
 
+#include "ui/FieldTexts.h"
+
 namespace tolvan {
 
 const HeadlessOpcionesView::Control& HeadlessOpcionesView::Get(std::string_view controlName) const {
@@ -34,17 +36,19 @@ void HeadlessOpcionesView::SetEnabled(std::string_view controlName, bool enabled
 }
 
 Date HeadlessOpcionesView::DateOf(std::string_view controlName) const {
-  return Get(controlName).date;
+  return ParseDateText(Text(controlName)).value_or(Get(controlName).date);
 }
 void HeadlessOpcionesView::SetDate(std::string_view controlName, Date date) {
   Get(controlName).date = date;
+  SetText(controlName, DateText(date));
 }
 
 TimeOfDay HeadlessOpcionesView::TimeOf(std::string_view controlName) const {
-  return Get(controlName).time;
+  return ParseTimeText(Text(controlName)).value_or(Get(controlName).time);
 }
 void HeadlessOpcionesView::SetTime(std::string_view controlName, TimeOfDay time) {
   Get(controlName).time = time;
+  SetText(controlName, TimeText(time));
 }
 
 void HeadlessOpcionesView::Focus(std::string_view) {}

@@ -34,13 +34,18 @@ class OpcionesView {
  public:
   virtual ~OpcionesView() = default;
 
+  /// Of a date or a time what was typed, whether it is one or not.
   virtual std::string Text(std::string_view controlName) const = 0;
   virtual void SetText(std::string_view controlName, std::string_view text) = 0;
   virtual bool Checked(std::string_view controlName) const = 0;
   virtual void SetChecked(std::string_view controlName, bool checked) = 0;
   virtual void SetEnabled(std::string_view controlName, bool enabled) = 0;
+
+  /// The last that was one.
   virtual Date DateOf(std::string_view controlName) const = 0;
   virtual void SetDate(std::string_view controlName, Date date) = 0;
+
+  /// The last that was one.
   virtual TimeOfDay TimeOf(std::string_view controlName) const = 0;
   virtual void SetTime(std::string_view controlName, TimeOfDay time) = 0;
 

@@ -42,18 +42,24 @@ void OptionsWindow::Iniciar() {
 
 void OptionsWindow::tvOpciones_NodeClick(const std::string& key) {
   if (busy_) return;
-  Perform([&] {
-    const int number = ActionTable::NumberOf(key);
-    const ActionSlot& slot = actions_.At(number);
-    view_->ShowPanel(slot.panel < 0 ? 0 : slot.panel);
-    if (slot.panel >= 0) view_->SetText(control::tituloCategoria, ResourceText(slot.captionId));
-    form_.SelectAction(number);
-  });
+  Perform([&] { ShowAction(ActionTable::NumberOf(key)); });
+}
+
+void OptionsWindow::ShowAction(int number) {
+  const ActionSlot& slot = actions_.At(number);
+  view_->ShowPanel(slot.panel < 0 ? 0 : slot.panel);
+  if (slot.panel >= 0) view_->SetText(control::tituloCategoria, ResourceText(slot.captionId));
+  form_.SelectAction(number);
 }
 
 void OptionsWindow::bGuardar_Click() {
   if (busy_) return;
-  if (form_.CurrentAction() == action::dailySalesFile && !fields_.ValidateAll()) return;
+  // Whatever the action, this panel is saved with it.
+  if (const auto objection = fields_.FirstObjection()) {
+    ShowAction(action::dailySalesFile);
+    view_->SelectNode(ActionTable::KeyOf(action::dailySalesFile));
+    return fields_.Refuse(*objection);
+  }
   Work([this] {
     form_.bGuardar_Click();
     registry_.OfferRejections();

@@ -63,6 +63,7 @@ class OptionsWindow {
  private:
   void Perform(const std::function<void()>& step) const;
   void Work(const std::function<void()>& work);
+  void ShowAction(int number);
   void ShowFiles();
   void ShowRowsRead(std::optional<std::size_t> rows);
 

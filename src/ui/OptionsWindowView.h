@@ -2,6 +2,7 @@
 // state and progress.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -18,6 +19,9 @@ class OptionsWindowView : public OpcionesView, public StatusWindow, public Keybo
  public:
   /// Fills tvOpciones; a parent stands before its children.
   virtual void ShowNodes(const std::vector<ActionNode>& nodes) = 0;
+
+  /// Marks a node of tvOpciones as the chosen one, which is no click on it.
+  virtual void SelectNode(const std::string& key) = 0;
 
   /// Hides every panel but this one. 0 is the introduction, the others are numbered as their actions.
   virtual void ShowPanel(int panel) = 0;

@@ -1,7 +1,10 @@
 // The options window: the daily sales file with mouse and keyboard, the collector's file, where the window was left.
+#include <langinfo.h>
+#include <libintl.h>
 #include <wx/display.h>
 #include <wx/toplevel.h>
 
+#include <clocale>
 #include <cstdlib>
 #include <filesystem>
 #include <regex>
@@ -27,6 +30,19 @@ TEST_F(OpcionesFrame, TheDailySalesFileByKeyboardAlone) {
     EXPECT_EQ(driver.Focused(), "dC1_FechaMovimiento");
     driver.Settle();
     EXPECT_EQ(driver.Text("txtC1_CodigoTienda"), "0042");
+    driver.Key("ctrl+a");
+    driver.Type("31/02/2024");
+    driver.Key("alt+Down");  // the calendar
+    driver.Key("Left");
+    driver.Settle();
+    EXPECT_NE(driver.Text("texto_dC1_FechaMovimiento"), "31/02/2024");
+    driver.Key("Escape");  // closes the calendar, and nothing else
+    driver.Settle();
+    EXPECT_EQ(driver.Text("texto_dC1_FechaMovimiento"), "31/02/2024");
+    driver.Key("Return");
+    driver.Dismiss();
+    driver.Settle();
+    EXPECT_EQ(driver.Focused(), "dC1_FechaMovimiento");
     driver.Key("ctrl+a");
     driver.Type("28-2-24");
     driver.Key("Up");  // the next day, in the usual form
@@ -75,10 +91,14 @@ TEST_F(OpcionesFrame, AnInvalidAddressKeepsTheFocusAndAcceptingWithoutAnActionWa
   });
 }
 
-TEST_F(OpcionesFrame, TheFolderIsChosenAndKept) {
+TEST_F(OpcionesFrame, TheFolderIsChosenInSpanishAndKept) {
   const std::string other = folder.File("otra");
   std::filesystem::create_directory(other);
   Run([&](WindowDriver& driver) {
+    EXPECT_STREQ(dgettext("gtk30", "_Cancel"), "_Cancelar");
+    EXPECT_STREQ(nl_langinfo(DAY_2), "lunes");
+    EXPECT_EQ(*nl_langinfo(_NL_TIME_FIRST_WEEKDAY), 2);
+    EXPECT_STREQ(std::localeconv()->decimal_point, ".");
     driver.ClickLine("tvOpciones", node::dailySales);
     driver.Click("bC1_AbrirCarpeta");
     driver.AnswerPicker("Seleccionar carpeta para guardar los archivos exportados.", other);

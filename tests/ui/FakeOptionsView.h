@@ -11,6 +11,11 @@
 namespace tolvan::test {
 
 struct FakeOptionsView : OptionsWindowView, ProgressContainer, ProgressBar, ProgressCaption, MessagePump {
+  FakeOptionsView() {
+    controls.SetDate(control::fechaMovimiento, Date::FromParts(2024, 2, 29));
+    controls.SetTime(control::horaFinJornada, {.hour = 19, .minute = 0});
+  }
+
   std::string Text(std::string_view name) const override { return controls.Text(name); }
   void SetText(std::string_view name, std::string_view text) override { controls.SetText(name, text); }
   bool Checked(std::string_view name) const override { return controls.Checked(name); }
@@ -23,6 +28,7 @@ struct FakeOptionsView : OptionsWindowView, ProgressContainer, ProgressBar, Prog
   void Focus(std::string_view name) override { said.push_back("focus " + std::string(name)); }
 
   void ShowNodes(const std::vector<ActionNode>& shown) override { nodes = shown; }
+  void SelectNode(const std::string& key) override { said.push_back("node " + key); }
   void ShowPanel(int shown) override { panel = shown; }
   void SetFile(int number, std::string_view text) override { files[number] = text; }
   void SelectAll(std::string_view name) override { said.push_back("select " + std::string(name)); }

@@ -49,7 +49,11 @@ TEST_F(Fields, OnlyTextBoxesSelectTheirText) {
 TEST_F(Fields, LeavingPutsCodeAndFileNameInOrder) {
   view.SetText("txtC1_CodigoTienda", "  0001 ");
   view.SetText("txtC1_NombreArchivo", "_");
-  EXPECT_TRUE(rules.ValidateAll());
+  view.SetText("dC1_FechaMovimiento", "28-2-24");
+  view.SetText("dtC1_HoraFinJornada", "7");
+  EXPECT_FALSE(rules.FirstObjection());
+  EXPECT_EQ(view.Text("dC1_FechaMovimiento"), "28/02/2024");
+  EXPECT_EQ(view.Text("dtC1_HoraFinJornada"), "07:00");
   EXPECT_EQ(view.Text("txtC1_CodigoTienda"), "0001");
   EXPECT_EQ(view.Text("txtC1_NombreArchivo"), "") << "what cleaning makes of nothing is nothing";
 }
@@ -62,13 +66,22 @@ TEST_F(Fields, AnAddressThatIsNoneKeepsTheFocusOnlyWhereItIsNeeded) {
   EXPECT_TRUE(view.controls.Enabled("txtC1_Email"));
   EXPECT_EQ(Press("txtC1_Email", 13), 0);
   EXPECT_TRUE(view.said.empty());
-  EXPECT_FALSE(rules.ValidateAll());
-  EXPECT_EQ(view.said, std::vector<std::string>{"focus txtC1_Email"});
-  EXPECT_EQ(host.services.dialogs.boxes.at(1),
+  EXPECT_EQ(host.services.dialogs.boxes.at(0),
             (test::FakeDialogs::Box{MessageIcon::Exclamation, "Importar/Exportar Datos",
                                     "Favor indique una dirección de e-mail válida."}));
   view.SetText("txtC1_Email", "");
-  EXPECT_TRUE(rules.ValidateAll()) << "the recipient is asked for when the file is sent";
+  EXPECT_TRUE(rules.Validate("txtC1_Email")) << "the recipient is asked for when the file is sent";
+}
+
+TEST_F(Fields, ADayOrHourThatDoesNotExistIsRefusedAndStaysAsItWasTyped) {
+  const std::vector<std::pair<std::string, std::string>> cases{
+      {"dC1_FechaMovimiento", "31/02/2026"}, {"dC1_FechaMovimiento", ""}, {"dtC1_HoraFinJornada", "24:00"}};
+  for (const auto& [name, typed] : cases) {
+    view.SetText(name, typed);
+    EXPECT_FALSE(rules.Validate(name));
+    EXPECT_EQ(view.Text(name), typed);
+    EXPECT_NE(host.services.dialogs.boxes.back().text.find("\"" + typed + "\" no existe"), std::string::npos);
+  }
 }
 
 }  // namespace

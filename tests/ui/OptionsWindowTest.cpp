@@ -95,14 +95,17 @@ TEST_F(WholeWindow, WhatAnActionThrowsIsToldAndTheWindowGoesOn) {
   EXPECT_FALSE(window.IsBusy());
 }
 
-TEST_F(WholeWindow, AnInvalidAddressKeepsTheActionFromRunning) {
-  int runs = 0;
-  Runs([&] { ++runs; });
+TEST_F(WholeWindow, AFieldThatCannotBeSavedIsLedToWhateverTheActionAndNothingIsSavedOrRun) {
+  window.tvOpciones_NodeClick("_6");
   view.SetChecked("chk1", true);
   view.SetText("txtC1_Email", "nadie");
   window.bGuardar_Click();
-  EXPECT_EQ(runs, 0);
-  EXPECT_EQ(view.said, std::vector<std::string>{"focus txtC1_Email"});
+  EXPECT_EQ(view.said, (std::vector<std::string>{"node _1", "focus txtC1_Email", "focus txtC1_Email"}));
+  EXPECT_EQ(view.panel, 1);
+  EXPECT_EQ(window.Form().CurrentAction(), 1);
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].text, "Favor indique una dirección de e-mail válida.");
+  EXPECT_NE(host.settings.Text(Setting::EnviarDireccionEmail), "nadie");
 }
 
 TEST_F(WholeWindow, TheRegistryNeedsAFileThatIsThere) {
