@@ -51,26 +51,52 @@ void CommandReview::Review() {
 
 bool CommandReview::MakeChanges() {
   for (const RowChange& change : plan_.changes) {
-    if (Change(change)) continue;
-    const bool associates = change.kind == RowChange::Kind::Associate;
-    Fail("No se aplicó nada: el renglón " + std::to_string(change.row) + " no admite " +
-         (associates ? "--asociar" : "--codigo") + " con el valor \"" + change.value + "\"");
-    return false;
+    const std::int32_t number = NumberOf(change);
+    if (number == 0) {
+      Fail("No se aplicó nada: no hay un renglón " + std::string(change.onSheet ? "en la fila " : "") +
+           std::to_string(change.row) + (change.onSheet ? " de la hoja" : "") + "; se leyeron " +
+           std::to_string(importer_.NumeroRenglones()));
+      return false;
+    }
+    if (!Change(change, number)) {
+      const bool associates = change.kind == RowChange::Kind::Associate;
+      Fail("No se aplicó nada: el " + NameOf(number) + " no admite " + (associates ? "--asociar" : "--codigo") +
+           " con el valor \"" + change.value + "\"");
+      return false;
+    }
+    // Two numbers call a row; whoever gave the wrong one sees it here.
+    call_.Messages() << ForTerminal("Se cambió el " + NameOf(number) + ".") << '\n';
   }
   return true;
 }
 
-bool CommandReview::Change(const RowChange& change) {
+/// The row, counted as it was read; 0 when there is none.
+std::int32_t CommandReview::NumberOf(const RowChange& change) const {
+  const std::int32_t rows = importer_.NumeroRenglones();
+  if (!change.onSheet) return change.row <= rows ? change.row : 0;
+  for (std::int32_t number = 1; number <= rows; ++number) {
+    if (importer_.RowAt(number).sheetRow == static_cast<std::uint32_t>(change.row)) return number;
+  }
+  return 0;
+}
+
+std::string CommandReview::NameOf(std::int32_t number) const {
+  const ReviewRow row = importer_.RowAt(number);
+  return "renglón " + std::to_string(number) + " (fila " + std::to_string(row.sheetRow) + " de la hoja, «" +
+         row.description + "»)";
+}
+
+bool CommandReview::Change(const RowChange& change, std::int32_t number) {
   if (change.kind == RowChange::Kind::SetCode) {
     bool associate = false;
     bool dissociate = false;
     bool setCode = false;
-    importer_.DeterminarAtributosMenu(change.row, associate, dissociate, setCode);
-    return setCode && form_.EstablecerCodigo(change.row, change.value);
+    importer_.DeterminarAtributosMenu(number, associate, dissociate, setCode);
+    return setCode && form_.EstablecerCodigo(number, change.value);
   }
-  if (change.value.empty()) return form_.mnuRenglonR_Click(1, change.row);
+  if (change.value.empty()) return form_.mnuRenglonR_Click(1, number);
   itemToPick_ = change.value;
-  return form_.mnuRenglonR_Click(0, change.row);
+  return form_.mnuRenglonR_Click(0, number);
 }
 
 std::optional<std::string> CommandReview::PickItem(const SqlStatement& items) {

@@ -22,6 +22,7 @@ struct RowChange {
   enum class Kind { Associate, SetCode };
   Kind kind;
   std::int32_t row;
+  bool onSheet;       ///< whether `row` is the sheet's; else it counts the rows read, from 1
   std::string value;  ///< an item, "" to remove the association, or a code
 };
 
@@ -62,7 +63,9 @@ class CommandReview final : public ImportReview, private StatusImportarView {
   std::unique_ptr<StatusDisplay> OpenStatus() override { return status_.OpenStatus(); }
 
   void Review();
-  bool Change(const RowChange& change);
+  std::int32_t NumberOf(const RowChange& change) const;
+  std::string NameOf(std::int32_t number) const;
+  bool Change(const RowChange& change, std::int32_t number);
   bool MakeChanges();
   bool WantsToGoOn();
   void Proceed();

@@ -10,17 +10,25 @@ namespace {
 constexpr std::string_view associate = "--asociar";
 constexpr std::string_view setCode = "--codigo";
 
-/// "3=ITEM".
+/// "3=ITEM", or "h6=ITEM" by the row of the sheet.
 RowChange ChangeOf(const GivenOption& option) {
   const bool associates = option.name == associate;
   const std::size_t sign = option.value.find('=');
-  const auto row = ParseInteger(std::string_view(option.value).substr(0, sign));
+  std::string_view number = std::string_view(option.value).substr(0, sign);
+  const bool onSheet = number.starts_with('h');
+  if (onSheet) number.remove_prefix(1);
+  const auto row = ParseInteger(number);
   const bool usable = sign != std::string::npos && row && *row > 0;
   if (!usable || (!associates && sign + 1 == option.value.size())) {
-    throw CommandFailure(ExitCode::Usage, option.name + " espera " + (associates ? "FILA=ITEM" : "FILA=CODIGO") +
-                                              ", no \"" + option.value + "\"");
+    throw CommandFailure(ExitCode::Usage,
+                         option.name + " espera " + (associates ? "FILA=ITEM" : "FILA=CODIGO") + ", no \"" +
+                             option.value +
+                             "\". FILA cuenta los renglones leídos; la fila de la hoja es h y su número");
   }
-  return {associates ? RowChange::Kind::Associate : RowChange::Kind::SetCode, *row, option.value.substr(sign + 1)};
+  return {.kind = associates ? RowChange::Kind::Associate : RowChange::Kind::SetCode,
+          .row = *row,
+          .onSheet = onSheet,
+          .value = option.value.substr(sign + 1)};
 }
 
 }  // namespace
@@ -32,7 +40,8 @@ OrderDefinition OrderImportarMovilnet::Definition() const {
                         .options = ImportOptions(),
                         .notes =
                             "Todo se aplica en una sola transacción, o nada. FILA cuenta los renglones leídos, "
-                            "desde 1. --asociar y --codigo valen en el orden en que se dan."};
+                            "desde 1, como «fila» en --json; con una h delante es la fila de la hoja, como en la "
+                            "tabla: --asociar h4=ITEM. --asociar y --codigo valen en el orden en que se dan."};
   order.options.push_back({.name = std::string(associate),
                            .summary = "asocia el renglón a un Item existente; sin ITEM quita la asociación",
                            .valueName = "FILA=ITEM",

@@ -112,8 +112,11 @@ TEST_F(ImportOrders, DoWhatTheRowMenuDoes) {
   const std::string book = Workbook("movilnet.xlsx", 3, {galaxy, galaxy, curve});
   const std::string item = Query("SELECT min(idItem) FROM Items WHERE Oculto = 0");
   const std::string code = item.substr(0, item.size() - 1);
-  for (const std::vector<std::string>& wrong :
-       {std::vector<std::string>{"--asociar", "3"}, {"--asociar", "x=1"}, {"--codigo", "2="}, {"--codigo", "0=A"}}) {
+  for (const std::vector<std::string>& wrong : {std::vector<std::string>{"--asociar", "3"},
+                                                {"--asociar", "x=1"},
+                                                {"--codigo", "2="},
+                                                {"--codigo", "h=A"},
+                                                {"--codigo", "0=A"}}) {
     std::vector<std::string> words{"importar-movilnet", book};
     words.insert(words.end(), wrong.begin(), wrong.end());
     EXPECT_EQ(runner.Run(words).code, 2) << wrong[1];
@@ -121,11 +124,14 @@ TEST_F(ImportOrders, DoWhatTheRowMenuDoes) {
   const std::string before = Query("SELECT count(*), total(Precio) FROM Precios");
   EXPECT_EQ(runner.Run({"importar-movilnet", book, "--asociar", "3=NOHAY"}).code, 1);
   EXPECT_EQ(runner.Run({"importar-movilnet", book, "--codigo", "2=" + code}).code, 1);
-  EXPECT_EQ(runner.Run({"importar-movilnet", book, "--asociar", "9=" + code}).code, 1);
+  for (const std::string nobody : {"9=", "h3="}) {
+    EXPECT_EQ(runner.Run({"importar-movilnet", book, "--asociar", nobody + code}).code, 1) << nobody;
+  }
   EXPECT_EQ(Query("SELECT count(*), total(Precio) FROM Precios"), before);
   const test::CommandResult result = runner.Run({"--json", "importar-movilnet", book, "--asociar", "3=" + code,
-                                                 "--asociar", "3=", "--codigo", "2=otro 1", "--asociar", "1=" + code});
+                                                 "--asociar", "3=", "--codigo", "h5=otro 1", "--asociar", "1=" + code});
   ASSERT_EQ(result.code, 0) << result.messages;
+  EXPECT_NE(result.messages.find("el renglón 2 (fila 5 de la hoja, «Galaxy Y»)."), std::string::npos);
   const json document = json::parse(result.output);
   EXPECT_EQ(document["aplicado"], true);
   EXPECT_EQ(document["resumen"]["nuevos_items"], 2);
