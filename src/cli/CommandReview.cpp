@@ -118,7 +118,7 @@ void CommandReview::Proceed() {
   if (!result_.applied) {
     const ImportOutcome& outcome = importer_.Outcome();
     result_.failure = FailureText(outcome);
-    result_.untold = outcome.shown ? outcome.cause : result_.failure;
+    if (!outcome.shown) result_.untold = result_.failure;
     return;
   }
   WriteReport("La importación se aplicó, pero no se pudo escribir el informe");

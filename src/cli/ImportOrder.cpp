@@ -51,7 +51,6 @@ ExitCode Report(OrderCall& call, const ReviewPlan& plan, const ReviewResult& res
 /// The end of a call that came to no review.
 ExitCode ReportFailure(OrderCall& call, const ImportOutcome& outcome) {
   if (!outcome.shown) throw CommandFailure(ExitCode::Failed, FailureText(outcome));
-  if (!outcome.cause.empty()) call.Messages() << ForTerminal(outcome.cause) << '\n';
   if (call.WantsJson()) {
     const nlohmann::ordered_json document{{"aplicado", false}, {"error", ForTerminal(FailureText(outcome))}};
     call.PrintJson(document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));

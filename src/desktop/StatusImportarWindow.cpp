@@ -42,7 +42,7 @@ void StatusImportarWindow::SetClase(IClaseImportar& importer) {
   if (prices == nullptr) return;
   logic_.SetUntold([prices] {
     const ImportOutcome& outcome = prices->Outcome();
-    return outcome.shown ? outcome.cause : FailureText(outcome);
+    return outcome.shown ? std::string() : FailureText(outcome);
   });
 }
 

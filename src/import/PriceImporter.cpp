@@ -215,12 +215,12 @@ bool PriceImporter::Fail(std::string_view text, const std::exception& cause) {
   outcome_.failure = text;
   outcome_.cause = Explain(cause);
   outcome_.shown = true;
-  Warn(text);
+  Warn(FailureText(outcome_));
   return false;
 }
 
 bool PriceImporter::FailSilently(const HostError& error) {
-  outcome_.failure = TextForPeople(error);
+  outcome_.failure = Explain(error);
   return false;
 }
 
@@ -228,7 +228,9 @@ std::string PriceImporter::Explain(const std::exception& cause) const {
   const auto* error = dynamic_cast<const HostError*>(&cause);
   if (error == nullptr) return cause.what();
   // No row is to blame for it, however far the engine had come.
-  if (error->Kind() == HostErrorKind::Interrupted) return TextForPeople(HostError(HostErrorKind::Interrupted, ""));
+  if (error->Kind() == HostErrorKind::Interrupted) {
+    return TextForPeople(HostError(HostErrorKind::Interrupted, "")) + ". No se cambió nada.";
+  }
   const auto* row = dynamic_cast<const RowFailure*>(error);
   if (row == nullptr) return TextForPeople(*error);
   const ReviewRow shown = RowAt(static_cast<std::int32_t>(row->Row()));

@@ -31,7 +31,7 @@ struct ImportOutcome {
   bool applied = false;      ///< the rows were committed
   std::string failure{};     ///< the text for a last step that failed, Spanish; empty when it did not
   std::string cause{};       ///< what the failure came from, with the row where one is to blame; may be empty
-  bool shown = false;        ///< a box has shown `failure`
+  bool shown = false;        ///< a box has shown `failure` and `cause`
   std::int32_t created = 0;  ///< counted when applied
   std::int32_t updated = 0;
   std::int32_t unprocessed = 0;
@@ -87,7 +87,7 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   /// Tells the user why applying cannot begin, and keeps the text for Outcome.
   void Refuse(std::string_view title, std::string_view text);
 
-  /// Warns the user with `text` and keeps it for Outcome with its cause. Always false.
+  /// Warns the user with `text` and its cause, and keeps both for Outcome. Always false.
   bool Fail(std::string_view text, const std::exception& cause);
 
   virtual const SheetLayout& Layout() const = 0;

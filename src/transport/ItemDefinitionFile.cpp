@@ -198,7 +198,9 @@ ItemDefinitionResult ItemDefinitionFile::TryToWrite(std::string_view path, bool 
   } catch (const QueryNotOpened& stop) {
     return NotWritten(result, ItemDefinitionOutcome::QueryNotOpened, TextForPeople(stop.reason));
   } catch (const HostError& error) {
-    return NotWritten(result, ItemDefinitionOutcome::Failed, TextForPeople(error));
+    const bool stopped = error.Kind() == HostErrorKind::Interrupted;
+    return NotWritten(result, ItemDefinitionOutcome::Failed,
+                      TextForPeople(error) + (stopped ? ". No se escribió el archivo." : ""));
   } catch (const std::exception& error) {  // such as no memory left
     return NotWritten(result, ItemDefinitionOutcome::Failed, std::string("Error: ") + error.what());
   }

@@ -32,9 +32,10 @@ void ImportLauncher::AttachTo(frmOpciones& form) {
 
 bool ImportLauncher::Launch(int action, std::string& errorText, bool& silent) {
   outcome_ = {};
-  silent = Import(action);
+  const bool reviewed = Import(action);
+  silent = reviewed || outcome_.shown;
   if (!silent) errorText.append(lineBreak).append(FailureText(outcome_));
-  return silent;
+  return reviewed;
 }
 
 bool ImportLauncher::Import(int action) {

@@ -24,8 +24,8 @@ class ImportLauncher {
   void AttachTo(frmOpciones& form);
 
   /// The whole way of one import, asking for the file when none is selected. True when the review was shown and
-  /// closed; then `silent` is set, because the review has told what there was to tell. Texts of failures are appended
-  /// to `errorText` behind a line break (CR LF).
+  /// closed. `silent` is set when the user has been told how it went; the text of a failure that nobody has told is
+  /// appended to `errorText` behind a line break (CR LF).
   bool Launch(int action, std::string& errorText, bool& silent);
 
   /// From here on files are imported without being remembered, so that nothing is left of a run but what it applies.

@@ -55,7 +55,8 @@ void frmOpciones::ImpExp(bool interactive) {
   outcome_.ran = true;
   bool silent = false;
   outcome_.succeeded = routine->second(interactive, outcome_.errorText, silent);
-  if (interactive && !(outcome_.succeeded && silent)) Report();
+  const bool told = silent && (outcome_.succeeded || outcome_.errorText.empty());
+  if (interactive && !told) Report();
 }
 
 bool frmOpciones::Exp_Micros_01(bool interactive, std::string& errorText) {

@@ -21,7 +21,7 @@ struct ActionOutcome {
 };
 
 /// A routine of an action. It appends its messages to `errorText` and returns success; with `silent` set, success is
-/// not announced.
+/// not announced, nor a failure without messages, which the routine has told itself.
 using ActionRoutine = std::function<bool(bool interactive, std::string& errorText, bool& silent)>;
 
 class frmOpciones {

@@ -42,7 +42,7 @@ class ImportFailure : public test::StoreTest {
     EXPECT_EQ(outcome.failure, notFinished);
     EXPECT_NE(outcome.cause.find(cause), std::string::npos) << outcome.cause;
     EXPECT_EQ(host.services.dialogs.boxes.back(),
-              (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", notFinished}));
+              (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", FailureText(outcome)}));
     EXPECT_EQ(Dump(), before);
     EXPECT_EQ(Query("PRAGMA integrity_check"), "ok");
   }
@@ -89,9 +89,11 @@ TEST_F(ImportFailure, OfTheDatabaseLeavesNothing) {
 TEST_F(ImportFailure, ByInterruptionIsAFailedStep) {
   FillSheet(300);
   const std::string before = Dump();
-  ExpectNotFinished(Import([&] { host.services.interruption.requested = true; }), before, "");
+  ExpectNotFinished(Import([&] { host.services.interruption.requested = true; }), before,
+                    "Operación interrumpida. No se cambió nada.");
   const std::size_t boxes = host.services.dialogs.boxes.size();
-  EXPECT_FALSE(Import().applied);  // already while reading: no review, no box
+  EXPECT_EQ(Import().failure,
+            "Operación interrumpida. No se cambió nada.");  // already while reading: no review, no box
   EXPECT_EQ(host.services.dialogs.boxes.size(), boxes);
 }
 
@@ -116,8 +118,9 @@ TEST_F(ImportFailure, OfTheWorkbookShowsNoReview) {
     auto importer = MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar&) { reviewed = true; });
     EXPECT_FALSE(importer.Procesar(status));
     EXPECT_FALSE(reviewed);
+    EXPECT_EQ(importer.Outcome().failure, each.text);
     EXPECT_EQ(host.services.dialogs.boxes.back(),
-              (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", each.text}));
+              (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", FailureText(importer.Outcome())}));
     EXPECT_EQ(importer.NumeroRenglones(), 0);
   }
 }

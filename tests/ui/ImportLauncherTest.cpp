@@ -45,6 +45,8 @@ TEST_F(Launching, RefusesAFileThatIsGoneAndRemembersNothing) {
   EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{MessageIcon::Exclamation, "Tolvan",
                                               "El archivo /listas/ida.xlsx no existe, favor seleccione la ubicación "
                                               "correcta del archivo"}}));
+  EXPECT_EQ(errorText, "") << "it has been told";
+  EXPECT_TRUE(silent);
   EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "");
 }
 
@@ -54,7 +56,8 @@ TEST_F(Launching, RemembersTheFileOfAnImportThatFailed) {
   EXPECT_FALSE(Launch(action::movilnetPrices));
   EXPECT_EQ(dialogs.boxes.back(),
             (Box{MessageIcon::Exclamation, "Tolvan",
-                 "Error al conectar con Microsoft Excel, verifique que Excel está instalado en su sistema"}));
+                 "Error al conectar con Microsoft Excel, verifique que Excel está instalado en su sistema\r\n" +
+                     launcher.LastOutcome().cause}));
   EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "/listas/precios.xlsx");
   EXPECT_EQ(host.application.settings.saves, 1);
   host.services.files.contents.clear();

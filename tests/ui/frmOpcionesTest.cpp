@@ -85,8 +85,9 @@ TEST(frmOpciones, TheDispatcherReportsOnceAndOnlyWhenInteractive) {
   Window window;
   bool succeeds = true;
   bool wantsSilence = false;
+  std::string messages = "\r\nUno\r\nDos";
   window.form.SetRoutine(3, [&](bool, std::string& errorText, bool& silent) {
-    if (!succeeds) errorText += "\r\nUno\r\nDos";
+    if (!succeeds) errorText += messages;
     silent = wantsSilence;
     return succeeds;
   });
@@ -96,6 +97,8 @@ TEST(frmOpciones, TheDispatcherReportsOnceAndOnlyWhenInteractive) {
   window.form.ImpExp(true);
   wantsSilence = true;
   window.form.ImpExp(true);  // silence is for success only
+  messages.clear();
+  window.form.ImpExp(true);  // and for what the routine has told itself
   window.form.ImpExp(false);
   succeeds = true;
   window.form.ImpExp(true);
