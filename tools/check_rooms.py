@@ -29,9 +29,9 @@ MAINS = ["cli", "desktop", "com"]
 for main_room in MAINS:
     BELOW[main_room] = ["component", "platform"] + BELOW["component"]
 
-# In platform/ a provider knows itself, what several engines share, and the descriptors and paths of files/; what lies in platform/ itself, or in the folder
+# In platform/ a provider knows itself, what several engines share, the descriptors and paths of files/, and how to wait; what lies in platform/ itself, or in the folder
 # that assembles a host, knows every provider.
-PLATFORM_SHARED = ["sql", "files"]
+PLATFORM_SHARED = ["sql", "files", "waiting"]
 PLATFORM_ASSEMBLY = ["", "assembly"]
 
 MOST_LINES = 500

@@ -6,13 +6,15 @@
 namespace tolvan {
 namespace {
 
-/// Runs what reaches for the host; its failure is that the host cannot be reached.
+/// Runs what reaches for the host; its failure is that the host cannot be reached, unless the user did not want to wait
+/// for it.
 template <class Work>
 auto Reaching(const Work& work) {
   try {
     return work();
   } catch (const HostError& error) {
-    throw CommandFailure(ExitCode::Unreachable, TextForPeople(error));
+    const bool stopped = error.Kind() == HostErrorKind::Interrupted;
+    throw CommandFailure(stopped ? ExitCode::Failed : ExitCode::Unreachable, TextForPeople(error));
   }
 }
 

@@ -1,6 +1,7 @@
 #include "cli/SignalInterruption.h"
 
 #include <csignal>
+#include <ostream>
 
 namespace tolvan {
 namespace {
@@ -22,7 +23,8 @@ void Install(int signal) {
 
 }  // namespace
 
-SignalInterruption::SignalInterruption() {
+SignalInterruption::SignalInterruption(std::ostream& messages, bool drawsThere)
+    : messages_(messages), drawsThere_(drawsThere) {
   Install(SIGINT);
   Install(SIGTERM);
   std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is a failed write, not a sudden end
@@ -31,6 +33,16 @@ SignalInterruption::SignalInterruption() {
 
 bool SignalInterruption::Requested() const noexcept {
   return requested != 0;
+}
+
+void SignalInterruption::WaitBegins(std::string_view text) const noexcept {
+  try {
+    if (text == lastWait_) return;
+    lastWait_ = text;
+    messages_ << (drawsThere_ ? "\r\x1B[K" : "") << text << std::endl;
+  } catch (const std::exception&) {
+    return;  // it waits all the same
+  }
 }
 
 }  // namespace tolvan

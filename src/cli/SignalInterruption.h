@@ -1,5 +1,8 @@
 #pragma once
 
+#include <iosfwd>
+#include <string>
+
 #include "host/Interruption.h"
 
 namespace tolvan {
@@ -8,8 +11,16 @@ namespace tolvan {
 /// second signal of the kind ends the process at once, for a user who does not want to wait.
 class SignalInterruption : public Interruption {
  public:
-  SignalInterruption();
+  /// Waits are told to `messages`, which must outlive the object. `drawsThere`: an unfinished line may stand there,
+  /// which is taken away.
+  SignalInterruption(std::ostream& messages, bool drawsThere);
   bool Requested() const noexcept override;
+  void WaitBegins(std::string_view text) const noexcept override;
+
+ private:
+  std::ostream& messages_;
+  bool drawsThere_;
+  mutable std::string lastWait_;  // many short waits for the same are told once
 };
 
 }  // namespace tolvan

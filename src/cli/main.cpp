@@ -42,7 +42,7 @@ bool DrawsOnTerminal() {
 int main(int count, char** arguments) {
   const std::vector<std::string> words(arguments + 1, arguments + count);
   tolvan::SystemClock clock;
-  tolvan::SignalInterruption interruption;
+  tolvan::SignalInterruption interruption(std::cerr, DrawsOnTerminal());
   return tolvan::RunCommand(words, {.input = std::cin,
                                     .output = std::cout,
                                     .messages = std::cerr,

@@ -1,16 +1,25 @@
-// The work that is running, as windows and providers know it: lets window events through while it lasts, and knows
-// whether the user wants it stopped. One object per process, used on the user-interface thread.
+// The work that is running, as windows and providers know it: lets window events through while it lasts, knows whether
+// the user wants it stopped, and shows for whom it waits. One object per process, used on the user-interface thread.
 #pragma once
 
 #include <chrono>
+#include <functional>
+#include <memory>
 
 #include "host/Interruption.h"
 #include "services/ProgressControls.h"
 
 namespace tolvan {
 
+class StatusDialog;
+
 class DesktopWork final : public Interruption, public MessagePump {
  public:
+  DesktopWork();
+  ~DesktopWork() override;
+  DesktopWork(const DesktopWork&) = delete;
+  DesktopWork& operator=(const DesktopWork&) = delete;
+
   /// Work begins and an earlier wish to stop is forgotten. Every Begin has its End; they may nest.
   void Begin();
   void End() noexcept { --depth_; }
@@ -25,17 +34,30 @@ class DesktopWork final : public Interruption, public MessagePump {
   /// Lets events through first, so that a click on a stop button is seen wherever work asks.
   bool Requested() const noexcept override;
 
+  /// A wait is shown in the status display that is open, and in one of its own when none is: with a button that stops
+  /// it, also where no work was begun.
+  void WaitBegins(std::string_view text) const noexcept override;
+  void WaitEnds() const noexcept override;
+  bool AnswerFor(std::chrono::milliseconds time) const noexcept override;
+
+  /// The status display that is open, and null when it closes.
+  void SetStatus(StatusDialog* status) { status_ = status; }
+
   /// Events are let through at most every few hundredths of a second, and only while work runs.
   void ProcessPending() override { LetEventsThrough(); }
 
  private:
   void LetEventsThrough() const;
+  void PassEvents() const;
 
-  int depth_ = 0;
-  bool stopRequested_ = false;
+  mutable int depth_ = 0;
+  mutable bool stopRequested_ = false;
   bool sessionEnds_ = false;
   mutable bool letsThrough_ = false;
   mutable std::chrono::steady_clock::time_point lastPass_;
+  mutable StatusDialog* status_ = nullptr;
+  std::function<std::unique_ptr<StatusDialog>()> openStatus_;
+  mutable std::unique_ptr<StatusDialog> wait_;  // the display that a wait has of its own
 };
 
 /// A stretch of work.

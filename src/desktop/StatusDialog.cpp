@@ -47,6 +47,11 @@ StatusDialog::StatusDialog(wxWindow* parent, DesktopWork& work)
   CentreOnParent();
   Show();
   stop->SetFocus();
+  work_.SetStatus(this);
+}
+
+StatusDialog::~StatusDialog() {
+  work_.SetStatus(nullptr);
 }
 
 void StatusDialog::SetText(std::string_view text) {
@@ -79,7 +84,22 @@ void StatusDialog::Advance() {
 
 void StatusDialog::Stop() {
   work_.Stop();
-  text_->SetLabelText(wxString::FromUTF8("Deteniendo…"));
+  textBeforeWait_ = wxString::FromUTF8("Deteniendo…");
+  text_->SetLabelText(textBeforeWait_);
+}
+
+void StatusDialog::ShowWait(std::string_view text) {
+  textBeforeWait_ = text_->GetLabelText();
+  text_->SetLabelText(ToWx(text));
+  const wxSize needed = text_->GetTextExtent(text_->GetLabelText());
+  if (needed.x <= text_->GetSize().x) return;
+  text_->SetMinSize(wxSize(needed.x + FromDIP(8), -1));
+  Fit();
+  CentreOnParent();
+}
+
+void StatusDialog::EndWait() {
+  text_->SetLabelText(textBeforeWait_);
 }
 
 }  // namespace tolvan

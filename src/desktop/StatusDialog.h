@@ -20,10 +20,15 @@ class StatusDialog : public wxDialog, public StatusDisplay {
  public:
   /// `work` must outlive the dialog.
   StatusDialog(wxWindow* parent, DesktopWork& work);
+  ~StatusDialog() override;
 
   void SetText(std::string_view text) override;
   void SetRange(std::int32_t maximum) override;
   void Advance() override;
+
+  /// Shows for whom the work waits, until the wait ends.
+  void ShowWait(std::string_view text);
+  void EndWait();
 
  private:
   void Stop();
@@ -34,6 +39,7 @@ class StatusDialog : public wxDialog, public StatusDisplay {
   std::int32_t maximum_ = 0;
   std::int32_t value_ = 0;
   std::chrono::steady_clock::time_point shownAt_;
+  wxString textBeforeWait_;
   wxWindowDisabler disabler_;
 };
 

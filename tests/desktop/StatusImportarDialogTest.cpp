@@ -3,6 +3,7 @@
 
 #include "desktop/ListHeader.h"
 #include "desktop/WindowTest.h"
+#include "platform/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::test {
 namespace {
@@ -113,13 +114,33 @@ TEST_F(StatusImportarDialog, ALargeListIsShownAtOnceSortedAndStoppedWithoutATrac
     Accept(driver);
     driver.UntilShown("estado");
     driver.Key("Escape");
-    EXPECT_EQ(driver.Dismiss(), "La operación no pudo concluirse");
-    EXPECT_EQ(driver.Dismiss(), "Operación interrumpida");
+    EXPECT_EQ(driver.Dismiss(), "La operación no pudo concluirse\nOperación interrumpida. No se cambió nada.");
     EXPECT_TRUE(driver.Shown("frmStatusImportar"));
     driver.Key("Escape");
     driver.UntilGone("frmStatusImportar");
   });
   EXPECT_EQ(Query("SELECT count(*) FROM Items"), items);
+}
+
+TEST_F(StatusImportarDialog, AWaitForAnotherProgramIsToldAndStopped) {
+  Run([&](WindowDriver& driver) {
+    Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
+    driver.Click("bGuardar");
+    driver.UntilShown("frmStatusImportar");
+    SqliteDatabaseServices other({.path = places.database});
+    auto writing = other.BeginTransaction();
+    Accept(driver);
+    driver.UntilShown("estado");
+    EXPECT_EQ(driver.Text("lbEstado"), "Otro programa está usando la base de datos; esperando…");
+    driver.Click("bDetener");
+    EXPECT_EQ(driver.Dismiss(), "La operación no pudo concluirse\nOperación interrumpida. No se cambió nada.");
+    driver.Settle();
+    EXPECT_FALSE(driver.Shown("mensaje"));
+    driver.Click("bAceptar");
+    driver.UntilShown("estado");
+    writing.reset();
+    EXPECT_TRUE(driver.Dismiss().starts_with("Operación realizada con éxito"));
+  });
 }
 
 TEST_F(StatusImportarDialog, IsAsLargeAsItWasEachTimeItIsOpened) {

@@ -9,7 +9,7 @@ ConfiguredAppServices::ConfiguredAppServices(const std::string& applicationFolde
     : front_(front),
       diagnostic_(diagnostic),
       files_(applicationFolder, std::move(guarded)),
-      registry_(ValueFile(files_, front_.clock, std::move(layoutFile))) {}
+      registry_(ValueFile(files_, front_.clock, std::move(layoutFile), &front_.interruption)) {}
 
 std::int32_t ConfiguredAppServices::ReadRegistry(std::string_view section, std::string_view key,
                                                  std::int32_t defaultValue) const {

@@ -68,7 +68,8 @@ HttpResponse CurlHttpClient::Get(const HttpRequest& request) {
   Body body{{}, request.maximumBody};
   const std::string address = "http://" + authority + "/";
   const std::string target = "/" + request.pathAndQuery;
-  CurlTransfer transfer("http", {request.connectTimeout, request.totalTimeout}, interruption_);
+  CurlTransfer transfer("http", {request.connectTimeout, request.totalTimeout}, interruption_,
+                        "El servidor " + request.host + " no ha respondido todavía; esperando…");
   transfer.SetText(CURLOPT_URL, address);
   transfer.SetText(CURLOPT_REQUEST_TARGET, target);
   transfer.SetNumber(CURLOPT_FOLLOWLOCATION, 0);

@@ -96,7 +96,8 @@ MailOutcome CurlMailService::Send(InputFile& file, const std::string& fileName, 
   CurlList recipients;
   AppendLine(recipients, "<" + recipient + ">");
   const std::string sender = "<" + options_.sender + ">";
-  CurlTransfer transfer("smtp,smtps", {options_.connectTimeout, options_.totalTimeout}, interruption_);
+  CurlTransfer transfer("smtp,smtps", {options_.connectTimeout, options_.totalTimeout}, interruption_,
+                        "El servidor de correo no ha respondido todavía; esperando…");
   SetServer(transfer, options_);
   transfer.SetText(CURLOPT_MAIL_FROM, sender);
   transfer.SetPointer(CURLOPT_MAIL_RCPT, recipients.get());

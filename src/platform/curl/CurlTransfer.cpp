@@ -4,6 +4,8 @@
 
 #include <new>
 
+#include "platform/waiting/Waiting.h"
+
 namespace tolvan {
 namespace {
 
@@ -29,10 +31,6 @@ constexpr std::array causes{
     Cause{CURLE_OUT_OF_MEMORY, "memoria insuficiente"},
 };
 
-int StopWhenRequested(void* interruption, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
-  return static_cast<const Interruption*>(interruption)->Requested() ? 1 : 0;
-}
-
 void Require(CURLcode code) {
   if (code != CURLE_OK) throw std::bad_alloc();
 }
@@ -54,8 +52,9 @@ void AppendLine(CurlList& list, const std::string& line) {
   list.reset(longer);
 }
 
-CurlTransfer::CurlTransfer(const char* protocols, const Limits& limits, const Interruption& interruption)
-    : handle_(curl_easy_init()) {
+CurlTransfer::CurlTransfer(const char* protocols, const Limits& limits, const Interruption& interruption,
+                           std::string whoIsWaitedFor)
+    : handle_(curl_easy_init()), interruption_(interruption), whoIsWaitedFor_(std::move(whoIsWaitedFor)) {
   static_assert(messageSize >= CURL_ERROR_SIZE);
   if (!handle_) throw std::bad_alloc();
   SetPointer(CURLOPT_ERRORBUFFER, message_.data());
@@ -63,9 +62,6 @@ CurlTransfer::CurlTransfer(const char* protocols, const Limits& limits, const In
   SetText(CURLOPT_PROXY, "");
   SetNumber(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limits.connect.count()));
   SetNumber(CURLOPT_TIMEOUT_MS, static_cast<long>(limits.total.count()));
-  SetNumber(CURLOPT_NOPROGRESS, 0);
-  Require(curl_easy_setopt(handle_.get(), CURLOPT_XFERINFOFUNCTION, StopWhenRequested));
-  Require(curl_easy_setopt(handle_.get(), CURLOPT_XFERINFODATA, &interruption));
 }
 
 void CurlTransfer::SetNumber(int option, long value) {
@@ -86,7 +82,33 @@ void CurlTransfer::SetCallback(int option, CurlCallback callback) {
 
 int CurlTransfer::Perform() {
   message_[0] = '\0';
-  return curl_easy_perform(handle_.get());
+  if (interruption_.Requested()) return CURLE_ABORTED_BY_CALLBACK;
+  const std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> transfers(curl_multi_init(), &curl_multi_cleanup);
+  if (!transfers || curl_multi_add_handle(transfers.get(), handle_.get()) != CURLM_OK) throw std::bad_alloc();
+  const int code = PerformIn(transfers.get());
+  curl_multi_remove_handle(transfers.get(), handle_.get());
+  return code;
+}
+
+/// In slices, because libcurl's own loop would not come back before the transfer is over.
+int CurlTransfer::PerformIn(void* transfers) {
+  CURLMcode failure = CURLM_OK;
+  Waiting waiting(&interruption_, whoIsWaitedFor_, serverPatience);
+  const WaitEnd end = waiting.Until(
+      [&](std::chrono::milliseconds time) {
+        int running = 0;
+        failure = curl_multi_perform(transfers, &running);
+        if (failure == CURLM_OK && running > 0) {
+          failure = curl_multi_poll(transfers, nullptr, 0, static_cast<int>(time.count()), nullptr);
+        }
+        return failure != CURLM_OK || running == 0;
+      },
+      std::nullopt);  // libcurl keeps the limits
+  if (end == WaitEnd::Stopped) return CURLE_ABORTED_BY_CALLBACK;
+  int left = 0;
+  const CURLMsg* const message = curl_multi_info_read(transfers, &left);
+  if (failure != CURLM_OK || message == nullptr) return CURLE_FAILED_INIT;
+  return message->data.result;
 }
 
 bool CurlTransfer::WasConnected() const {

@@ -38,8 +38,9 @@ class CurlTransfer {
   };
 
   /// `protocols` are the only ones that the transfer may speak, separated by commas. Throws std::bad_alloc.
-  /// `interruption` must outlive the transfer.
-  CurlTransfer(const char* protocols, const Limits& limits, const Interruption& interruption);
+  /// `interruption` must outlive the transfer. `whoIsWaitedFor` is told while the transfer lasts: see Waiting.
+  CurlTransfer(const char* protocols, const Limits& limits, const Interruption& interruption,
+               std::string whoIsWaitedFor);
 
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -52,7 +53,7 @@ class CurlTransfer {
   void SetPointer(int option, void* value);
   void SetCallback(int option, CurlCallback callback);
 
-  /// libcurl's result code.
+  /// libcurl's result code; CURLE_ABORTED_BY_CALLBACK when the user ended it.
   int Perform();
 
   /// Whether the server took the connection, whatever came after.
@@ -69,10 +70,14 @@ class CurlTransfer {
     void operator()(void* handle) const;
   };
 
+  int PerformIn(void* transfers);
+
   static constexpr std::size_t messageSize = 256;  // what libcurl asks for
 
   std::unique_ptr<void, Deleter> handle_;
   std::array<char, messageSize> message_{};
+  const Interruption& interruption_;
+  std::string whoIsWaitedFor_;
 };
 
 }  // namespace tolvan

@@ -25,6 +25,30 @@ bool LeavesUnknown(const HostError& error) {
          error.Kind() == HostErrorKind::Interrupted;
 }
 
+/// The end of a transaction is waited for in front of the user like everything else, but he does not stop it: what
+/// became of it would be unknown.
+class Unstoppable final : public Interruption {
+ public:
+  explicit Unstoppable(const Interruption* user) : user_(user) {}
+
+  bool Requested() const noexcept override {
+    if (user_ != nullptr) static_cast<void>(user_->Requested());  // which lets window events through
+    return false;
+  }
+  void WaitBegins(std::string_view text) const noexcept override {
+    if (user_ != nullptr) user_->WaitBegins(text);
+  }
+  void WaitEnds() const noexcept override {
+    if (user_ != nullptr) user_->WaitEnds();
+  }
+  bool AnswerFor(std::chrono::milliseconds time) const noexcept override {
+    return user_ != nullptr && user_->AnswerFor(time);
+  }
+
+ private:
+  const Interruption* user_;
+};
+
 }  // namespace
 
 class OdbcDatabaseServices::OpenTransaction final : public Transaction {
@@ -215,8 +239,9 @@ void OdbcDatabaseServices::Commit() {
     throw HostError(failure);
   }
   inTransaction_ = false;
+  const Unstoppable interruption(options_.interruption);
   try {
-    Control(&OdbcSession::Commit, nullptr);
+    Control(&OdbcSession::Commit, &interruption);
   } catch (const HostError& error) {
     if (!LeavesUnknown(error)) throw;
     throw HostError(HostErrorKind::OutcomeUnknown, error.what(), error.Context(), error.NativeCode());
@@ -227,8 +252,9 @@ void OdbcDatabaseServices::Rollback() noexcept {
   inTransaction_ = false;
   failure_.reset();
   if (!worker_) return;
+  const Unstoppable interruption(options_.interruption);
   try {
-    Control(&OdbcSession::Rollback, nullptr);
+    Control(&OdbcSession::Rollback, &interruption);
   } catch (const std::exception&) {
     worker_.reset();  // the server rolls back what a lost connection had begun
   }

@@ -4,11 +4,14 @@
 #include <thread>
 #include <utility>
 
+#include "platform/waiting/Waiting.h"
+
 namespace tolvan {
 namespace {
 
+constexpr std::string_view whoIsWaitedFor = "El servidor de la base de datos no ha respondido todavía; esperando…";
+
 using std::chrono::milliseconds;
-using std::chrono::steady_clock;
 
 }  // namespace
 
@@ -63,15 +66,14 @@ void OdbcWorker::Post(Work work) {
 }
 
 void OdbcWorker::WaitFor(const Ready& ready, milliseconds limit, const Interruption* interruption) {
-  constexpr milliseconds pause{20};
-  const auto end = steady_clock::now() + limit + grace_;
-  while (!ready(pause)) {
-    if (interruption != nullptr && interruption->Requested()) {
-      Stop(ready, {HostErrorKind::Interrupted, "se pidió interrumpir el trabajo"});
-    }
-    if (steady_clock::now() >= end) {
-      Stop(ready, {HostErrorKind::Timeout, "el servidor no responde; se abandonó la conexión"});
-    }
+  Waiting waiting(interruption, whoIsWaitedFor, serverPatience);
+  switch (waiting.Until(ready, limit + grace_)) {
+    case WaitEnd::Ready:
+      return;
+    case WaitEnd::Stopped:
+      return Stop(ready, {HostErrorKind::Interrupted, "se pidió interrumpir el trabajo"});
+    case WaitEnd::TimedOut:
+      return Stop(ready, {HostErrorKind::Timeout, "el servidor no responde; se abandonó la conexión"});
   }
 }
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <string>
 
+#include "host/Interruption.h"
 #include "platform/files/FileDescriptor.h"
 
 namespace tolvan {
@@ -11,8 +12,9 @@ namespace tolvan {
 /// two programs hold locks of the same name.
 class FileLock {
  public:
-  /// Throws HostError Busy when another program holds the lock longer than `wait`, and what making the file may throw.
-  FileLock(const std::string& path, std::chrono::milliseconds wait);
+  /// Throws HostError Busy when another program holds the lock longer than `wait`, Interrupted when the user ends the
+  /// wait (null: he cannot), and what making the file may throw.
+  FileLock(const std::string& path, std::chrono::milliseconds wait, const Interruption* interruption = nullptr);
 
  private:
   FileDescriptor file_;

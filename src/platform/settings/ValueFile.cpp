@@ -20,13 +20,14 @@ std::string TimeStamp(const DateTime& moment) {
 
 }  // namespace
 
-ValueFile::ValueFile(FileHelper& files, Clock& clock, std::string path, std::chrono::milliseconds wait)
-    : files_(files), clock_(clock), path_(std::move(path)), wait_(wait) {}
+ValueFile::ValueFile(FileHelper& files, Clock& clock, std::string path, const Interruption* interruption,
+                     std::chrono::milliseconds wait)
+    : files_(files), clock_(clock), path_(std::move(path)), interruption_(interruption), wait_(wait) {}
 
 ValueFile::Content ValueFile::Read() {
   if (std::optional<NamedValues> values = ReadOnce()) return {std::move(*values), false, {}};
   try {
-    const FileLock lock(LockPath(), wait_);
+    const FileLock lock(LockPath(), wait_, interruption_);
     // Another program may have put it aside, and even written a new one, since this one looked.
     if (std::optional<NamedValues> values = ReadOnce()) return {std::move(*values), false, {}};
     return {{}, true, PutAside()};
@@ -38,7 +39,7 @@ ValueFile::Content ValueFile::Read() {
 
 NamedValues ValueFile::Change(const std::function<void(NamedValues&)>& change, const NamedValues& fallback) {
   files_.MakeFolder(FolderOf(path_));
-  const FileLock lock(LockPath(), wait_);
+  const FileLock lock(LockPath(), wait_, interruption_);
   const std::optional<NamedValues> stored = ReadOnce();
   if (!stored && PutAside().empty()) throw HostError(HostErrorKind::Damaged, "no se puede apartar el archivo", path_);
   NamedValues values = stored ? *stored : fallback;

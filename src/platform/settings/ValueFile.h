@@ -11,6 +11,7 @@
 
 #include "host/Clock.h"
 #include "host/FileHelper.h"
+#include "host/Interruption.h"
 #include "platform/settings/KeyValueText.h"
 
 namespace tolvan {
@@ -18,8 +19,8 @@ namespace tolvan {
 class ValueFile {
  public:
   /// `path` is absolute. Its folder is made when something is written. `wait` is how long a change waits for another
-  /// program. The references must outlive the object.
-  ValueFile(FileHelper& files, Clock& clock, std::string path,
+  /// program, unless the user does not want to (null: he is not asked). What is referred to must outlive the object.
+  ValueFile(FileHelper& files, Clock& clock, std::string path, const Interruption* interruption = nullptr,
             std::chrono::milliseconds wait = std::chrono::milliseconds(5000));
 
   struct Content {
@@ -51,6 +52,7 @@ class ValueFile {
   FileHelper& files_;
   Clock& clock_;
   std::string path_;
+  const Interruption* interruption_;
   std::chrono::milliseconds wait_;
 };
 

@@ -132,7 +132,9 @@ HostError SqliteConnection::ErrorOf(int code, std::string context) const {
 }
 
 int SqliteConnection::TryRun(const char* text) noexcept {
-  return sqlite3_exec(handle_, text, nullptr, nullptr, nullptr);
+  const int code = sqlite3_exec(handle_, text, nullptr, nullptr, nullptr);
+  watch_.EndCall();
+  return code;
 }
 
 void SqliteConnection::Run(const char* text) {

@@ -81,6 +81,7 @@ SqliteStatement::SqliteStatement(SqliteConnection& connection, const SqlStatemen
   const char* tail = nullptr;
   const int code = sqlite3_prepare_v3(connection.Handle(), text.data(), static_cast<int>(text.size() + 1),
                                       SQLITE_PREPARE_PERSISTENT, &prepared, &tail);
+  connection.Watch().EndCall();
   handle_.reset(prepared);
   if (code != SQLITE_OK) throw connection.ErrorOf(code, ContextOf(statement));
   if (handle_ == nullptr || !IsBlankTail(connection.Handle(), tail, text.data() + text.size())) {
@@ -122,6 +123,7 @@ void SqliteStatement::BindOne(int place, const SqlLiteral& literal, Lifetime lif
 bool SqliteStatement::Step() {
   connection_.Watch().BeginStatement();
   const int code = sqlite3_step(handle_.get());
+  connection_.Watch().EndCall();
   if (code != SQLITE_ROW && code != SQLITE_DONE) throw connection_.ErrorOf(code, ExpandedText());
   if (sqlite3_stmt_status(handle_.get(), SQLITE_STMTSTATUS_REPREPARE, 0) != preparations_) Describe();
   return code == SQLITE_ROW;

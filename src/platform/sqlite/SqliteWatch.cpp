@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <thread>
 
 #include "host/Interruption.h"
 
@@ -13,6 +12,8 @@ namespace {
 
 // Some tens of microseconds of the database's work between two questions.
 constexpr int stepsBetweenQuestions = 2'000;
+
+constexpr std::string_view whoIsWaitedFor = "Otro programa está usando la base de datos; esperando…";
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
@@ -48,6 +49,7 @@ int SqliteWatch::OnBusy(void* self, int attempts) noexcept {
 }
 
 bool SqliteWatch::MustStop() noexcept {
+  EndCall();  // it works, so it no longer waits
   if (!statementRuns_) return false;
   if (Interrupted()) return true;
   if (statementLimit_ == milliseconds::zero()) return false;
@@ -61,12 +63,15 @@ bool SqliteWatch::MustStop() noexcept {
 bool SqliteWatch::MayWaitOn(int attempts) noexcept {
   constexpr std::array<int, 6> pauses{1, 2, 5, 10, 20, 50};
   const Moment now = steady_clock::now();
-  if (attempts == 0) waitBegan_ = now;
+  if (attempts == 0) {
+    waitBegan_ = now;
+    if (!waiting_) waiting_.emplace(interruption_, whoIsWaitedFor, lockPatience);
+  }
   if (Interrupted()) return false;
   const auto left = std::chrono::ceil<milliseconds>(busyWait_ - (now - waitBegan_));
   if (left <= milliseconds::zero()) return false;
   const auto pause = milliseconds(pauses[std::min(static_cast<std::size_t>(attempts), pauses.size() - 1)]);
-  std::this_thread::sleep_for(std::min(pause, left));
+  static_cast<void>(waiting_->Rest(std::min(pause, left)));
   return true;
 }
 

@@ -7,6 +7,7 @@
 
 #include "host/HostError.h"
 #include "platform/sqlite/SqliteOptions.h"
+#include "platform/waiting/Waiting.h"
 
 struct sqlite3;
 
@@ -26,6 +27,9 @@ class SqliteWatch {
   void BeginStatement() noexcept;
   void BeginControl() noexcept;
 
+  /// The call has come back: nobody is waited for any more.
+  void EndCall() noexcept { waiting_.reset(); }
+
   /// Why the call that just failed was stopped from here: Timeout or Interrupted; nothing when it was not.
   std::optional<HostErrorKind> StopCause() const noexcept { return cause_; }
 
@@ -43,6 +47,7 @@ class SqliteWatch {
   const Interruption* interruption_;
   std::optional<Moment> workBegan_;
   Moment waitBegan_;
+  std::optional<Waiting> waiting_;
   std::optional<HostErrorKind> cause_;
   bool statementRuns_ = false;
 };

@@ -9,6 +9,7 @@
 #include "host/HostError.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
+#include "support/ImpatientUser.h"
 #include "support/LoopbackServer.h"
 
 namespace tolvan {
@@ -18,14 +19,14 @@ using testing::HasSubstr;
 
 class CurlHttpClientTest : public testing::Test {
  protected:
-  HttpResponse Get(const std::string& pathAndQuery) {
+  HttpResponse Get(const std::string& pathAndQuery, const Interruption& user = test::FakeInterruption()) {
     HttpRequest request;
     request.host = "127.0.0.1";
     request.port = static_cast<std::uint16_t>(server_.Port());
     request.pathAndQuery = pathAndQuery;
     request.totalTimeout = std::chrono::milliseconds(4000);
     request.maximumBody = 250'000;
-    return CurlHttpClient(interruption_).Get(request);
+    return CurlHttpClient(user).Get(request);
   }
 
   test::TemporaryFolder folder_;
@@ -90,8 +91,9 @@ TEST_F(CurlHttpClientTest, FailsClearlyWithoutAServer) {
   request.host = "::1";
   request.port = test::unusedPort;
   EXPECT_NE(CurlHttpClient(interruption_).Get(request).failure, "");
-  interruption_.requested = true;
-  EXPECT_THROW(Get("slow"), HostError);
+  const test::ImpatientUser user;
+  EXPECT_THROW(Get("slow", user), HostError);
+  EXPECT_EQ(user.told, "El servidor 127.0.0.1 no ha respondido todavía; esperando… Ya.");
 }
 
 }  // namespace

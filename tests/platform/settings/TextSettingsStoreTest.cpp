@@ -15,6 +15,7 @@
 #include "support/ChildProcess.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
+#include "support/ImpatientUser.h"
 #include "support/ThrownBy.h"
 
 namespace tolvan {
@@ -24,7 +25,7 @@ constexpr std::string_view section = "IMPEXP";
 
 class TextSettingsStoreTest : public testing::Test {
  protected:
-  ValueFile File() { return {files_, clock_, path_, std::chrono::milliseconds(50)}; }
+  ValueFile File() { return {files_, clock_, path_, nullptr, std::chrono::milliseconds(50)}; }
 
   /// A program of its own: its settings defined and loaded.
   TextSettingsStore Opened() {
@@ -133,6 +134,10 @@ TEST_F(TextSettingsStoreTest, TellsWhyNothingWasSaved) {
   {
     const FileLock other(path_ + ".lock", std::chrono::milliseconds(0));
     EXPECT_EQ(test::KindThrownBy([&] { store.Save(section); }), HostErrorKind::Busy);
+    const test::ImpatientUser user;
+    const auto change = [&] { ValueFile(files_, clock_, path_, &user).Change([](NamedValues&) {}); };
+    EXPECT_EQ(test::KindThrownBy(change), HostErrorKind::Interrupted);
+    EXPECT_EQ(user.told, "Otro programa está guardando las opciones; esperando… Ya.");
   }
   ::chmod(folder_.Path().c_str(), 0755);
   ::chmod(folder_.File("ajustes").c_str(), 0555);

@@ -11,6 +11,7 @@
 #include "host/Interruption.h"
 #include "platform/sql/SqlScript.h"
 #include "support/ChildProcess.h"
+#include "support/ImpatientUser.h"
 #include "support/ThrownBy.h"
 
 namespace tolvan::test {
@@ -136,12 +137,13 @@ TEST_F(SqliteDatabaseServicesTest, TheUserStopsAStatementAndAWait) {
   SqliteDatabaseServices database(options);
   EXPECT_EQ(KindThrownBy([&] { database.OpenRecordset(SqlStatement(endless)); }), HostErrorKind::Interrupted);
 
-  const CountingInterruption atOnce(0);
-  options.interruption = &atOnce;
+  const ImpatientUser impatient;
+  options.interruption = &impatient;
   options.busyWait = std::chrono::minutes(10);
   SqliteDatabaseServices waiting(options);
   const auto writing = database.BeginTransaction();
   EXPECT_EQ(KindThrownBy([&] { waiting.BeginTransaction(); }), HostErrorKind::Interrupted);
+  EXPECT_EQ(impatient.told, "Otro programa está usando la base de datos; esperando… Ya.");
 }
 
 TEST_F(SqliteDatabaseServicesTest, AStatementPastItsLimitEndsTheTransactionToo) {
