@@ -21,47 +21,36 @@ class DesktopSession : public WindowTest {
 
   void Review(WindowDriver& driver) const {
     Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
-    driver.Click("bGuardar");
-    driver.UntilShown("frmStatusImportar");
+    driver.ClickUntilShown("bGuardar", "frmStatusImportar");
   }
 };
 
 TEST_F(DesktopSession, ClosesThePickersOfTheToolkit) {
   EndsBehind("a file picker", [](WindowDriver& driver) {
     driver.ClickLine("tvOpciones", node::excel);
-    driver.Click("BAbrirArchivo0");
-    WindowDriver::UntilPicker("Seleccionar Archivo de Excel");
+    driver.ClickUntilPicker("BAbrirArchivo0", "Seleccionar Archivo de Excel");
   });
   EndsBehind("a folder picker", [](WindowDriver& driver) {
     driver.ClickLine("tvOpciones", node::dailySales);
-    driver.Click("bC1_AbrirCarpeta");
-    WindowDriver::UntilPicker("Seleccionar carpeta");
+    driver.ClickUntilPicker("bC1_AbrirCarpeta", "Seleccionar carpeta");
   });
   EndsBehind("a picker in the middle of an action", [](WindowDriver& driver) {
     driver.ClickLine("tvOpciones", node::collector);
-    driver.Click("cmdDCExportarItems");
-    WindowDriver::UntilPicker("Guardar Archivo de Transporte");
+    driver.ClickUntilPicker("cmdDCExportarItems", "Guardar Archivo de Transporte");
   });
 }
 
 TEST_F(DesktopSession, ClosesBoxesDialogsAndMenus) {
-  EndsBehind("a message", [](WindowDriver& driver) {
-    driver.Click("bGuardar");
-    driver.UntilShown("mensaje");
-  });
+  EndsBehind("a message", [](WindowDriver& driver) { driver.ClickUntilShown("bGuardar", "mensaje"); });
   EndsBehind("the search over the review", [&](WindowDriver& driver) {
     Review(driver);
-    driver.ClickLine("lvStatus", 0);
-    driver.Key("Menu");
-    driver.UntilMenu();
-    driver.Key("Down");
-    driver.Key("Return");
+    driver.OpenMenu("lvStatus", 0, "Menu");
+    driver.ChooseEntry(0);
     driver.UntilShown("buscarItem");
   });
   EndsBehind("the menu of a row", [&](WindowDriver& driver) {
     Review(driver);
-    driver.ClickLine("lvStatus", 0, 3);
-    driver.UntilMenu();
+    driver.OpenMenu("lvStatus", 0, "");
   });
 }
 

@@ -1,4 +1,5 @@
 // The options window: the daily sales file with mouse and keyboard, the collector's file, where the window was left.
+#include <gmock/gmock.h>
 #include <langinfo.h>
 #include <libintl.h>
 #include <wx/display.h>
@@ -20,15 +21,10 @@ using OpcionesFrame = WindowTest;
 
 TEST_F(OpcionesFrame, TheDailySalesFileByKeyboardAlone) {
   const int code = Run([&](WindowDriver& driver) {
-    driver.Key("Down");  // the first node
-    driver.Settle();
-    driver.UntilShown("txtC1_CodigoTienda");
-    driver.Key("Tab");
-    driver.Settle();
+    driver.KeyUntilShown("Home", "txtC1_CodigoTienda");  // the first node
+    driver.KeyUntilFocused("Tab", "txtC1_CodigoTienda");
     driver.Type(" 0042 ");
-    driver.Key("Return");
-    EXPECT_EQ(driver.Focused(), "dC1_FechaMovimiento");
-    driver.Settle();
+    driver.KeyUntilFocused("Return", "dC1_FechaMovimiento");
     EXPECT_EQ(driver.Text("txtC1_CodigoTienda"), "0042");
     driver.Key("ctrl+a");
     driver.Type("31/02/2024");
@@ -39,7 +35,7 @@ TEST_F(OpcionesFrame, TheDailySalesFileByKeyboardAlone) {
     driver.Key("Escape");  // closes the calendar, and nothing else
     driver.Settle();
     EXPECT_EQ(driver.Text("texto_dC1_FechaMovimiento"), "31/02/2024");
-    driver.Key("Return");
+    driver.KeyUntilShown("Return", "mensaje");
     driver.Dismiss();
     driver.Settle();
     EXPECT_EQ(driver.Focused(), "dC1_FechaMovimiento");
@@ -47,20 +43,17 @@ TEST_F(OpcionesFrame, TheDailySalesFileByKeyboardAlone) {
     driver.Type("28-2-24");
     driver.Key("Up");  // the next day, in the usual form
     EXPECT_EQ(driver.Text("texto_dC1_FechaMovimiento"), "29/02/2024");
-    driver.Key("Return");
-    EXPECT_EQ(driver.Focused(), "texto_dtC1_HoraFinJornada");
+    driver.KeyUntilFocused("Return", "texto_dtC1_HoraFinJornada");
     driver.Key("ctrl+a");
     driver.Type("20.30");
-    driver.Key("Return");
-    EXPECT_EQ(driver.Focused(), "txtC1_NombreArchivo");
+    driver.KeyUntilFocused("Return", "txtC1_NombreArchivo");
     EXPECT_EQ(driver.Text("texto_dtC1_HoraFinJornada"), "20:30");
     driver.Type("hoy/ayer.txt");
     driver.Key("Return");
-    driver.Key("alt+a");
+    driver.KeyUntilShown("alt+a", "mensaje");
     EXPECT_EQ(driver.Dismiss(), "La operación finalizó con éxito.");
     EXPECT_EQ(driver.Text("txtC1_NombreArchivo"), "hoy_ayer.txt");
-    driver.Key("Escape");
-    driver.UntilGone("frmOpciones");
+    driver.KeyUntilGone("Escape", "frmOpciones");
   });
   EXPECT_EQ(code, 0);
   const std::string written = ReadFile(places.exportFolder + "/hoy_ayer.txt");
@@ -70,10 +63,57 @@ TEST_F(OpcionesFrame, TheDailySalesFileByKeyboardAlone) {
             "MicrosExp_CodigoTienda=0042\nMicrosExp_HoraFinalVenta_Horas=20\nMicrosExp_FechaReporte_Anno=2024\n");
 }
 
+// As the host's other programs and their manuals name them.
+TEST_F(OpcionesFrame, EveryWindowSaysWhatIsAgreed) {
+  using Texts = std::vector<std::string>;
+  const auto expectShown = [](WindowDriver& driver, const char* window, const Texts& agreed) {
+    EXPECT_THAT(driver.Texts(window), testing::IsSupersetOf(agreed));
+  };
+  const std::vector<std::pair<const char*, Texts>> panels{
+      {"panel1",
+       {"Código de la empresa:", "Fecha Movimiento:", "Hora de fin de Jornada:",
+        "Guardar archivo en la siguiente carpeta destino:", "Enviar archivo generado por e-mail", "Dirección e-mail:",
+        "Forzar Nombre Archivo:", "Archivo Ventas Vexlor", "Importar/Exportar Datos", "&Aceptar", "&Cancelar"}},
+      {"panel3", {"Precios Movilnet 2010"}},
+      {"panel4",
+       {"Terminal de Datos Tolvan", "Conteo físico de inventario por áreas.", "Tomas para recepción de mercancía.",
+        "&Crear nuevo archivo",
+        "Utilice el siguiente botón para crear un nuevo archivo a transferir al dispositivo colector, de tal manera "
+        "que éste reconozca los códigos de barras de los artículos registrados como inventario en Tolvan."}},
+      {"panel5", {"Datos desde Hoja de Excel"}},
+      {"panel6",
+       {"RNC a Clientes (Rep. Dom.)", "Ruta archivo de Texto RNC",
+        "Utilice esta sección para importar el archivo del Registro Nacional de Contribuyentes a la tabla de clientes:",
+        "ADVERTENCIA: Este proceso puede durar varios minutos, inclusive horas dependiendo de la velocidad del "
+        "procesador."}}};
+  Run([&](WindowDriver& driver) {
+    for (unsigned line = 0; line < panels.size(); ++line) {
+      driver.ClickLine("tvOpciones", line);
+      driver.UntilShown(panels[line].first);
+      expectShown(driver, "frmOpciones", panels[line].second);
+    }
+    Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
+    driver.ClickUntilShown("bGuardar", "frmStatusImportar");
+    driver.OpenMenu("lvStatus", 0, "");
+    expectShown(driver, "frmStatusImportar",
+                {"Favor revise detenidamente las tres pestañas antes de proceder con la operación.",
+                 "Nuevos Items que se crearán", "Items que se actualizarán", "Renglones que no se procesarán", "Excel",
+                 "Tolvan", "Libre", "Descripción", "Costo", "PVP", "Dif", "Acción",
+                 "Ya he revisado y verificado que todos los renglones están en orden", "&Proceder", "&Cancelar",
+                 "Asociar a un Item Existente", "Quitar asociación (Crear como nuevo Item)",
+                 "Establecer código para crear nuevo Item (Código Excel)"});
+    driver.ChooseEntry(2);
+    driver.UntilShown("pregunta");
+    expectShown(driver, "pregunta",
+                {"Nuevo Código", "Establezca el código del nuevo Item (12 Caracteres Max, Sin Espacios)"});
+    driver.KeyUntilGone("Escape", "pregunta");
+    driver.KeyUntilGone("Escape", "frmStatusImportar");
+  });
+}
+
 TEST_F(OpcionesFrame, AnInvalidAddressKeepsTheFocusAndAcceptingWithoutAnActionWarns) {
   Run([&](WindowDriver& driver) {
-    driver.Click("bGuardar");
-    driver.UntilShown("mensaje");
+    driver.ClickUntilShown("bGuardar", "mensaje");
     driver.Key("ctrl+c");
     EXPECT_EQ(driver.Clipboard(), driver.Text("textoMensaje"));
     EXPECT_EQ(driver.Dismiss(),
@@ -100,11 +140,11 @@ TEST_F(OpcionesFrame, TheFolderIsChosenInSpanishAndKept) {
     EXPECT_EQ(*nl_langinfo(_NL_TIME_FIRST_WEEKDAY), 2);
     EXPECT_STREQ(std::localeconv()->decimal_point, ".");
     driver.ClickLine("tvOpciones", node::dailySales);
-    driver.Click("bC1_AbrirCarpeta");
+    driver.ClickUntilPicker("bC1_AbrirCarpeta", "Seleccionar carpeta");
     driver.AnswerPicker("Seleccionar carpeta para guardar los archivos exportados.", other);
     driver.Settle();
     EXPECT_EQ(driver.Text("txtC1_CarpetaDestino"), other);
-    driver.Click("bGuardar");
+    driver.ClickUntilShown("bGuardar", "mensaje");
     driver.Dismiss();
   });
   EXPECT_EQ(NamesIn(other).size(), 1U);
@@ -115,7 +155,7 @@ TEST_F(OpcionesFrame, TheCollectorsFileIsWritten) {
   Run([&](WindowDriver& driver) {
     driver.ClickLine("tvOpciones", node::collector);
     driver.Click("opProposito0");
-    driver.Click("cmdDCExportarItems");
+    driver.ClickUntilPicker("cmdDCExportarItems", "Guardar Archivo de Transporte");
     driver.AnswerPicker("Guardar Archivo de Transporte", path);
     EXPECT_TRUE(driver.Dismiss().starts_with("Archivo guardado con éxito\n"));
   });
@@ -130,7 +170,7 @@ TEST_F(OpcionesFrame, TheTemplateIsMadeAndOpened) {
   setenv("PATH", (folder.File("") + ":" + before).c_str(), 1);
   Run([&](WindowDriver& driver) {
     driver.ClickLine("tvOpciones", node::excel);
-    driver.Click("cmdAbrirPlantilla");
+    driver.ClickUntilShown("cmdAbrirPlantilla", "mensaje");
     EXPECT_EQ(driver.Dismiss(), "¿Desea incluir los datos?");
     driver.Until("it is opened", [&] { return std::filesystem::exists(opened); });
   });
@@ -151,16 +191,14 @@ TEST_F(OpcionesFrame, ReopensWhereItWasLeft) {
     driver.Until("moved", [&] { return layout(driver).Bounds().width == 13500; });
     driver.Settle();
     driver.OnWindows([&] { left = layout(driver).Bounds(); });
-    driver.Key("Escape");
-    driver.UntilGone("frmOpciones");
+    driver.KeyUntilGone("Escape", "frmOpciones");
   });
   Run([&](WindowDriver& driver) {
     driver.Until("placed", [&] { return layout(driver).Bounds() == left; });
     driver.OnWindows([&] { frame(driver).Maximize(); });
     driver.Until("maximised", [&] { return frame(driver).IsMaximized(); });
     driver.Settle();
-    driver.Key("Escape");
-    driver.UntilGone("frmOpciones");
+    driver.KeyUntilGone("Escape", "frmOpciones");
   });
   Run([&](WindowDriver& driver) {
     driver.Until("maximised again", [&] { return frame(driver).IsMaximized(); });

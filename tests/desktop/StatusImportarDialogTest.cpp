@@ -31,8 +31,7 @@ TEST_F(StatusImportarDialog, AnExcelListIsReviewedAndApplied) {
       {{"NUEVO-1", "Uno", {}, {}, 10.5, 15.25}, {"ALI0001", "Conocido", {}, {}, 7.5, 99.0}, {"NUEVO-1", "Otra vez"}});
   Run([&](WindowDriver& driver) {
     Choose(driver, node::excel, 0, book);
-    driver.Click("bGuardar");
-    driver.UntilShown("frmStatusImportar");
+    driver.ClickUntilShown("bGuardar", "frmStatusImportar");
     EXPECT_EQ(driver.Title("frmStatusImportar"), "Resultados Lectura Archivo");
     EXPECT_EQ(driver.Text("lCant0") + driver.Text("lCant1") + driver.Text("lCant2"),
               "3 renglones en total.2 renglones nuevos o sin asociar.1 renglon previamente asociado.");
@@ -46,16 +45,14 @@ TEST_F(StatusImportarDialog, AnExcelListIsReviewedAndApplied) {
     driver.Key("Down");
     EXPECT_EQ(driver.Text("txtNota"), "Fila 7 del libro: el código se repite: ya está en la fila 5 de la hoja.");
     for (const char* next : {"txtNota", "Check1", "bCancelar", "tabFiltro", "lvStatus"}) {
-      driver.Key("Tab");
-      EXPECT_EQ(driver.Focused(), next);
+      driver.KeyUntilFocused("Tab", next);
     }
     Accept(driver);
     EXPECT_EQ(
         driver.Dismiss(),
         "Operación realizada con éxito: \n\nNuevos Items: 1\nPrecios Actualizados: 1\nRenglones no procesados: 1");
     driver.UntilGone("frmStatusImportar");
-    driver.Click("bGuardar");  // nothing is announced twice, and the window goes on
-    driver.UntilShown("frmStatusImportar");
+    driver.ClickUntilShown("bGuardar", "frmStatusImportar");  // nothing is announced twice, and the window goes on
     driver.Click("bCancelar");
   });
   EXPECT_EQ(Query("SELECT Descripcion FROM Items WHERE idItem = 'NUEVO-1'"), "UNO,");
@@ -64,14 +61,10 @@ TEST_F(StatusImportarDialog, AnExcelListIsReviewedAndApplied) {
 TEST_F(StatusImportarDialog, RowsAreCorrectedByMenuKeyAndSearch) {
   Run([&](WindowDriver& driver) {
     Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
-    driver.Click("bGuardar");
-    driver.UntilShown("frmStatusImportar");
+    driver.ClickUntilShown("bGuardar", "frmStatusImportar");
     const unsigned before = driver.Lines("lvStatus");
-    driver.ClickLine("lvStatus", 0);
-    driver.Key("shift+F10");
-    driver.UntilMenu();
-    driver.Key("Down");
-    driver.Key("Return");
+    driver.OpenMenu("lvStatus", 0, "shift+F10");
+    driver.ChooseEntry(0);
     driver.UntilShown("buscarItem");
     driver.Type("ali0002");
     driver.Settle();
@@ -80,14 +73,11 @@ TEST_F(StatusImportarDialog, RowsAreCorrectedByMenuKeyAndSearch) {
     EXPECT_TRUE(driver.Dismiss().starts_with("Esta acción hizo que el Item/Renglón se borrara de esta pestaña."));
     EXPECT_EQ(driver.Lines("lvStatus"), before - 1);
     EXPECT_EQ(driver.Text("lCant2"), "1 renglon previamente asociado.");
-    driver.ClickLine("lvStatus", 0, 3);
-    driver.UntilMenu();
-    driver.Key("Up");
-    driver.Key("Return");
+    driver.OpenMenu("lvStatus", 0, "");
+    driver.ChooseEntry(2);
     driver.UntilShown("pregunta");
     driver.Type("mi codigo 1");
-    driver.Key("Return");
-    driver.UntilGone("pregunta");
+    driver.KeyUntilGone("Return", "pregunta");
     driver.Settle();
     EXPECT_EQ(driver.Line("lvStatus", 0).front(), "MICODIGO1");
     Accept(driver);
@@ -104,8 +94,7 @@ TEST_F(StatusImportarDialog, ALargeListIsShownAtOnceSortedAndStoppedWithoutATrac
   const std::string items = Query("SELECT count(*) FROM Items");
   Run([&](WindowDriver& driver) {
     Choose(driver, node::excel, 0, book);
-    driver.Click("bGuardar");
-    driver.UntilShown("lvStatus");
+    driver.ClickUntilShown("bGuardar", "lvStatus");
     EXPECT_EQ(driver.Lines("lvStatus"), static_cast<unsigned>(rows));
     driver.ClickHeader("lvStatus", 0);
     driver.UntilLine("lvStatus", 2, "GRANDE10");
@@ -113,11 +102,10 @@ TEST_F(StatusImportarDialog, ALargeListIsShownAtOnceSortedAndStoppedWithoutATrac
     driver.UntilLine("lvStatus", 0, "GRANDE99999");
     Accept(driver);
     driver.UntilShown("estado");
-    driver.Key("Escape");
+    driver.KeyUntilShown("Escape", "mensaje");
     EXPECT_EQ(driver.Dismiss(), "La operación no pudo concluirse\nOperación interrumpida. No se cambió nada.");
     EXPECT_TRUE(driver.Shown("frmStatusImportar"));
-    driver.Key("Escape");
-    driver.UntilGone("frmStatusImportar");
+    driver.KeyUntilGone("Escape", "frmStatusImportar");
   });
   EXPECT_EQ(Query("SELECT count(*) FROM Items"), items);
 }
@@ -125,8 +113,7 @@ TEST_F(StatusImportarDialog, ALargeListIsShownAtOnceSortedAndStoppedWithoutATrac
 TEST_F(StatusImportarDialog, AWaitForAnotherProgramIsToldAndStopped) {
   Run([&](WindowDriver& driver) {
     Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
-    driver.Click("bGuardar");
-    driver.UntilShown("frmStatusImportar");
+    driver.ClickUntilShown("bGuardar", "frmStatusImportar");
     SqliteDatabaseServices other({.path = places.database});
     auto writing = other.BeginTransaction();
     Accept(driver);
@@ -148,8 +135,7 @@ TEST_F(StatusImportarDialog, IsAsLargeAsItWasEachTimeItIsOpened) {
   Run([&](WindowDriver& driver) {
     Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
     for (int time = 0; time < 3; ++time) {
-      driver.Click("bGuardar");
-      driver.UntilShown("lvStatus");
+      driver.ClickUntilShown("bGuardar", "lvStatus");
       driver.Settle();
       driver.OnWindows([&] { heights.push_back(driver.Get("frmStatusImportar").GetSize().y); });
       driver.Click("bCancelar");
@@ -176,8 +162,7 @@ TEST_F(StatusImportarDialog, ColumnsComeBackAsTheyWereLeft) {
   };
   const auto review = [&](WindowDriver& driver) {
     Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
-    driver.Click("bGuardar");
-    driver.UntilShown("lvStatus");
+    driver.ClickUntilShown("bGuardar", "lvStatus");
     driver.Settle();
   };
   std::vector<std::pair<std::int32_t, int>> left;

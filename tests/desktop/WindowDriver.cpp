@@ -1,10 +1,8 @@
 #include "desktop/WindowDriver.h"
 
-#include <gtk/gtk.h>
 #include <wx/app.h>
-#include <wx/clipbrd.h>
+#include <wx/checkbox.h>
 #include <wx/dataview.h>
-#include <wx/stattext.h>
 #include <wx/textctrl.h>
 #include <wx/toplevel.h>
 
@@ -13,11 +11,13 @@
 #include <filesystem>
 #include <future>
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 #include <thread>
 
 #include "base/Text.h"
 #include "desktop/DesktopSession.h"
+#include "desktop/GtkWindows.h"
 #include "desktop/WxText.h"
 #include "platform/clock/SystemClock.h"
 
@@ -25,7 +25,8 @@ namespace tolvan::test {
 namespace {
 
 using namespace std::chrono_literals;
-constexpr auto patience = 20s;
+constexpr auto patience = 40s;
+constexpr auto again = 4s;  // what has had no effect by then was lost
 constexpr auto glance = 20ms;
 
 std::string Quoted(std::string_view text) {
@@ -36,19 +37,6 @@ void Call(const std::string& command) {
   if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
 }
 
-/// Those that are on the screen, of which wxWidgets knows only its own.
-void ForEachToolkitWindow(const std::function<void(GtkWindow*)>& take) {
-  GList* const windows = gtk_window_list_toplevels();
-  for (const GList* each = windows; each != nullptr; each = each->next) {
-    if (gtk_widget_get_mapped(GTK_WIDGET(each->data))) take(GTK_WINDOW(each->data));
-  }
-  g_list_free(windows);
-}
-
-const wxDataViewVirtualListModel& LinesOf(const wxDataViewCtrl& list) {
-  return dynamic_cast<const wxDataViewVirtualListModel&>(*list.GetModel());
-}
-
 wxDataViewItem ItemOf(const wxDataViewCtrl& list, unsigned line) {
   if (const auto* lines = dynamic_cast<const wxDataViewVirtualListModel*>(list.GetModel())) return lines->GetItem(line);
   wxDataViewItemArray items;
@@ -56,13 +44,18 @@ wxDataViewItem ItemOf(const wxDataViewCtrl& list, unsigned line) {
   return items[line];
 }
 
-/// Looks again and again until it holds; throws when it does not in time.
-void Wait(const std::string& what, const std::function<bool()>& holds) {
-  const auto end = std::chrono::steady_clock::now() + patience;
+/// Looks again and again whether it holds; false when it does not in time.
+bool HoldsWithin(std::chrono::milliseconds time, const std::function<bool()>& holds) {
+  const auto end = std::chrono::steady_clock::now() + time;
   while (!holds()) {
-    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("waited in vain: " + what);
+    if (std::chrono::steady_clock::now() > end) return false;
     std::this_thread::sleep_for(glance);
   }
+  return true;
+}
+
+void Wait(const std::string& what, const std::function<bool()>& holds) {
+  if (!HoldsWithin(patience, holds)) throw std::runtime_error("waited in vain: " + what);
 }
 
 }  // namespace
@@ -197,25 +190,86 @@ void WindowDriver::MouseTo(Place place, int button) {
        std::to_string(button));
 }
 
-void WindowDriver::Click(const std::string& name) {
-  UntilReady(name);
-  const Place place = Ask([&] {
-    const wxSize size = Get(name).GetSize();
+void WindowDriver::ActUntil(const std::string& what, const std::function<void()>& act,
+                            const std::function<bool()>& holds) {
+  Wait(what, [&] {
+    act();
+    return HoldsWithin(again, [&] { return Ask(holds); });
+  });
+}
+
+/// Does nothing while the control is not there or not enabled: then what was pressed before has its effect already.
+void WindowDriver::Press(const std::string& name) {
+  const std::optional<Place> place = Ask([&]() -> std::optional<Place> {
+    const wxWindow* const control = Find(name);
+    if (control == nullptr || !control->IsEnabled()) return std::nullopt;
+    const wxSize size = control->GetSize();
     // Not the middle: a check box answers at its left end only where its label is short.
     return OnScreen(name, wxMin(size.x / 2, 12), size.y / 2);
   });
-  MouseTo(place, 1);
+  if (place) MouseTo(*place, 1);
 }
 
-void WindowDriver::ClickLine(const std::string& list, unsigned line, int button) {
+void WindowDriver::ClickUntil(const std::string& name, const std::string& what, const std::function<bool()>& holds) {
+  UntilReady(name);
+  ActUntil(
+      what, [&] { Press(name); }, holds);
+}
+
+void WindowDriver::Click(const std::string& name) {
+  UntilReady(name);
+  const auto tick = [&]() -> std::optional<bool> {
+    const auto* box = dynamic_cast<const wxCheckBox*>(Find(name));
+    return box == nullptr ? std::nullopt : std::optional(box->GetValue());
+  };
+  const std::optional<bool> before = Ask(tick);
+  ActUntil(
+      name + " is clicked", [&] { Press(name); }, [&] { return !before || tick() != before; });
+}
+
+void WindowDriver::ClickUntilShown(const std::string& name, const std::string& shown) {
+  ClickUntil(name, shown + " is shown", [&] { return Find(shown) != nullptr; });
+}
+
+void WindowDriver::ClickUntilPicker(const std::string& name, const std::string& title) {
+  ClickUntil(name, "the picker " + title, [&] { return PickerIsShown(title); });
+  UntilPicker(title);
+}
+
+WindowDriver::Place WindowDriver::PlaceOfLine(const std::string& list, unsigned line) {
   UntilReady(list);
-  const Place place = Ask([&] {
+  return Ask([&] {
     const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
     const wxRect rect = control.GetItemRect(ItemOf(control, line));
     const wxPoint point = control.ClientToScreen(rect.GetTopLeft() + wxPoint(25, rect.height / 2));
     return OnScreen(list, point.x - control.GetScreenPosition().x, point.y - control.GetScreenPosition().y);
   });
-  MouseTo(place, button);
+}
+
+void WindowDriver::ClickLine(const std::string& list, unsigned line) {
+  ActUntil(
+      "a line is selected", [&] { MouseTo(PlaceOfLine(list, line), 1); },
+      [&] {
+        const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
+        return control.IsSelected(ItemOf(control, line));
+      });
+}
+
+void WindowDriver::OpenMenu(const std::string& list, unsigned line, const std::string& keys) {
+  if (!keys.empty()) ClickLine(list, line);
+  const auto open = [&] { keys.empty() ? MouseTo(PlaceOfLine(list, line), 3) : Key(keys); };
+  ActUntil("a menu is open", open, [] { return OpenedMenu() != nullptr; });
+}
+
+void WindowDriver::ChooseEntry(unsigned entry) {
+  ActUntil(
+      "an entry is chosen", [this] { Key("Down"); },
+      [entry] {
+        GtkMenuShell* const menu = OpenedMenu();
+        return menu == nullptr || gtk_menu_shell_get_selected_item(menu) == EntriesOf(menu).at(entry);
+      });
+  ActUntil(
+      "the menu is gone", [this] { Key("Return"); }, [] { return OpenedMenu() == nullptr; });
 }
 
 void WindowDriver::ClickHeader(const std::string& list, unsigned place) {
@@ -248,24 +302,65 @@ void WindowDriver::Drag(const std::string& control, int fromX, int fromY, int to
   Settle();
 }
 
+/// The window on top has the focus. Not insisted on: some never get it.
+void WindowDriver::UntilKeysAreTaken() {
+  HoldsWithin(again, [this] {
+    return Ask([] {
+      bool picker = false;
+      bool taken = OpenedMenu() != nullptr;
+      ForEachGtkWindow([&](GtkWindow* window) {
+        if (!GTK_IS_FILE_CHOOSER(window)) return;
+        picker = true;
+        taken = taken || gtk_window_has_toplevel_focus(window);
+      });
+      if (picker || taken) return taken;
+      for (auto node = wxTopLevelWindows.GetLast(); node != nullptr; node = node->GetPrevious()) {
+        const auto* const top = dynamic_cast<const wxTopLevelWindow*>(node->GetData());
+        if (top != nullptr && top->IsShown()) return const_cast<wxTopLevelWindow*>(top)->IsActive();
+      }
+      return true;
+    });
+  });
+}
+
+void WindowDriver::KeyUntilShown(const std::string& keys, const std::string& name) {
+  ActUntil(
+      name + " is shown", [&] { Key(keys); }, [&] { return Find(name) != nullptr; });
+}
+
+void WindowDriver::KeyUntilGone(const std::string& keys, const std::string& name) {
+  ActUntil(
+      name + " is gone", [&] { Key(keys); }, [&] { return Find(name) == nullptr; });
+}
+
+void WindowDriver::KeyUntilFocused(const std::string& keys, const std::string& name) {
+  ActUntil(
+      name + " has the focus", [&] { Key(keys); },
+      [&] {
+        const wxWindow* const focused = wxWindow::FindFocus();
+        return focused != nullptr && FromWx(focused->GetName()) == name;
+      });
+}
+
 void WindowDriver::Key(const std::string& keys) {
+  UntilKeysAreTaken();
   Call("xdotool key --clearmodifiers " + keys);
 }
 
 void WindowDriver::Type(const std::string& text) {
+  UntilKeysAreTaken();
   Call("xdotool type --clearmodifiers --delay 2 -- " + Quoted(text));
 }
 
 void WindowDriver::Fill(const std::string& field, const std::string& text) {
-  Click(field);
-  Until(field + " has the focus", [&] { return Get(field).IsDescendant(wxWindow::FindFocus()); });
-  Key("ctrl+a");
-  if (text.empty()) {
-    Key("Delete");
-  } else {
+  ActUntil(
+      field + " has the focus", [&] { Click(field); }, [&] { return Get(field).IsDescendant(wxWindow::FindFocus()); });
+  const auto type = [&] {
+    Key("ctrl+a");
+    if (text.empty()) return Key("Delete");
     Type(text);
-  }
-  Until(field + " holds " + text, [&] {
+  };
+  ActUntil(field + " holds " + text, type, [&] {
     const auto* box = dynamic_cast<wxTextCtrl*>(&Get(field));
     return box == nullptr || FromWx(box->GetValue()) == text;
   });
@@ -280,126 +375,30 @@ void WindowDriver::AnswerPicker(const std::string& title, const std::string& pat
   // A slash makes it ask for a path, once it has read its folder; before that it takes no keys.
   Wait("a path can be typed into " + title, [&] {
     Type("/");
-    for (int glances = 0; glances < 25 && PathInPicker().empty(); ++glances) std::this_thread::sleep_for(glance);
-    return !PathInPicker().empty();
+    for (int glances = 0; glances < 25 && Ask(&PathInPicker).empty(); ++glances) std::this_thread::sleep_for(glance);
+    return !Ask(&PathInPicker).empty();
   });
   Key("ctrl+a");
   Type(path);
-  Wait("the path appears in " + title, [&] { return PathInPicker().starts_with(path); });
+  Wait("the path appears in " + title, [&] { return Ask(&PathInPicker).starts_with(path); });
   Key("Return");
   Call("timeout 20 sh -c " +
        Quoted("while xdotool search --onlyvisible --name " + Quoted(title) + " >/dev/null 2>&1; do sleep 0.05; done"));
-}
-
-/// What stands in the field for a path of the toolkit's picker; empty when there is no such field yet.
-std::string WindowDriver::PathInPicker() {
-  return Ask([] {
-    std::string path;
-    ForEachToolkitWindow([&](GtkWindow* window) {
-      GtkWidget* const focused = gtk_window_get_focus(window);
-      if (GTK_IS_FILE_CHOOSER(window) && GTK_IS_ENTRY(focused)) path = gtk_entry_get_text(GTK_ENTRY(focused));
-    });
-    return path;
-  });
-}
-
-void WindowDriver::UntilMenu() {
-  Until("a menu is shown", [] {
-    bool shown = false;
-    ForEachToolkitWindow([&](GtkWindow* window) {
-      if (GTK_IS_MENU(gtk_bin_get_child(GTK_BIN(window)))) shown = gtk_grab_get_current() != nullptr;
-    });
-    return shown;
-  });
 }
 
 std::string WindowDriver::Dismiss() {
   UntilShown("mensaje");
   const std::string text = Text("textoMensaje");
   const wxWindow* const box = Ask([this] { return Find("mensaje"); });
-  Click(Shown("bMensajeSi") ? "bMensajeSi" : "bMensajeAceptar");
-  Until("the box is gone", [&] { return Find("mensaje") != box; });
+  const std::string button = Shown("bMensajeSi") ? "bMensajeSi" : "bMensajeAceptar";
+  ActUntil(
+      "the box is gone", [&] { Click(button); }, [&] { return Find("mensaje") != box; });
   return text;
-}
-
-std::string WindowDriver::Text(const std::string& name) {
-  Settle();
-  return Ask([&] {
-    const wxWindow& control = Get(name);
-    const auto* box = dynamic_cast<const wxTextCtrl*>(&control);
-    return FromWx(box != nullptr ? box->GetValue() : control.GetLabel());
-  });
-}
-
-std::string WindowDriver::Clipboard() {
-  Settle();
-  return Ask([] {
-    const wxClipboardLocker lock;
-    wxTextDataObject copied;
-    return wxTheClipboard->GetData(copied) ? FromWx(copied.GetText()) : std::string();
-  });
-}
-
-std::string WindowDriver::Title(const std::string& name) {
-  return Ask([&] { return FromWx(dynamic_cast<wxTopLevelWindow&>(Get(name)).GetTitle()); });
-}
-
-std::string WindowDriver::Focused() {
-  Settle();
-  return Ask([] {
-    const wxWindow* const focused = wxWindow::FindFocus();
-    return focused == nullptr ? std::string() : FromWx(focused->GetName());
-  });
-}
-
-bool WindowDriver::Enabled(const std::string& name) {
-  Settle();
-  return Ask([&] { return Get(name).IsEnabled(); });
-}
-
-bool WindowDriver::Shown(const std::string& name) {
-  return Ask([&] { return Find(name) != nullptr; });
-}
-
-std::vector<std::string> WindowDriver::Line(const std::string& list, unsigned line) {
-  return Ask([&] {
-    std::vector<std::string> texts;
-    const auto& control = dynamic_cast<wxDataViewCtrl&>(Get(list));
-    for (unsigned column = 0; column < control.GetColumnCount(); ++column) {
-      wxVariant value;
-      LinesOf(control).GetValueByRow(value, line, column);
-      texts.push_back(FromWx(value.GetString()));
-    }
-    return texts;
-  });
-}
-
-unsigned WindowDriver::Lines(const std::string& list) {
-  return Ask([&] { return LinesOf(dynamic_cast<wxDataViewCtrl&>(Get(list))).GetCount(); });
-}
-
-void WindowDriver::UntilLine(const std::string& list, unsigned line, const std::string& text) {
-  Wait(text + " in line " + std::to_string(line) + " of " + list, [&] { return Line(list, line).front() == text; });
 }
 
 void WindowDriver::PictureOfScreen(const std::string& name) {
   std::filesystem::create_directories(pictureFolder_);
   Call("import -window root " + Quoted(pictureFolder_ + "/" + name + ".png"));
-}
-
-void WindowDriver::PictureOfWindow(const std::string& control, const std::string& name) {
-  UntilShown(control);
-  OnWindows([] {});
-  std::this_thread::sleep_for(250ms);  // until what was asked to be drawn is on the screen
-  const std::string crop = Ask([&] {
-    const wxWindow* const top = wxGetTopLevelParent(&Get(control));
-    const wxRect rect = top->GetScreenRect();
-    const int scale = static_cast<int>(top->GetContentScaleFactor());
-    return std::to_string(rect.width * scale) + "x" + std::to_string(rect.height * scale) + "+" +
-           std::to_string(rect.x * scale) + "+" + std::to_string(rect.y * scale);
-  });
-  std::filesystem::create_directories(pictureFolder_);
-  Call("import -window root -crop " + crop + " +repage " + Quoted(pictureFolder_ + "/" + name + ".png"));
 }
 
 }  // namespace tolvan::test

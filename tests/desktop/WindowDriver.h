@@ -31,12 +31,23 @@ class WindowDriver {
   int Run(const std::string& hostPath, const Script& script);
   const std::string& Failure() const { return failure_; }
 
-  // What a person does. Every call waits for the control to be shown and enabled.
+  // What a person does. Every call waits for the control to be shown and enabled. On a busy machine a window that has
+  // just come up may lose what it is sent, so a person looks, and does it again: nothing may hang on a single event.
+
+  /// Acts until `holds`, and again every few seconds. `holds` runs on the windows' thread.
+  void ActUntil(const std::string& what, const std::function<void()>& act, const std::function<bool()>& holds);
 
   void Click(const std::string& name);
+  void ClickUntilShown(const std::string& name, const std::string& shown);
 
-  /// A line of a list or a tree, from 0, with mouse button 1 or 3.
-  void ClickLine(const std::string& list, unsigned line, int button = 1);
+  /// Selects a line of a list or a tree, from 0.
+  void ClickLine(const std::string& list, unsigned line);
+
+  /// Opens the menu of a list's selected line by "Menu", "shift+F10" or, with no keys, the right mouse button.
+  void OpenMenu(const std::string& list, unsigned line, const std::string& keys);
+
+  /// The entry of the open menu, from 0.
+  void ChooseEntry(unsigned entry);
 
   /// The header of a list's column, from 0 at the left.
   void ClickHeader(const std::string& list, unsigned place);
@@ -46,16 +57,16 @@ class WindowDriver {
 
   /// Keys as xdotool names them: "Return", "alt+a", "shift+F10".
   void Key(const std::string& keys);
+  void KeyUntilShown(const std::string& keys, const std::string& name);
+  void KeyUntilGone(const std::string& keys, const std::string& name);
+  void KeyUntilFocused(const std::string& keys, const std::string& name);
   void Type(const std::string& text);
 
   /// Clicks into a field and replaces its text.
   void Fill(const std::string& field, const std::string& text);
 
-  /// Waits for the toolkit's own picker of that title.
-  static void UntilPicker(const std::string& title);
-
-  /// Waits until a menu has come up and takes keys.
-  void UntilMenu();
+  /// Clicks until the toolkit's own picker comes up, whose title begins so.
+  void ClickUntilPicker(const std::string& name, const std::string& title);
 
   /// Answers such a picker with a path.
   void AnswerPicker(const std::string& title, const std::string& path);
@@ -66,6 +77,9 @@ class WindowDriver {
   // What a person sees.
 
   std::string Text(const std::string& name);
+
+  /// Every text that a window shows: labels, titles of tabs and columns, and the entries of a menu that is open.
+  std::vector<std::string> Texts(const std::string& name);
 
   /// What was copied last.
   std::string Clipboard();
@@ -89,9 +103,8 @@ class WindowDriver {
   void UntilShown(const std::string& name);
   void UntilGone(const std::string& name);
 
-  /// The whole screen, or one window by the name of a control in it, as NAME.png.
+  /// The whole screen, as NAME.png.
   void PictureOfScreen(const std::string& name);
-  void PictureOfWindow(const std::string& control, const std::string& name);
 
   /// A control, for what has no words here. On the windows' thread only. Throws when it is not shown.
   wxWindow& Get(const std::string& name) const;
@@ -119,8 +132,12 @@ class WindowDriver {
   }
 
   void UntilReady(const std::string& name);
+  void UntilKeysAreTaken();
+  void Press(const std::string& name);
+  void ClickUntil(const std::string& name, const std::string& what, const std::function<bool()>& holds);
+  static void UntilPicker(const std::string& title);
+  Place PlaceOfLine(const std::string& list, unsigned line);
   Place OnScreen(const std::string& name, int x, int y) const;
-  std::string PathInPicker();
   void MouseTo(Place place, int button);
   void RunScript(const Script& script);
 

@@ -31,8 +31,7 @@ TEST_F(WindowFailure, RejectedLinesAreOfferedAfterTheImport) {
   const std::string rejected = folder.File("rechazos.txt");
   Run([&](WindowDriver& driver) {
     Choose(driver, node::registry, 1, Registry(2000));
-    driver.Click("bGuardar");
-    driver.UntilShown("iconoInformacion");
+    driver.ClickUntilShown("bGuardar", "iconoInformacion");
     EXPECT_EQ(driver.Title("mensaje"), "Operación finalizada");
     EXPECT_EQ(driver.Dismiss(),
               "Operación finalizada. \n\nNuevos clientes registrados: 2000\n"
@@ -50,14 +49,13 @@ TEST_F(WindowFailure, AStoppedRegistryImportKeepsWhatIsIn) {
   const std::string file = Registry(900'000);
   Run([&](WindowDriver& driver) {
     Choose(driver, node::registry, 1, file);
-    driver.Click("bGuardar");
-    driver.UntilShown("pbProgreso");
+    driver.ClickUntilShown("bGuardar", "pbProgreso");
     EXPECT_EQ(driver.Text("lbProgreso"), "Realizando importación de datos, favor esperar...");
     EXPECT_FALSE(driver.Enabled("tvOpciones"));
     EXPECT_EQ(driver.Text("bCancelar"), "&Detener");
     // Registered are the first 200,000 lines when the bar has gone this far.
     driver.Until("some are in", [&] { return dynamic_cast<wxGauge&>(driver.Get("pb01")).GetValue() > 250; });
-    driver.Key("Escape");
+    driver.KeyUntilShown("Escape", "mensaje");
     EXPECT_NE(driver.Dismiss().find("Operación interrumpida. Lo registrado queda guardado"), std::string::npos);
     EXPECT_NE(Query("SELECT count(*) FROM Clientes WHERE Descripcion LIKE 'EMPRESA %'"), "0,");
   });
@@ -67,9 +65,8 @@ TEST_F(WindowFailure, TheCloseBoxDuringAnImportStopsItAndClosesTheWindow) {
   const std::string file = Registry(900'000, true);
   const int code = Run([&](WindowDriver& driver) {
     Choose(driver, node::registry, 1, file);
-    driver.Click("bGuardar");
-    driver.UntilShown("pbProgreso");
-    driver.Key("alt+F4");
+    driver.ClickUntilShown("bGuardar", "pbProgreso");
+    driver.KeyUntilShown("alt+F4", "mensaje");
     EXPECT_NE(driver.Dismiss().find("Operación interrumpida."), std::string::npos);
     driver.UntilGone("frmOpciones");
   });
@@ -80,8 +77,7 @@ TEST_F(WindowFailure, TheEndOfTheSessionDuringAnImportClosesEverything) {
   const std::string file = Registry(900'000);
   const int code = Run([&](WindowDriver& driver) {
     Choose(driver, node::registry, 1, file);
-    driver.Click("bGuardar");
-    driver.UntilShown("pbProgreso");
+    driver.ClickUntilShown("bGuardar", "pbProgreso");
     driver.EndSession();
     driver.UntilGone("frmOpciones");
   });

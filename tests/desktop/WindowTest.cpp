@@ -14,8 +14,9 @@ int WindowTest::Run(const WindowDriver::Script& script) {
 
 void WindowTest::Choose(WindowDriver& driver, unsigned node, int element, const std::string& path) {
   driver.ClickLine("tvOpciones", node);
-  driver.Click("BAbrirArchivo" + std::to_string(element));
-  driver.AnswerPicker(element == 0 ? "Seleccionar Archivo de Excel" : "Seleccionar Archivo de Texto RNC", path);
+  const std::string title = element == 0 ? "Seleccionar Archivo de Excel" : "Seleccionar Archivo de Texto RNC";
+  driver.ClickUntilPicker("BAbrirArchivo" + std::to_string(element), title);
+  driver.AnswerPicker(title, path);
 }
 
 }  // namespace tolvan::test

@@ -12,6 +12,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <stdexcept>
+#include <thread>
 
 #include "cli/demo/DemoStore.h"
 #include "desktop/Toolkit.h"
@@ -25,15 +27,35 @@ using tolvan::test::WindowDriver;
 
 enum Node : unsigned { dailySales, movilnet, collector, excel, registry };
 
+std::string pictureFolder;
+
+/// One window by the name of a control in it, as NAME.png.
+void TakeWindow(WindowDriver& driver, const std::string& control, const std::string& name) {
+  driver.UntilShown(control);
+  driver.Settle();
+  std::this_thread::sleep_for(std::chrono::milliseconds(250));  // until what was asked to be drawn is on the screen
+  std::string crop;
+  driver.OnWindows([&] {
+    const wxWindow* const top = wxGetTopLevelParent(&driver.Get(control));
+    const wxRect rect = top->GetScreenRect();
+    const int scale = static_cast<int>(top->GetContentScaleFactor());
+    crop = std::to_string(rect.width * scale) + "x" + std::to_string(rect.height * scale) + "+" +
+           std::to_string(rect.x * scale) + "+" + std::to_string(rect.y * scale);
+  });
+  std::filesystem::create_directories(pictureFolder);
+  const std::string command = "import -window root -crop " + crop + " +repage '" + pictureFolder + "/" + name + ".png'";
+  if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
+}
+
 void TakeMessage(WindowDriver& driver, const std::string& name) {
-  driver.PictureOfWindow("mensaje", name);
+  TakeWindow(driver, "mensaje", name);
   driver.Dismiss();
 }
 
 void Choose(WindowDriver& driver, Node node, const std::string& button, const std::string& title,
             const std::string& path) {
   driver.ClickLine("tvOpciones", node);
-  driver.Click(button);
+  driver.ClickUntilPicker(button, title);
   driver.AnswerPicker(title, path);
   driver.Settle();
 }
@@ -53,9 +75,9 @@ void FillDailySales(WindowDriver& driver) {
 }
 
 void TakeDailySales(WindowDriver& driver) {
-  driver.PictureOfWindow("frmOpciones", "inicio");
+  TakeWindow(driver, "frmOpciones", "inicio");
   FillDailySales(driver);
-  driver.PictureOfWindow("frmOpciones", "ventas");
+  TakeWindow(driver, "frmOpciones", "ventas");
   driver.Click("bGuardar");
   TakeMessage(driver, "exito");
 }
@@ -70,7 +92,7 @@ void TakeError(WindowDriver& driver) {
 void TakeTab(WindowDriver& driver, int tab, const std::string& name) {
   driver.OnWindows(
       [&] { dynamic_cast<wxBookCtrlBase&>(driver.Get("tabFiltro")).SetSelection(static_cast<size_t>(tab)); });
-  driver.PictureOfWindow("frmStatusImportar", name);
+  TakeWindow(driver, "frmStatusImportar", name);
 }
 
 void TakeUnprocessed(WindowDriver& driver) {
@@ -78,12 +100,12 @@ void TakeUnprocessed(WindowDriver& driver) {
   driver.UntilShown("txtNota");
   driver.Settle();
   driver.ClickLine("lvStatus", 1);
-  driver.PictureOfWindow("frmStatusImportar", "excel-no-procesar");
+  TakeWindow(driver, "frmStatusImportar", "excel-no-procesar");
 }
 
 void TakeExcel(WindowDriver& driver, const DemoPlaces& places) {
   Choose(driver, excel, "BAbrirArchivo0", "Seleccionar Archivo de Excel", places.examples + "/precios.xlsx");
-  driver.PictureOfWindow("frmOpciones", "excel");
+  TakeWindow(driver, "frmOpciones", "excel");
   driver.Click("bGuardar");
   driver.UntilShown("frmStatusImportar");
   TakeTab(driver, 0, "excel-nuevos");
@@ -97,27 +119,21 @@ void TakeExcel(WindowDriver& driver, const DemoPlaces& places) {
 
 void TakeMovilnet(WindowDriver& driver, const DemoPlaces& places) {
   Choose(driver, movilnet, "BAbrirArchivo0", "Seleccionar Archivo de Excel", places.examples + "/movilnet.xlsx");
-  driver.PictureOfWindow("frmOpciones", "movilnet");
+  TakeWindow(driver, "frmOpciones", "movilnet");
   driver.Click("bGuardar");
   driver.UntilShown("frmStatusImportar");
-  driver.ClickLine("lvStatus", 0, 3);
-  driver.UntilMenu();
-  driver.PictureOfWindow("frmStatusImportar", "movilnet-menu");
-  driver.Key("Down");
-  driver.Key("Return");
+  driver.OpenMenu("lvStatus", 0, "");
+  TakeWindow(driver, "frmStatusImportar", "movilnet-menu");
+  driver.ChooseEntry(0);
   driver.UntilShown("buscarItem");
   driver.Type("arroz");
-  driver.PictureOfWindow("buscarItem", "movilnet-buscar");
-  driver.Key("Escape");
-  driver.UntilGone("buscarItem");
-  driver.ClickLine("lvStatus", 0, 3);
-  driver.UntilMenu();
-  driver.Key("Up");
-  driver.Key("Return");
+  TakeWindow(driver, "buscarItem", "movilnet-buscar");
+  driver.KeyUntilGone("Escape", "buscarItem");
+  driver.OpenMenu("lvStatus", 0, "");
+  driver.ChooseEntry(2);
   driver.UntilShown("pregunta");
-  driver.PictureOfWindow("pregunta", "movilnet-codigo");
-  driver.Key("Escape");
-  driver.UntilGone("pregunta");
+  TakeWindow(driver, "pregunta", "movilnet-codigo");
+  driver.KeyUntilGone("Escape", "pregunta");
   driver.Click("bCancelar");
   driver.UntilGone("frmStatusImportar");
 }
@@ -126,35 +142,35 @@ void TakeRegistry(WindowDriver& driver, const DemoPlaces& places) {
   const std::string path = places.examples + "/DGII_RNC.TXT";
   std::ofstream(path, std::ios::app) << "101012349|DIGITO EQUIVOCADO, SRL\n12345678|FALTA UN DIGITO\n";
   Choose(driver, registry, "BAbrirArchivo1", "Seleccionar Archivo de Texto RNC", path);
-  driver.PictureOfWindow("frmOpciones", "rnc");
+  TakeWindow(driver, "frmOpciones", "rnc");
   driver.Click("bGuardar");
   TakeMessage(driver, "rnc-resultado");
-  driver.PictureOfWindow("bMensajeNo", "rnc-rechazadas");
+  TakeWindow(driver, "bMensajeNo", "rnc-rechazadas");
   driver.Click("bMensajeNo");
   driver.Settle();
 }
 
 void TakeCollector(WindowDriver& driver, const DemoPlaces& places) {
   driver.ClickLine("tvOpciones", collector);
-  driver.PictureOfWindow("frmOpciones", "colector");
-  driver.Click("cmdDCExportarItems");
+  TakeWindow(driver, "frmOpciones", "colector");
+  driver.ClickUntilPicker("cmdDCExportarItems", "Guardar Archivo de Transporte");
   driver.AnswerPicker("Guardar Archivo de Transporte", places.exportFolder + "/Articulos 20240301.tolpak");
   TakeMessage(driver, "colector-listo");
 }
 
-bool Run(const std::string& pictures, const DemoPlaces& places, const WindowDriver::Script& script) {
-  WindowDriver driver(pictures);
+bool Run(const DemoPlaces& places, const WindowDriver::Script& script) {
+  WindowDriver driver(pictureFolder);
   driver.Run(places.host, script);
   if (!driver.Failure().empty()) std::cerr << driver.Failure() << '\n';
   return driver.Failure().empty();
 }
 
-int TakeAll(const std::string& pictures) {
+int TakeAll() {
   const char* home = std::getenv("HOME");
   const DemoPlaces places = tolvan::PlacesOfDemo(std::string(home == nullptr ? "." : home) + "/tienda");
   tolvan::test::CommandRunner runner;
   if (runner.Run({"demo", places.folder}).code != 0) return 1;
-  const bool taken = Run(pictures, places, [&](WindowDriver& windows) {
+  const bool taken = Run(places, [&](WindowDriver& windows) {
     TakeDailySales(windows);
     TakeExcel(windows, places);
     TakeMovilnet(windows, places);
@@ -163,7 +179,7 @@ int TakeAll(const std::string& pictures) {
   });
   runner.host = places.host;
   if (!taken || runner.Run({"opciones", "MicrosExp_CarpetaDestino=C:\\"}).code != 0) return 1;
-  return Run(pictures, places, TakeError) ? 0 : 1;
+  return Run(places, TakeError) ? 0 : 1;
 }
 
 }  // namespace
@@ -173,6 +189,6 @@ int main(int count, char** arguments) {
     std::cerr << "usage: desktop_pictures FOLDER\n";
     return 2;
   }
-  const std::string pictures = std::filesystem::absolute(arguments[1]);
-  return tolvan::test::RunWithToolkit(1, arguments, [&] { return TakeAll(pictures); });
+  pictureFolder = std::filesystem::absolute(arguments[1]);
+  return tolvan::test::RunWithToolkit(1, arguments, &TakeAll);
 }
