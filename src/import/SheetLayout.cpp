@@ -1,6 +1,8 @@
 #include "import/SheetLayout.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "base/Text.h"
 
@@ -17,8 +19,8 @@ std::string Letter(std::uint32_t column) {
 std::string HeadingName(const SheetCell& cell) {
   if (cell.kind != CellKind::Text) return {};
   std::string name = ToUpper(TrimBlanks(cell.text));
-  constexpr std::pair<std::string_view, std::string_view> letters[]{
-      {"Á", "A"}, {"É", "E"}, {"Í", "I"}, {"Ó", "O"}, {"Ú", "U"}};
+  using Letters = std::pair<std::string_view, std::string_view>;
+  constexpr std::array<Letters, 5> letters{{{"Á", "A"}, {"É", "E"}, {"Í", "I"}, {"Ó", "O"}, {"Ú", "U"}}};
   for (const auto& [accented, plain] : letters) name = ReplaceAll(name, accented, plain);
   return name;
 }
