@@ -21,7 +21,7 @@ constexpr std::array tabTitles{"Nuevos Items que se crearán", "Items que se act
                                "Renglones que no se procesarán"};
 constexpr std::array menuTitles{"Asociar a un Item Existente", "Quitar asociación (Crear como nuevo Item)",
                                 "Establecer código para crear nuevo Item (Código Excel)"};
-constexpr int noteLines = 2;
+constexpr int noteLines = 3;
 constexpr int menuIds = wxID_HIGHEST + 100;
 
 }  // namespace
@@ -71,7 +71,7 @@ void StatusImportarDialog::MakeList(wxSizer& sizer) {
   sizer.Add(list_, wxSizerFlags(1).Expand().Border(wxALL, Gap(*this)));
   // A field and no label, so that the text can be copied. Its height stays, so that the list does not jump.
   note_ = new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
-                         wxTE_MULTILINE | wxTE_READONLY | wxTE_NO_VSCROLL | wxBORDER_NONE);
+                         wxTE_MULTILINE | wxTE_READONLY | wxBORDER_NONE);
   note_->SetBackgroundColour(GetBackgroundColour());
   note_->SetMinSize(wxSize(-1, noteLines * note_->GetCharHeight()));
   NameControl(*note_, "txtNota", "Observación del renglón");

@@ -31,7 +31,8 @@ ReportLine Headings() {
 
 ReportLine LineOf(const ReviewRow& row) {
   const bool applied = row.action != RowAction::None;
-  // A value that the workbook does not give stays as it was.
+  // An item without a given cost begins with 0; an item's value that the workbook does not give stays as it was.
+  const std::optional<Currency> cost = row.action == RowAction::Create ? row.cost.value_or(Currency()) : row.cost;
   const auto after = [&](const std::optional<Currency>& given, const std::optional<Currency>& before) {
     return applied ? AmountOrNothing(given ? given : before) : ReportCell();
   };
@@ -40,7 +41,7 @@ ReportLine LineOf(const ReviewRow& row) {
           row.associated.empty() ? row.code : row.associated,
           row.description,
           AmountOrNothing(row.previousCost),
-          after(row.cost, row.previousCost),
+          after(cost, row.previousCost),
           AmountOrNothing(row.previousPrice),
           after(row.price, row.previousPrice),
           row.AllRemarks()};
