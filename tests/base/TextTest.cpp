@@ -1,11 +1,17 @@
+// Texts, and the numbers, addresses and bytes that are read from them and written as them.
 #include "base/Text.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "base/EmailAddress.h"
+#include "base/NumberText.h"
+#include "base/Windows1252.h"
 
 #include "base/CsvText.h"
 
@@ -61,7 +67,7 @@ TEST(Text, CutsByCharacters) {
 }
 
 TEST(Text, ChangesCaseCharacterByCharacter) {
-  EXPECT_EQ(ToUpper("año ágüé ç straße ÿ i"), "AÑO ÁGÜÉ Ç STRAßE Ÿ I");
+  EXPECT_EQ(ToUpper("año àgüé þ ÷ straße ÿ i"), "AÑO ÀGÜÉ Þ ÷ STRAßE Ÿ I");
   EXPECT_EQ(ToLower("AÑO ÁGÜÉ Ç [@] Σ"), "año ágüé ç [@] σ");
 }
 
@@ -136,6 +142,86 @@ TEST(CsvText, LeavesNothingForASpreadsheetToCalculate) {
                                                                {"5, =1", "\"5, =1\""},
                                                                {"", ""}};
   for (const auto& [text, field] : cases) EXPECT_EQ(CsvText(text), field);
+}
+
+TEST(PlainNumberText, IsWhatAPersonWouldHaveTyped) {
+  const std::vector<std::pair<double, std::string>> cases = {
+      {0.1 + 0.2, "0.3"},
+      {-0.0, "0"},
+      {1e20, "100000000000000000000"},
+      {-1234.5, "-1234.5"},
+      {1e-7, "0.0000001"},
+      {1.25e-3, "0.00125"},
+      {123'456'789'012'345.0, "123456789012345"},
+      {1'234'567'890'123'456.0, "1234567890123460"},
+      {0.999'999'999'999'999'9, "1"},
+      {8'290'001'234'567.0, "8290001234567"},
+      {std::numeric_limits<double>::infinity(), ""},
+      {std::numeric_limits<double>::quiet_NaN(), ""},
+  };
+  for (const auto& [value, expected] : cases) EXPECT_EQ(PlainNumberText(value), expected) << value;
+}
+
+TEST(EmailAddress, TakesPlausibleOnesOnly) {
+  for (const char* good :
+       {"ana@example.com", "a.b+c_d-e@sub.example.co", "x@1.do", "root@localhost", "ñ@compañía.do"}) {
+    EXPECT_TRUE(IsEmailAddress(good)) << good;
+  }
+  for (const char* bad : {"",
+                          "ana",
+                          "@example.com",
+                          "ana@",
+                          "ana@example",
+                          "ana@@example.com",
+                          "a@b@example.com",
+                          ".a@example.com",
+                          "a.@example.com",
+                          "a..b@example.com",
+                          "a@-b.com",
+                          "a@b-.com",
+                          "a@.com",
+                          "a@b.com.",
+                          "a b@c.com",
+                          " a@b.com",
+                          "a@b.com ",
+                          "a\t@b.com",
+                          "a@b.com\r\nBcc: c@d.com",
+                          "<a@b.com>",
+                          "\"a\"@b.com",
+                          "a,b@c.com",
+                          "a@b_c.com",
+                          "a\xC2\xA0@b.com",
+                          "\xFF@b.com"}) {
+    EXPECT_FALSE(IsEmailAddress(bad)) << bad;
+  }
+  const std::string label(60, 'd');
+  const std::string domain = label + "." + label + "." + label + ".com";  // 186 characters
+  EXPECT_TRUE(IsEmailAddress(std::string(64, 'a') + "@" + domain));
+  EXPECT_FALSE(IsEmailAddress(std::string(65, 'a') + "@" + domain));
+  EXPECT_FALSE(IsEmailAddress(std::string(60, 'a') + "@" + label + "." + domain));
+}
+
+TEST(Windows1252, EveryByteMakesTheWayThereAndBack) {
+  std::string bytes;
+  for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
+  const std::string text = FromWindows1252(bytes);
+  EXPECT_TRUE(IsValidUtf8(text));
+  EXPECT_EQ(CountCharacters(text), 256U);
+  EXPECT_EQ(ToWindows1252(text), bytes);
+}
+
+TEST(Windows1252, NamesTheCharactersOfThePublishedTable) {
+  EXPECT_EQ(FromWindows1252("\x80\x8A\x8E\x99\x9F\xA0\xD1\xF1\xFF"), "€ŠŽ™Ÿ\u00A0Ññÿ");
+  EXPECT_EQ(FromWindows1252("\x81\x8D\x8F\x90\x9D"), "\u0081\u008D\u008F\u0090\u009D");
+}
+
+TEST(Windows1252, ACharacterWithoutAByteIsRefusedOrReplaced) {
+  // A control that a printable byte stands in the place of, a Greek letter, a wide character, a broken byte.
+  for (const std::string& lost :
+       {std::string("\u0080"), std::string("Ω"), std::string("\U0001F600"), std::string("\xC3")}) {
+    EXPECT_EQ(ToWindows1252("a" + lost + "ñ"), std::nullopt);
+    EXPECT_EQ(ToWindows1252("a" + lost + "ñ", '?'), "a?\xF1");
+  }
 }
 
 }  // namespace

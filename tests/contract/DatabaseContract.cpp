@@ -152,7 +152,7 @@ TEST_P(DatabaseContract, FailuresHaveTheirKindAndTheStatementAsContext) {
 TEST_P(DatabaseContract, OneTextCanBeWalkedTwiceAtOnceWhileRowsAreWritten) {
   for (const char* code : {"A", "B"}) Database().Execute(Insert(code, 1));
   const SqlStatement query("SELECT Codigo FROM Prueba ORDER BY Codigo");
-  const auto first = Database().OpenRecordset(query);
+  auto first = Database().OpenRecordset(query);
   const auto second = Database().OpenRecordset(query);
   first->MoveNext();
   EXPECT_EQ(first->Text(0), "B");
@@ -162,6 +162,8 @@ TEST_P(DatabaseContract, OneTextCanBeWalkedTwiceAtOnceWhileRowsAreWritten) {
   EXPECT_EQ(second->Text(0), "B");
   second->MoveNext();
   EXPECT_TRUE(second->AtEnd());
+  first.reset();  // not walked to its end, it holds nothing either
+  Database().Execute(SqlStatement("DROP TABLE Prueba"));
 }
 
 TEST_P(DatabaseContract, ATransactionKeepsEverythingOrNothing) {

@@ -141,12 +141,5 @@ TEST_F(ImportFailures, AProcessKilledInTheCommitAfterItWasKeptLeavesEverything) 
   ExpectEverything();
 }
 
-TEST_F(ImportFailures, AServerKilledInTheCommitAfterItWasKeptLeavesEverything) {
-  database_.Execute(SqlStatement("SET synchronous_commit = on"));
-  DisturbCommit("SyncRep", [this](pid_t) { store_.server.Kill(); });
-  store_.server.Start();
-  ExpectEverything();
-}
-
 }  // namespace
 }  // namespace tolvan::test

@@ -53,31 +53,6 @@ TEST_F(ServerFailures, ABackendKilledBeforeAStatementLeavesNothing) {
   EXPECT_EQ(Count(), "1");
 }
 
-TEST_F(ServerFailures, ABackendKilledBeforeTheCommitLeavesNothing) {
-  const pid_t backend = BackendOf(database_);
-  auto transaction = BeginWithRows();
-  ::kill(backend, SIGKILL);
-  EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::OutcomeUnknown) << "for all the client knows";
-  server_.WaitUntilItAnswers();
-  EXPECT_EQ(Count(), "0");
-}
-
-TEST_F(ServerFailures, AServerKilledInATransactionLeavesNothing) {
-  auto transaction = BeginWithRows();
-  server_.Kill();
-  const auto kind = KindThrownBy([&] {
-    ::usleep(200'000);  // its processes notice
-    Execute("INSERT INTO Prueba VALUES (3)");
-  });
-  EXPECT_EQ(kind, HostErrorKind::Unreachable);
-  EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::Unreachable);
-  EXPECT_EQ(KindThrownBy([&] { Execute("DELETE FROM Prueba"); }), HostErrorKind::Unreachable);  // nobody there
-  server_.Start();
-  EXPECT_EQ(Count(), "0");
-  Execute("INSERT INTO Prueba VALUES (4)");
-  EXPECT_EQ(Count(), "1");
-}
-
 TEST_F(ServerFailures, AFrozenServerEndsWithTheTimeout) {
   const pid_t backend = BackendOf(database_);
   auto transaction = BeginWithRows();

@@ -140,11 +140,6 @@ TEST_F(SqlServerDriver, AStatementThatTakesTooLongIsStoppedAndTheConnectionWorks
   EXPECT_EQ(Database().Execute(SqlStatement("UPDATE rápido")), 1);
 }
 
-TEST_F(SqlServerDriver, ACutConnectionIsToldAsOne) {
-  Answer(R"json({"UPDATE corte": [{"cut": true}]})json");
-  EXPECT_EQ(KindOf("UPDATE corte"), HostErrorKind::Unreachable);
-}
-
 TEST_F(SqlServerDriver, TransactionsReachTheServer) {
   const std::string fine = R"json("UPDATE": [{"count": 1}])json";
   const auto run = [&](bool commit) {
