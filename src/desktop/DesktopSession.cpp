@@ -10,6 +10,7 @@
 #include "base/Text.h"
 #include "desktop/DesktopHost.h"
 #include "desktop/OpcionesFrame.h"
+#include "desktop/ProgramIcon.h"
 #include "desktop/StatusImportarWindow.h"
 #include "platform/assembly/DeferredSpreadsheetApplication.h"
 #include "platform/assembly/DeferredXmlLibrary.h"
@@ -47,6 +48,7 @@ void EndLastDialog() {
 }  // namespace
 
 int DesktopSession::Run(const std::string& configurationPath) {
+  UseProgramIcon();
   try {
     DesktopHost host(configurationPath,
                      {.dialogs = dialogs_, .clock = clock_, .interruption = work_, .userPresent = true},
@@ -71,6 +73,9 @@ void DesktopSession::ShowWindow(const ComponentContext& context) {
   if (work_.SessionEnds()) return;
   DeferredSpreadsheetApplication spreadsheets(context.services.SystemClock(), context.Files(),
                                               context.services.ApplicationFolder() + "Exportar");
+  FileHelper& files = context.Files();
+  const std::string store = context.services.ApplicationFolder();
+  dialogs_.BeginIn({files.Join(store, "ejemplos"), store}, {files.Join(store, "Exportar"), store});
   const NettleHashService hashes;
   DeferredXmlLibrary xml;
   OpcionesFrame* frame = nullptr;

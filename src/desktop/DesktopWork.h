@@ -5,6 +5,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "host/Interruption.h"
 #include "services/ProgressControls.h"
@@ -26,6 +27,10 @@ class DesktopWork final : public Interruption, public MessagePump {
   bool IsRunning() const { return depth_ > 0; }
 
   void Stop() { stopRequested_ = true; }
+
+  /// `shows` is called with false while running work stands still because the user is asked something, and with true
+  /// once it goes on. An empty function ends the watch.
+  void WatchStandstill(std::function<void(bool running)> shows) { shows_ = std::move(shows); }
 
   /// The session ends: whatever runs is to stop, and nobody answers questions any more.
   void EndSession() { sessionEnds_ = true; }
@@ -50,6 +55,13 @@ class DesktopWork final : public Interruption, public MessagePump {
   void LetEventsThrough() const;
   void PassEvents() const;
 
+  friend class StandstillScope;
+  void ShowRunning(bool running) const {
+    if (shows_ && IsRunning()) shows_(running);
+  }
+
+  std::function<void(bool)> shows_;
+  mutable int standstills_ = 0;
   mutable int depth_ = 0;
   mutable bool stopRequested_ = false;
   bool sessionEnds_ = false;
@@ -70,6 +82,22 @@ class WorkScope {
 
  private:
   DesktopWork& work_;
+};
+
+/// A stretch in which running work, if there is any, waits for the user. They may nest.
+class StandstillScope {
+ public:
+  explicit StandstillScope(const DesktopWork& work) : work_(work) {
+    if (work_.standstills_++ == 0) work_.ShowRunning(false);
+  }
+  ~StandstillScope() {
+    if (--work_.standstills_ == 0) work_.ShowRunning(true);
+  }
+  StandstillScope(const StandstillScope&) = delete;
+  StandstillScope& operator=(const StandstillScope&) = delete;
+
+ private:
+  const DesktopWork& work_;
 };
 
 }  // namespace tolvan

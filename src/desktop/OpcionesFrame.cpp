@@ -1,5 +1,6 @@
 #include "desktop/OpcionesFrame.h"
 
+#include <gtk/gtk.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/dataview.h>
@@ -63,6 +64,7 @@ OpcionesFrame::OpcionesFrame(const ComponentContext& context, DesktopWork& work,
   const wxSize smallest = ScaledToText(*this, wxSize(160, 120));
   FitToScreen(*this, {{tree_, wxSize(tree_->GetMinWidth(), smallest.y)}, {panels_, smallest}});
   BindEvents();
+  work_.WatchStandstill([this](bool running) { ShowRunning(running); });
   logic_.Iniciar();
   tree_->SetFocus();
 }
@@ -122,13 +124,20 @@ void OpcionesFrame::OnClose(wxCloseEvent& event) {
   }
   if (closing_) return;
   closing_ = true;
+  work_.WatchStandstill({});
   logic_.Unload();
   Destroy();
 }
 
 void OpcionesFrame::OnKey(wxKeyEvent& event) {
-  if (event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers()) {
+  const int key = event.GetKeyCode();
+  const bool enter = key == WXK_RETURN || key == WXK_NUMPAD_ENTER;
+  if (event.HasAnyModifiers()) return event.Skip();
+  if (key == WXK_ESCAPE) {
     logic_.bCancelar_Click();
+  } else if (enter && !acceptAllowed_ && dynamic_cast<wxButton*>(FindFocus()) == nullptr) {
+    // The tree and the option buttons would keep this key from the default button.
+    logic_.cmdDCExportarItems_Click();
   } else {
     event.Skip();
   }
@@ -236,17 +245,29 @@ void OpcionesFrame::SetBusy(bool busy) {
     work_.Begin();
     focusBeforeWork_ = FindFocus();
   }
-  tree_->Enable(!busy);
-  accept_->Enable(!busy);
-  panels_->EnablePanels(!busy);
-  cancel_->SetLabel(ToWx(busy ? panel_text::stop : ResourceText(text_id::cancelButton)));
-  SetCursor(busy ? wxCURSOR_ARROWWAIT : wxNullCursor);
+  ShowRunning(busy);
   if (busy) {
     cancel_->SetFocus();
     return;
   }
   work_.End();
   if (focusBeforeWork_ != nullptr && IsDescendant(focusBeforeWork_)) focusBeforeWork_->SetFocus();
+}
+
+void OpcionesFrame::ShowRunning(bool running) {
+  tree_->Enable(!running);
+  accept_->Enable(!running && acceptAllowed_);
+  panels_->EnablePanels(!running);
+  cancel_->SetLabel(ToWx(running ? panel_text::stop : ResourceText(text_id::cancelButton)));
+  SetCursor(running ? wxCURSOR_ARROWWAIT : wxNullCursor);
+}
+
+void OpcionesFrame::AllowAccept(bool allowed) {
+  acceptAllowed_ = allowed;
+  accept_->Enable(allowed);
+  GtkWidget* const create = Control("cmdDCExportarItems").GetHandle();
+  gtk_widget_set_can_default(create, TRUE);
+  gtk_window_set_default(GTK_WINDOW(GetHandle()), allowed ? nullptr : create);
 }
 
 void OpcionesFrame::CloseWindow() {

@@ -48,6 +48,7 @@ class OpcionesFrame : public wxFrame, public OptionsWindowView {
   void SetFile(int panel, std::string_view text) override;
   void SelectAll(std::string_view controlName) override;
   void SetBusy(bool busy) override;
+  void AllowAccept(bool allowed) override;
   void RequestStop() override { work_.Stop(); }
   void CloseWindow() override;
   ProgressContainer& pbProgreso() override;
@@ -71,6 +72,7 @@ class OpcionesFrame : public wxFrame, public OptionsWindowView {
   wxSizer* MakeButtons(wxWindow& parent);
   wxSizer* MakeRightSide(wxWindow& parent);
   void BindEvents();
+  void ShowRunning(bool running);
   void OnClose(wxCloseEvent& event);
   void OnKey(wxKeyEvent& event);
   wxWindow& Control(std::string_view name) const;
@@ -86,6 +88,7 @@ class OpcionesFrame : public wxFrame, public OptionsWindowView {
   wxButton* accept_ = nullptr;
   wxButton* cancel_ = nullptr;
   wxWindow* focusBeforeWork_ = nullptr;
+  bool acceptAllowed_ = true;
   bool closing_ = false;
 };
 

@@ -69,7 +69,7 @@ ReviewListView::ReviewListView(wxWindow* parent, AppServices& services)
   AssociateModel(lines_.get());
   MakeColumns();
   rows_.SortBy(layout_.sortColumn, layout_.ascending);
-  ShowOrder();
+  CallAfter(&ReviewListView::ShowOrder);  // the toolkit takes every arrow away when it makes the headers
   WatchHeaders(*this, [this](std::int32_t column) { OnHeader(column); });
 }
 

@@ -45,16 +45,36 @@ std::string FilterForBothCases(std::string_view filter) {
   return both;
 }
 
+void WxDialogs::BeginIn(std::vector<std::string> openFolders, std::vector<std::string> saveFolders) {
+  openFolders_ = std::move(openFolders);
+  saveFolders_ = std::move(saveFolders);
+}
+
+std::string WxDialogs::FirstFolder(const std::vector<std::string>& folders) const {
+  if (wxDirExists(ToWx(lastFolder_))) return lastFolder_;
+  for (const std::string& each : folders) {
+    if (wxDirExists(ToWx(each))) return each;
+  }
+  return {};
+}
+
+std::optional<std::string> WxDialogs::Used(std::optional<std::string> path) {
+  if (path) lastFolder_ = FromWx(wxPathOnly(ToWx(*path)));
+  return path;
+}
+
 void WxDialogs::ShowMessage(MessageIcon icon, std::string_view title, std::string_view text) {
   if (work_.SessionEnds()) {
     std::cerr << ReplaceAll(text, "\r\n", "\n") << '\n';
     return;
   }
+  const StandstillScope standstill(work_);
   MessageWindow(DialogParent(), icon, ToWx(title), ToWxMessage(text), MessageWindow::Buttons::Accept).ShowModal();
 }
 
 bool WxDialogs::AskYesNo(std::string_view title, std::string_view text, bool defaultYes) {
   if (work_.SessionEnds()) return defaultYes;
+  const StandstillScope standstill(work_);
   MessageWindow box(DialogParent(), MessageIcon::None, ToWx(title), ToWxMessage(text), MessageWindow::Buttons::YesNo,
                     defaultYes);
   return box.ShowModal() == wxID_YES;
@@ -63,6 +83,7 @@ bool WxDialogs::AskYesNo(std::string_view title, std::string_view text, bool def
 std::optional<std::string> WxDialogs::AskText(std::string_view title, std::string_view prompt,
                                               std::string_view initial) {
   if (work_.SessionEnds()) return std::nullopt;
+  const StandstillScope standstill(work_);
   TextQuestion question(DialogParent(), ToWx(title), ToWxMessage(prompt), ToWx(initial));
   if (question.ShowModal() != wxID_OK) return std::nullopt;
   return FromWx(question.Answer());
@@ -70,17 +91,19 @@ std::optional<std::string> WxDialogs::AskText(std::string_view title, std::strin
 
 std::optional<std::string> WxDialogs::PickFileToOpen(std::string_view title, std::string_view filter) {
   if (work_.SessionEnds()) return std::nullopt;
-  wxFileDialog dialog(DialogParent(), ToWx(title), {}, {}, ToWx(FilterForBothCases(filter)),
-                      wxFD_OPEN | wxFD_FILE_MUST_EXIST);
-  return Pick(dialog);
+  const StandstillScope standstill(work_);
+  wxFileDialog dialog(DialogParent(), ToWx(title), ToWx(FirstFolder(openFolders_)), {},
+                      ToWx(FilterForBothCases(filter)), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  return Used(Pick(dialog));
 }
 
 std::optional<std::string> WxDialogs::PickFileToSave(std::string_view title, std::string_view filter,
                                                      std::string_view defaultName) {
   if (work_.SessionEnds()) return std::nullopt;
-  wxFileDialog dialog(DialogParent(), ToWx(title), {}, ToWx(defaultName), ToWx(FilterForBothCases(filter)),
-                      wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
-  std::optional<std::string> path = Pick(dialog);
+  const StandstillScope standstill(work_);
+  wxFileDialog dialog(DialogParent(), ToWx(title), ToWx(FirstFolder(saveFolders_)), ToWx(defaultName),
+                      ToWx(FilterForBothCases(filter)), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  std::optional<std::string> path = Used(Pick(dialog));
   const std::string extension = ExtensionOf(filter);
   if (!path || extension.empty() || wxFileName(ToWx(*path)).HasExt()) return path;
   // A name typed without its extension gets it, unless that names a file that is there and nobody agreed to replace.
@@ -89,9 +112,12 @@ std::optional<std::string> WxDialogs::PickFileToSave(std::string_view title, std
 
 std::optional<std::string> WxDialogs::PickFolder(std::string_view title, std::string_view initial) {
   if (work_.SessionEnds()) return std::nullopt;
-  wxDirDialog dialog(DialogParent(), ToWx(title), ToWx(initial), wxDD_DEFAULT_STYLE);
+  const StandstillScope standstill(work_);
+  const std::string begin = wxDirExists(ToWx(initial)) ? std::string(initial) : FirstFolder(saveFolders_);
+  wxDirDialog dialog(DialogParent(), ToWx(title), ToWx(begin), wxDD_DEFAULT_STYLE);
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
-  return FromWx(dialog.GetPath());
+  lastFolder_ = FromWx(dialog.GetPath());
+  return lastFolder_;
 }
 
 }  // namespace tolvan

@@ -2,6 +2,10 @@
 // go to standard error, and questions answer as the contract says for nobody.
 #pragma once
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "desktop/DesktopWork.h"
 #include "host/Dialogs.h"
 
@@ -11,6 +15,9 @@ class WxDialogs final : public Dialogs {
  public:
   /// `work` must outlive the dialogs.
   explicit WxDialogs(const DesktopWork& work) : work_(work) {}
+
+  /// Where pickers begin until a folder has been used: the first of each that is there.
+  void BeginIn(std::vector<std::string> openFolders, std::vector<std::string> saveFolders);
 
   void ShowMessage(MessageIcon icon, std::string_view title, std::string_view text) override;
   bool AskYesNo(std::string_view title, std::string_view text, bool defaultYes) override;
@@ -22,7 +29,13 @@ class WxDialogs final : public Dialogs {
   std::optional<std::string> PickFolder(std::string_view title, std::string_view initial) override;
 
  private:
+  std::string FirstFolder(const std::vector<std::string>& folders) const;
+  std::optional<std::string> Used(std::optional<std::string> path);
+
   const DesktopWork& work_;
+  std::vector<std::string> openFolders_;
+  std::vector<std::string> saveFolders_;
+  std::string lastFolder_;  // of the last file or folder that was chosen; empty before
 };
 
 /// A picker's filter for file systems that tell upper from lower case: "*.txt" finds DGII.TXT too.

@@ -2,6 +2,8 @@
 
 #include <wx/display.h>
 
+#include <utility>
+
 namespace tolvan {
 namespace {
 
@@ -21,20 +23,42 @@ WindowState WxLayoutWindow::State() const {
   return window_.IsMaximized() ? WindowState::Maximised : WindowState::Normal;
 }
 
+WxLayoutWindow::WxLayoutWindow(wxTopLevelWindow& window) : window_(window) {
+  window_.Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
+    event.Skip();
+    GiveSize();
+  });
+  window_.Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    GiveSize();
+  });
+}
+
 void WxLayoutWindow::SetState(WindowState state) {
   if (state == WindowState::Maximised) window_.Maximize();
   if (state == WindowState::Minimised) window_.Iconize();
 }
 
-/// The place of the frame and the size of what is inside it: how thick a frame will be is only guessed before a window
-/// is shown, and a size with the frame would grow by the error each time the window is opened.
 Rectangle WxLayoutWindow::Bounds() const {
-  return ToTwips(wxRect(window_.GetPosition(), window_.GetClientSize()));
+  return ToTwips(window_.GetRect());
 }
 
+/// How thick its frame will be is not known before a window is shown, and one whose whole size is given beforehand
+/// loses its place. So the size is nearly right at first.
 void WxLayoutWindow::SetBounds(const Rectangle& bounds) {
   window_.Move(bounds.left / twipsPerPixel, bounds.top / twipsPerPixel);
-  window_.SetClientSize(bounds.width / twipsPerPixel, bounds.height / twipsPerPixel);
+  const wxSize size(bounds.width / twipsPerPixel, bounds.height / twipsPerPixel);
+  if (size == window_.GetSize()) return;
+  size_ = size;
+  window_.SetClientSize(size);
+  GiveSize();
+}
+
+/// Once the window is shown, and no longer maximised where it begins so.
+void WxLayoutWindow::GiveSize() {
+  if (size_ == wxDefaultSize || !window_.IsShown() || window_.IsMaximized()) return;
+  const wxSize size = std::exchange(size_, wxDefaultSize);
+  window_.CallAfter([this, size] { window_.SetSize(size); });
 }
 
 std::vector<Rectangle> WxLayoutWindow::WorkAreas() {

@@ -12,7 +12,8 @@ namespace tolvan {
 /// scale at which the window is drawn 1:1, so that a stored size keeps its looks on a screen of another density.
 class WxLayoutWindow {
  public:
-  explicit WxLayoutWindow(wxTopLevelWindow& window) : window_(window) {}
+  /// For the window's constructor; it watches the window.
+  explicit WxLayoutWindow(wxTopLevelWindow& window);
 
   WindowState State() const;
   void SetState(WindowState state);
@@ -21,7 +22,10 @@ class WxLayoutWindow {
   static std::vector<Rectangle> WorkAreas();
 
  private:
+  void GiveSize();
+
   wxTopLevelWindow& window_;
+  wxSize size_ = wxDefaultSize;  // to be given yet, frame and all
 };
 
 }  // namespace tolvan

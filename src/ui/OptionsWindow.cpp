@@ -49,6 +49,7 @@ void OptionsWindow::ShowAction(int number) {
   const ActionSlot& slot = actions_.At(number);
   view_->ShowPanel(slot.panel < 0 ? 0 : slot.panel);
   if (slot.panel >= 0) view_->SetText(control::tituloCategoria, ResourceText(slot.captionId));
+  view_->AllowAccept(number != action::collectorFile);
   form_.SelectAction(number);
 }
 

@@ -35,6 +35,9 @@ class OptionsWindowView : public OpcionesView, public StatusWindow, public Keybo
   /// wish to stop is forgotten when work begins. Calls do not nest.
   virtual void SetBusy(bool busy) = 0;
 
+  /// Whether accepting runs the action that is shown. Where it does not, the button of its panel is the default one.
+  virtual void AllowAccept(bool allowed) = 0;
+
   /// The user's wish to stop the work that is running.
   virtual void RequestStop() = 0;
 

@@ -71,7 +71,9 @@ void RegistryLauncher::SaveRejections(const RejectionList& rejected) const {
     }
     try {
       rejected.SaveTo(context_->Files(), *path);
-      return;
+      return dialogs.ShowMessage(
+          MessageIcon::Information, title,
+          "Las líneas rechazadas se guardaron en:\r\n" + context_->Files().FormatForDisplay(*path));
     } catch (const HostError& error) {
       dialogs.ShowMessage(MessageIcon::Exclamation, title, TextForPeople(error));
     }

@@ -71,8 +71,9 @@ void RestoreLayout(AppServices& services, LayoutWindow& window) {
   }
   window.SetBounds(BroughtOnScreen(bounds, areas));
   const std::int32_t state = read("_WS");
-  const bool isState = state >= 0 && state <= static_cast<std::int32_t>(WindowState::Maximised);
-  window.SetState(isState ? static_cast<WindowState>(state) : WindowState::Normal);
+  // A window that was left minimised would open out of sight.
+  const bool maximised = state == static_cast<std::int32_t>(WindowState::Maximised);
+  window.SetState(maximised ? WindowState::Maximised : WindowState::Normal);
 }
 
 Rectangle BroughtOnScreen(Rectangle bounds, const std::vector<Rectangle>& workAreas) {

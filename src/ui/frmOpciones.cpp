@@ -74,7 +74,8 @@ void frmOpciones::SavePanel(int actionNumber) {
 }
 
 void frmOpciones::ChooseFolder() {
-  const auto chosen = context_->UserDialogs().PickFolder(ResourceText(text_id::folderPickerTitle), folder_);
+  const auto chosen = context_->UserDialogs().PickFolder(ResourceText(text_id::folderPickerTitle),
+                                                         context_->Files().NormalizeFolder(folder_));
   if (!chosen || chosen->empty()) return;
   folder_ = *chosen;
   ShowFolder();

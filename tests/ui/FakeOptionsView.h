@@ -33,6 +33,7 @@ struct FakeOptionsView : OptionsWindowView, ProgressContainer, ProgressBar, Prog
   void SetFile(int number, std::string_view text) override { files[number] = text; }
   void SelectAll(std::string_view name) override { said.push_back("select " + std::string(name)); }
   void SetBusy(bool now) override { said.emplace_back(now ? "busy" : "idle"); }
+  void AllowAccept(bool allowed) override { acceptAllowed = allowed; }
   void RequestStop() override { said.emplace_back("stop"); }
   void CloseWindow() override { said.emplace_back("close"); }
   void PressTab() override { said.emplace_back("tab"); }
@@ -63,6 +64,7 @@ struct FakeOptionsView : OptionsWindowView, ProgressContainer, ProgressBar, Prog
   int panel = -1;
   std::map<int, std::string> files;
   std::vector<std::string> said;
+  bool acceptAllowed = true;
   bool progressShown = false;
   std::int32_t max = 0;
   bool sizable = true;

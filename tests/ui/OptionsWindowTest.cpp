@@ -49,7 +49,10 @@ TEST_F(WholeWindow, BeginsWithTheIntroductionAndTheTree) {
 }
 
 TEST_F(WholeWindow, ANodeShowsItsPanelAndABadKeyIsTold) {
+  window.tvOpciones_NodeClick("_4");
+  EXPECT_FALSE(view.acceptAllowed) << "this panel has a button of its own";
   window.tvOpciones_NodeClick("_6");
+  EXPECT_TRUE(view.acceptAllowed);
   EXPECT_EQ(view.panel, 6);
   EXPECT_EQ(view.Text("lblTituloCategoria"), "RNC a Clientes (Rep. Dom.)");
   EXPECT_EQ(window.Form().CurrentAction(), 6);

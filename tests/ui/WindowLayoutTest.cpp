@@ -31,6 +31,9 @@ TEST(WindowLayout, AMaximisedWindowKeepsTheNormalPositionItHadBefore) {
   RestoreLayout(services, reopened);
   EXPECT_EQ(reopened.bounds, (Rectangle{150, 300, 9900, 7000}));
   EXPECT_EQ(reopened.state, WindowState::Maximised);
+  services.registry["Ventanas/IMPEXPfrmOpciones_WS"] = static_cast<std::int32_t>(WindowState::Minimised);
+  RestoreLayout(services, reopened);
+  EXPECT_EQ(reopened.state, WindowState::Normal) << "not out of sight";
   EXPECT_EQ(services.registry.at("Ventanas/IMPEXPfrmOpciones_L"), 150);
 }
 
