@@ -1,4 +1,5 @@
 #include "cli/Order.h"
+#include "cli/OrderAyuda.h"
 #include "cli/OrderColector.h"
 #include "cli/OrderCrc32.h"
 #include "cli/OrderDemo.h"
@@ -34,7 +35,14 @@ std::vector<std::unique_ptr<Order>> AllOrders() {
   orders.push_back(std::make_unique<OrderCrc32>());
   orders.push_back(std::make_unique<OrderEsquema>());
   orders.push_back(std::make_unique<OrderOpciones>());
+  orders.push_back(std::make_unique<OrderAyuda>());
   return orders;
+}
+
+std::vector<OrderDefinition> AllDefinitions() {
+  std::vector<OrderDefinition> definitions;
+  for (const auto& order : AllOrders()) definitions.push_back(order->Definition());
+  return definitions;
 }
 
 }  // namespace tolvan

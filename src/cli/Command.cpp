@@ -11,10 +11,16 @@
 #include "cli/ConsoleDialogs.h"
 #include "cli/HelpText.h"
 #include "cli/Order.h"
+#include "cli/OrderAyuda.h"
 #include "host/HostError.h"
 
 namespace tolvan {
 namespace {
+
+/// A document of one text.
+std::string JsonOf(const char* key, const std::string& text) {
+  return nlohmann::ordered_json{{key, text}}.dump(2, ' ', false, nlohmann::json::error_handler_t::replace);
+}
 
 class Call : public OrderCall {
  public:
@@ -30,6 +36,8 @@ class Call : public OrderCall {
   }
   std::ostream& Out() override { return environment_->output; }
   std::ostream& Messages() override { return environment_->messages; }
+  const TerminalColumns& OutColumns() const override { return environment_->outputColumns; }
+  const TerminalColumns& MessagesColumns() const override { return environment_->messagesColumns; }
   void PrintJson(const std::string& document) override {
     environment_->output << document << '\n';
     jsonPrinted_ = true;
@@ -71,18 +79,14 @@ ExitCode Fail(Call& call, ExitCode code, const std::string& componentText) {
   const std::string text = ForTerminal(componentText);
   call.Messages() << text << '\n';
   if (call.WantsJson() && !call.JsonPrinted()) {
-    const nlohmann::ordered_json document{{"error", text}};
-    call.PrintJson(document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
+    call.PrintJson(JsonOf("error", text));
   }
   return code;
 }
 
 ExitCode RunOrder(const Order& order, Call& call) {
   try {
-    const ExitCode code = order.Run(call);
-    call.Out().flush();
-    if (call.Out().good()) return code;
-    return Fail(call, ExitCode::Failed, "No se pudo escribir el resultado en la salida estándar");
+    return order.Run(call);
   } catch (const CommandFailure& failure) {
     return Fail(call, failure.Code(), failure.what());
   } catch (const HostError& error) {
@@ -92,52 +96,55 @@ ExitCode RunOrder(const Order& order, Call& call) {
   }
 }
 
-/// The definitions of all orders, in the order of `orders`.
-std::vector<OrderDefinition> Definitions(const std::vector<std::unique_ptr<Order>>& orders) {
-  std::vector<OrderDefinition> definitions;
-  definitions.reserve(orders.size());
-  for (const auto& order : orders) definitions.push_back(order->Definition());
-  return definitions;
+/// "X --ayuda" is "ayuda X".
+void TurnIntoHelp(ParsedCommand& command) {
+  command.given = {};
+  if (!command.order.empty()) command.given.arguments = {command.order};
+  command.order = OrderAyuda::name;
 }
 
-void PrintHelp(std::ostream& out, const ParsedCommand& command, const std::vector<OrderDefinition>& definitions) {
-  if (command.version) {
-    out << VersionText() << '\n';
-  } else if (command.order.empty()) {
-    out << CommandHelp(definitions);
-  } else {
-    out << OrderHelp(*std::ranges::find(definitions, command.order, &OrderDefinition::name));
-  }
-}
-
-int UsageFailure(const std::vector<std::string>& arguments, const CommandEnvironment& environment,
-                 const std::string& text) {
+ExitCode UsageFailure(const std::vector<std::string>& arguments, const CommandEnvironment& environment,
+                      const std::string& text) {
   environment.messages << text << "\nLa ayuda: " << programName << " --ayuda\n";
   if (std::ranges::find(arguments, "--json") != arguments.end()) {
-    const nlohmann::ordered_json document{{"error", text}};
-    environment.output << document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+    environment.output << JsonOf("error", text) << '\n';
   }
-  return static_cast<int>(ExitCode::Usage);
+  return ExitCode::Usage;
 }
 
-}  // namespace
-
-int RunCommand(const std::vector<std::string>& arguments, const CommandEnvironment& environment) {
-  const std::vector<std::unique_ptr<Order>> orders = AllOrders();
-  const std::vector<OrderDefinition> definitions = Definitions(orders);
+ExitCode Run(const std::vector<std::string>& arguments, const CommandEnvironment& environment) {
+  const std::vector<OrderDefinition> definitions = AllDefinitions();
   ParsedCommand command;
   try {
     command = ParseCommandLine(arguments, definitions);
   } catch (const CommandFailure& failure) {
     return UsageFailure(arguments, environment, failure.what());
   }
-  if (command.help || command.version) {
-    PrintHelp(environment.output, command, definitions);
-    return static_cast<int>(ExitCode::Done);
+  if (command.version) {
+    const bool json = command.global.Has("--json");
+    environment.output << (json ? JsonOf("version", VersionText()) : VersionText()) << '\n';
+    return ExitCode::Done;
   }
+  if (command.help) TurnIntoHelp(command);
   const auto chosen = std::ranges::find(definitions, command.order, &OrderDefinition::name) - definitions.begin();
   Call call(command, environment);
-  return static_cast<int>(RunOrder(*orders[static_cast<std::size_t>(chosen)], call));
+  return RunOrder(*AllOrders()[static_cast<std::size_t>(chosen)], call);
+}
+
+/// A result that did not reach whoever asked for it is a failure, whatever it told.
+ExitCode AfterOutput(ExitCode code, const CommandEnvironment& environment) {
+  if (environment.output.flush()) return code;
+  const bool wasDone = code == ExitCode::Done || code == ExitCode::Rejected;
+  environment.messages << (wasDone ? "La orden terminó, pero no" : "No")
+                       << " se pudo escribir el resultado en la salida estándar\n";
+  if (environment.outputFailure) environment.messages << environment.outputFailure() << '\n';
+  return wasDone ? ExitCode::Failed : code;
+}
+
+}  // namespace
+
+int RunCommand(const std::vector<std::string>& arguments, const CommandEnvironment& environment) {
+  return static_cast<int>(AfterOutput(Run(arguments, environment), environment));
 }
 
 }  // namespace tolvan

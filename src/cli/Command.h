@@ -2,9 +2,12 @@
 // CommandEnvironment, so that tests run it in-process.
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
+
+#include "cli/TerminalColumns.h"
 
 namespace tolvan {
 
@@ -21,6 +24,9 @@ struct CommandEnvironment {
   std::string windowProgram{};   ///< the program that shows the windows
   bool inputIsTerminal = false;  ///< a person can be asked
   bool messagesAreTerminal = false;
+  TerminalColumns outputColumns{};
+  TerminalColumns messagesColumns{};
+  std::function<std::string()> outputFailure{};  ///< why `output` has become bad, Spanish; may be empty
 };
 
 /// Runs one call and returns its exit code. `arguments` are the words behind the program's name.

@@ -1,5 +1,7 @@
 #include "cli/CommandHost.h"
 
+#include <filesystem>
+
 #include "cli/CommandFailure.h"
 #include "platform/assembly/ConfiguredHostFactory.h"
 
@@ -18,10 +20,29 @@ auto Reaching(const Work& work) {
   }
 }
 
+/// Reads the configuration; where there is none, the failure names the next step.
+HostConfiguration Configuration(const std::string& path) {
+  try {
+    return OpenHostConfiguration(path);
+  } catch (const HostError& error) {
+    const std::filesystem::path inFolder = std::filesystem::path(path) / "tolvan.ini";
+    std::error_code ignored;
+    std::string next;
+    if (std::filesystem::exists(inFolder, ignored)) {
+      next = "\r\nIndique el archivo de esa carpeta: --host " + inFolder.native();
+    } else if (!std::filesystem::exists(path, ignored)) {
+      next =
+          "\r\nIndique la configuración de su tienda con --host RUTA o en la variable TOLVAN_HOST, o cree una tienda "
+          "de demostración: tolvan-impexp demo CARPETA";
+    }
+    throw CommandFailure(ExitCode::Unreachable, TextForPeople(error) + next);
+  }
+}
+
 }  // namespace
 
 CommandHost::CommandHost(const std::string& path, const HostFront& front)
-    : factory_(Reaching([&] { return std::make_unique<ConfiguredHostFactory>(OpenHostConfiguration(path), front); })),
+    : factory_(Reaching([&] { return std::make_unique<ConfiguredHostFactory>(Configuration(path), front); })),
       component_(Reaching([&] { return std::make_unique<clsImpExp>(*factory_, OpcionesWindow()); })) {
   Reaching([&] { component_->DefineSettings(); });
 }

@@ -9,6 +9,7 @@
 #include <map>
 
 #include "cli/CommandFailure.h"
+#include "cli/Suggestion.h"
 
 namespace tolvan {
 namespace {
@@ -51,12 +52,56 @@ std::vector<GivenOption> GivenOptions(const CLI::App& app) {
   return given;
 }
 
-/// What is no option. Throws for a word that looks like one; "-" alone is an argument.
-std::vector<std::string> GivenArguments(const CLI::App& app, const std::string& where) {
+/// "-" alone is an argument.
+bool LooksLikeOption(const std::string& word) {
+  return word.size() > 1 && word[0] == '-';
+}
+
+/// The name in "--name=value" and in "--name".
+std::string NameOfOption(const std::string& word) {
+  return word.substr(0, word.find('='));
+}
+
+std::vector<std::string> NamesOf(std::span<const OptionDefinition> options) {
+  std::vector<std::string> names{"--ayuda", "--help", "--version"};
+  for (const OptionDefinition& option : options) names.push_back(option.name);
+  for (const OptionDefinition& option : GlobalOptions()) names.push_back(option.name);
+  return names;
+}
+
+/// What is no option. Throws for a word that looks like one.
+std::vector<std::string> GivenArguments(const CLI::App& app, const OrderDefinition& order) {
   std::vector<std::string> words = app.remaining(true);
-  const auto unknown = std::ranges::find_if(words, [](const auto& word) { return word.size() > 1 && word[0] == '-'; });
-  if (unknown != words.end()) throw Usage("Opción desconocida" + where + ": " + *unknown);
-  return words;
+  const auto unknown = std::ranges::find_if(words, &LooksLikeOption);
+  if (unknown == words.end()) return words;
+  throw Usage("Opción desconocida en la orden " + order.name + ": " + *unknown +
+              DidYouMean(NameOfOption(*unknown), NamesOf(order.options)));
+}
+
+[[noreturn]] void RefuseOptionBeforeOrder(const std::string& name, std::span<const OrderDefinition> orders) {
+  for (const OrderDefinition& order : orders) {
+    if (std::ranges::find(order.options, name, &OptionDefinition::name) == order.options.end()) continue;
+    throw Usage("La opción " + name + " va detrás de su orden");
+  }
+  throw Usage("Opción desconocida: " + name + DidYouMean(name, NamesOf({})));
+}
+
+/// Throws unless the first word that is neither a general option nor its value is an order.
+void CheckBeginsWithOrder(std::span<const std::string> words, std::span<const OrderDefinition> orders) {
+  const std::vector<OptionDefinition> globals = GlobalOptions();
+  for (auto word = words.begin(); word != words.end(); ++word) {
+    if (!LooksLikeOption(*word)) {
+      const std::vector<std::string> names = OrderNames(orders);
+      if (std::ranges::find(names, *word) != names.end()) return;
+      const auto order = std::find_first_of(word, words.end(), names.begin(), names.end());
+      if (order == words.end() || !DidYouMean(*word, names).empty()) throw Usage(UnknownOrder(*word, names));
+      throw Usage("La orden va delante de sus argumentos: \"" + *word + "\" está antes de " + *order);
+    }
+    const auto global = std::ranges::find(globals, NameOfOption(*word), &OptionDefinition::name);
+    if (global == globals.end()) RefuseOptionBeforeOrder(NameOfOption(*word), orders);
+    if (!global->valueName.empty() && word->find('=') == std::string::npos) ++word;
+  }
+  throw Usage("Falta la orden");
 }
 
 void CheckCount(const ParsedOrder& given, const OrderDefinition& order) {
@@ -80,15 +125,6 @@ void CheckRequired(const ParsedOrder& given, const OrderDefinition& order) {
       throw Usage("La orden " + order.name + " requiere " + option.name + " " + option.valueName);
     }
   }
-}
-
-/// "a, b o c".
-std::string Listed(const std::vector<std::string>& choices) {
-  std::string text = choices.front();
-  for (std::size_t index = 1; index < choices.size(); ++index) {
-    text += (index + 1 < choices.size() ? ", " : " o ") + choices[index];
-  }
-  return text;
 }
 
 void CheckOptions(const ParsedOrder& given, std::span<const OptionDefinition> options) {
@@ -141,17 +177,14 @@ ParsedCommand ParseCommandLine(const std::vector<std::string>& arguments, std::s
   command.help = app.count("--help") > 0;
   command.version = app.count("--version") > 0;
   const std::vector<CLI::App*> chosen = app.get_subcommands();
-  if (chosen.empty()) {
-    if (command.help || command.version) return command;
-    const std::vector<std::string> words = GivenArguments(app, "");
-    throw Usage(words.empty() ? "Falta la orden" : "No existe la orden \"" + words.front() + "\"");
+  if (!chosen.empty()) {
+    command.order = chosen.front()->get_name();
+    command.help = command.help || chosen.front()->count("--help") > 0;
   }
-  const auto order = std::ranges::find(orders, chosen.front()->get_name(), &OrderDefinition::name);
-  command.order = order->name;
-  command.help = command.help || chosen.front()->count("--help") > 0;
   if (command.help || command.version) return command;
-  command.given = {.arguments = GivenArguments(app, " en la orden " + order->name),
-                   .options = GivenOptions(*chosen.front())};
+  CheckBeginsWithOrder({arguments.begin(), end}, orders);
+  const auto order = std::ranges::find(orders, command.order, &OrderDefinition::name);
+  command.given = {.arguments = GivenArguments(app, *order), .options = GivenOptions(*chosen.front())};
   if (end != arguments.end()) {
     command.given.arguments.insert(command.given.arguments.end(), std::next(end), arguments.end());
   }

@@ -21,7 +21,7 @@ CommandReview::CommandReview(OrderCall& call, const ComponentContext& context, S
       importer_(importer),
       plan_(plan),
       result_(result),
-      status_(call.Messages(), call.ShowsProgress()),
+      status_(call.Messages(), call.MessagesColumns(), call.ShowsProgress()),
       form_(context, *this) {}
 
 void CommandReview::ShowModal() {
@@ -42,7 +42,9 @@ void CommandReview::Review() {
     call_.Out().flush();
   }
   if (plan_.simulate) return WriteReport("No se pudo escribir el informe");
-  if (WantsToGoOn()) {
+  if (!call_.Out()) {
+    Fail("No se aplicó nada: los renglones no se pudieron mostrar");
+  } else if (WantsToGoOn()) {
     Proceed();
   } else {
     result_.declined = true;

@@ -21,9 +21,9 @@ void ConsoleDialogs::ShowMessage(MessageIcon, std::string_view, std::string_view
 bool ConsoleDialogs::AskYesNo(std::string_view, std::string_view text, bool defaultYes) {
   if (assumeYes_) return true;
   if (!userPresent_) return defaultYes;
-  *messages_ << ForTerminal(text) << (defaultYes ? " [S/n] " : " [s/N] ") << std::flush;
+  *messages_ << ForTerminal(text) << " [s/N] " << std::flush;
   std::string answer;
-  if (!std::getline(*input_, answer) || answer.empty()) return defaultYes;
+  if (!std::getline(*input_, answer)) return false;
   return ToLower(FirstCharacters(answer, 1)) == "s";
 }
 

@@ -15,6 +15,7 @@ class ConsoleDialogs : public Dialogs {
       : input_(&input), messages_(&messages), userPresent_(userPresent), assumeYes_(assumeYes) {}
 
   void ShowMessage(MessageIcon icon, std::string_view title, std::string_view text) override;
+  /// A person has to say yes, whatever the default is; that is the answer where nobody can be asked.
   bool AskYesNo(std::string_view title, std::string_view text, bool defaultYes) override;
   std::optional<std::string> AskText(std::string_view title, std::string_view prompt,
                                      std::string_view initial) override;

@@ -81,7 +81,7 @@ ExitCode RunImport(OrderCall& call, int action, std::vector<RowChange> changes) 
   const auto makeReview = [&]() -> std::unique_ptr<ImportReview> {
     return std::make_unique<CommandReview>(call, context, spreadsheets, *importer, plan, result);
   };
-  TerminalStatus status(call.Messages(), call.ShowsProgress());
+  TerminalStatus status(call.Messages(), call.MessagesColumns(), call.ShowsProgress());
   ImportLauncher launcher(context, {spreadsheets, hashes, makeReview}, status,
                           [&](PriceImporter& made) { importer = &made; });
   if (plan.simulate) launcher.DoNotRemember();

@@ -1,4 +1,4 @@
-// The manual page and the shell completion, made from the definitions of the orders.
+// The manual page, made from the definitions of the orders.
 #pragma once
 
 #include <span>
@@ -10,8 +10,5 @@ namespace tolvan {
 
 /// A page for section 1 in roff, Spanish.
 std::string ManualPage(std::span<const OrderDefinition> orders);
-
-/// A completion script for bash.
-std::string BashCompletion(std::span<const OrderDefinition> orders);
 
 }  // namespace tolvan

@@ -9,6 +9,7 @@
 
 #include "cli/CommandFailure.h"
 #include "cli/OrderDefinition.h"
+#include "cli/TerminalColumns.h"
 
 namespace tolvan {
 
@@ -30,6 +31,10 @@ class OrderCall {
   /// Standard output; nothing goes there but the result. With --json use PrintJson only.
   virtual std::ostream& Out() = 0;
   virtual std::ostream& Messages() = 0;
+
+  /// The terminal behind either.
+  virtual const TerminalColumns& OutColumns() const = 0;
+  virtual const TerminalColumns& MessagesColumns() const = 0;
 
   /// Prints the one JSON document of the call. After a failure that it tells too, Run still throws or returns its code.
   virtual void PrintJson(const std::string& document) = 0;
@@ -60,5 +65,8 @@ class Order {
 
 /// All orders, in the order in which help lists them.
 std::vector<std::unique_ptr<Order>> AllOrders();
+
+/// Their definitions.
+std::vector<OrderDefinition> AllDefinitions();
 
 }  // namespace tolvan

@@ -68,7 +68,8 @@ OrderDefinition OrderColector::Definition() const {
                        .valueName = "conteo|recepcion",
                        .required = true,
                        .choices = {count, receiving}}},
-          .notes = "Un archivo anterior se reemplaza entero, o queda como estaba."};
+          .notes = "Un archivo anterior se reemplaza entero, o queda como estaba.",
+          .examples = {{"colector articulos.tolpak --proposito conteo", "para contar el inventario"}}};
 }
 
 ExitCode OrderColector::Run(OrderCall& call) const {
@@ -81,7 +82,7 @@ ExitCode OrderColector::Run(OrderCall& call) const {
   basComponenteXML xml(library, context.UserDialogs(), context.application.ProductName(),
                        context.application.XmlLibraryDownload());
   ItemDefinitionServices services = CollectorServices(context, xml);
-  TerminalLine line(call.Messages());
+  TerminalLine line(call.Messages(), call.MessagesColumns());
   line.Begin();
   if (call.ShowsProgress()) {
     services.progress = [&line](std::optional<std::size_t> rows) {

@@ -26,7 +26,7 @@ void ShowProgress(TerminalLine& line, std::uint64_t done, std::uint64_t size) {
 
 std::int32_t FileChecksum(OrderCall& call, const std::string& path) {
   PosixInputFile file(path);
-  TerminalLine line(call.Messages());
+  TerminalLine line(call.Messages(), call.MessagesColumns());
   line.Begin();
   Crc32Digest digest;
   std::vector<char> block(blockSize);
@@ -65,7 +65,8 @@ OrderDefinition OrderCrc32::Definition() const {
           .options = {{.name = "--texto",
                        .summary = "el texto, un byte por carácter (Windows-1252), en lugar de un archivo",
                        .valueName = "TEXTO"}},
-          .notes = "Es el CRC-32 de zip y PNG."};
+          .notes = "Es el CRC-32 de zip y PNG.",
+          .examples = {{"crc32 precios.xlsx", "el de un archivo"}, {"crc32 --texto hola", "el de un texto"}}};
 }
 
 ExitCode OrderCrc32::Run(OrderCall& call) const {

@@ -16,6 +16,12 @@ std::vector<OptionDefinition> GlobalOptions() {
   };
 }
 
+std::vector<std::string> OrderNames(std::span<const OrderDefinition> orders) {
+  std::vector<std::string> names;
+  for (const OrderDefinition& order : orders) names.push_back(order.name);
+  return names;
+}
+
 bool ParsedOrder::Has(const std::string& optionName) const {
   return std::ranges::any_of(options, [&](const GivenOption& given) { return given.name == optionName; });
 }

@@ -2,6 +2,7 @@
 // made from these definitions.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,9 @@ struct ArgumentDefinition {
   std::string summary;  ///< Spanish
   bool required = true;
   bool repeated = false;
-  bool isPath = false;  ///< completed as a file name
+  bool isPath = false;               ///< completed as a file name
+  bool isOrder = false;              ///< completed as the name of an order
+  std::vector<std::string> words{};  ///< what completes it; one that ends in "=" waits for a value
 };
 
 /// An option with a value, or a flag when `valueName` is empty.
@@ -27,13 +30,22 @@ struct OptionDefinition {
   std::vector<std::string> choices{};  ///< the only values taken; empty for any
 };
 
+/// A call as it can be typed.
+struct ExampleDefinition {
+  std::string words;    ///< behind the program's name; blanks part words, nothing is quoted
+  std::string summary;  ///< Spanish, what it does
+};
+
 struct OrderDefinition {
   std::string name;
   std::string summary;  ///< Spanish, one sentence without a point
   std::vector<ArgumentDefinition> arguments{};
   std::vector<OptionDefinition> options{};
   std::string notes{};  ///< further help, Spanish; may be empty
+  std::vector<ExampleDefinition> examples{};
 };
+
+std::vector<std::string> OrderNames(std::span<const OrderDefinition> orders);
 
 /// The options that every order takes.
 std::vector<OptionDefinition> GlobalOptions();

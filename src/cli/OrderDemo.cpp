@@ -50,7 +50,8 @@ OrderDefinition OrderDemo::Definition() const {
           .options = {{.name = "--fecha",
                        .summary = "el día que cuenta como hoy; las ventas llegan hasta la víspera",
                        .valueName = "AAAA-MM-DD"}},
-          .notes = "Una tienda de demostración anterior en la misma carpeta se reemplaza; otros datos no se tocan."};
+          .notes = "Una tienda de demostración anterior en la misma carpeta se reemplaza; otros datos no se tocan.",
+          .examples = {{"demo tienda", "la crea en la carpeta tienda, con su tolvan.ini y con listas de ejemplo"}}};
 }
 
 ExitCode OrderDemo::Run(OrderCall& call) const {

@@ -60,7 +60,8 @@ OrderDefinition OrderEsquema::Definition() const {
           .options = {{.name = "--crear", .summary = "las crea, todas o ninguna; sin ella solo se muestran"}},
           .notes =
               "El texto es el del motor configurado. Lo que ya existe no se cambia, salvo en Access, que rechaza una "
-              "tabla que ya está. Con sqlite el archivo ha de existir, aunque esté vacío."};
+              "tabla que ya está. Con sqlite el archivo ha de existir, aunque esté vacío.",
+          .examples = {{"esquema", "muestra las instrucciones, sin ejecutarlas"}}};
 }
 
 ExitCode OrderEsquema::Run(OrderCall& call) const {

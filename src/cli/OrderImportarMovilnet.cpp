@@ -50,6 +50,8 @@ OrderDefinition OrderImportarMovilnet::Definition() const {
                            .summary = "establece el código con que se creará el Item del renglón",
                            .valueName = "FILA=CODIGO",
                            .repeated = true});
+  order.examples = {{"importar-movilnet lista.xlsx --simular", "muestra qué pasaría, sin cambiar nada"},
+                    {"importar-movilnet lista.xlsx --asociar 3=TEL-0001", "une un renglón a un Item, y la importa"}};
   return order;
 }
 

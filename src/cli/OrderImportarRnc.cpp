@@ -68,7 +68,9 @@ OrderDefinition OrderImportarRnc::Definition() const {
                        .isPath = true}},
           .notes =
               "Los clientes que ya existen no se cambian. Si se interrumpe, lo registrado queda guardado y la "
-              "siguiente vez continúa por sí sola."};
+              "siguiente vez continúa por sí sola.",
+          .examples = {{"importar-rnc DGII_RNC.TXT --rechazos rechazos.txt",
+                        "registra los contribuyentes y deja escrito lo que no se pudo"}}};
 }
 
 ExitCode OrderImportarRnc::Run(OrderCall& call) const {
@@ -83,7 +85,7 @@ ExitCode OrderImportarRnc::Run(OrderCall& call) const {
                                  call.UserInterruption(), progress},
                                 report ? &*report : nullptr);
   TerminalProgress terminal(
-      call.Messages(), [&] { return import.Counts().lines; }, "líneas");
+      call.Messages(), call.MessagesColumns(), [&] { return import.Counts().lines; }, "líneas");
   if (call.ShowsProgress()) progress.EstablecerControles(&terminal, &terminal, &terminal, nullptr, nullptr);
   import.SetRutaArchivo(AbsolutePath(call.Given().arguments.front()));
   std::string message;

@@ -63,10 +63,13 @@ void Print(OrderCall& call, const BatchReport& report) {
 OrderDefinition OrderLote::Definition() const {
   return {.name = "lote",
           .summary = "Abre, busca o cierra el lote de transporte de subida de la compañía y sede configuradas",
-          .arguments = {{.name = "abrir|buscar|cerrar", .summary = "lo que se hace"}},
+          .arguments = {{.name = "abrir|buscar|cerrar",
+                         .summary = "lo que se hace",
+                         .words = {"abrir", "buscar", "cerrar"}}},
           .notes =
               "Cada sede tiene a lo sumo un lote abierto: abrir cuando ya hay uno da su número, y cerrar cuando no "
-              "hay ninguno no hace nada."};
+              "hay ninguno no hace nada.",
+          .examples = {{"lote buscar", "da el número del lote abierto"}}};
 }
 
 ExitCode OrderLote::Run(OrderCall& call) const {

@@ -7,6 +7,7 @@
 
 #include "base/Text.h"
 #include "cli/CommandHost.h"
+#include "cli/Suggestion.h"
 #include "services/ApplicationError.h"
 
 namespace tolvan {
@@ -18,6 +19,14 @@ struct Wish {
   std::optional<std::string> value;
 };
 
+/// Each with `end` behind it.
+std::vector<std::string> KeysOf(const std::vector<SettingDefinition>& definitions, const char* end) {
+  std::vector<std::string> keys;
+  keys.reserve(definitions.size());
+  for (const SettingDefinition& definition : definitions) keys.push_back(std::string(definition.key) + end);
+  return keys;
+}
+
 SettingDefinition Find(const std::vector<SettingDefinition>& definitions, std::string_view keyOrIndex) {
   const auto index = ParseInteger(keyOrIndex);
   const auto found = std::ranges::find_if(definitions, [&](const SettingDefinition& definition) {
@@ -25,7 +34,8 @@ SettingDefinition Find(const std::vector<SettingDefinition>& definitions, std::s
                  : EqualIgnoringCase(definition.key, keyOrIndex);
   });
   if (found == definitions.end()) {
-    throw CommandFailure(ExitCode::Usage, "No existe la opción \"" + std::string(keyOrIndex) + "\"");
+    throw CommandFailure(ExitCode::Usage, "No existe la opción \"" + std::string(keyOrIndex) + '"' +
+                                              DidYouMean(keyOrIndex, KeysOf(definitions, "")));
   }
   return *found;
 }
@@ -69,8 +79,11 @@ OrderDefinition OrderOpciones::Definition() const {
           .arguments = {{.name = "CLAVE[=VALOR]",
                          .summary = "una opción por su clave o su número; con =VALOR la cambia",
                          .required = false,
-                         .repeated = true}},
-          .notes = "Varios cambios de una misma llamada se guardan todos o ninguno."};
+                         .repeated = true,
+                         .words = KeysOf(ImpExpSettings::Definitions({}, {}), "=")}},
+          .notes = "Varios cambios de una misma llamada se guardan todos o ninguno.",
+          .examples = {{"opciones", "todas, con sus valores"},
+                       {"opciones MicrosExp_CodigoTienda=0002 MicrosExp_CarpetaDestino=Exportar", "cambia dos"}}};
 }
 
 ExitCode OrderOpciones::Run(OrderCall& call) const {

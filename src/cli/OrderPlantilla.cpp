@@ -20,7 +20,8 @@ OrderDefinition OrderPlantilla::Definition() const {
   return {.name = "plantilla",
           .summary = "Escribe un libro nuevo desde la plantilla, vacío o con los Items actuales",
           .arguments = {{.name = "SALIDA", .summary = "el libro que se escribe (.xlsx)", .isPath = true}},
-          .options = {{.name = "--con-datos", .summary = "incluye los Items con sus costos y precios"}}};
+          .options = {{.name = "--con-datos", .summary = "incluye los Items con sus costos y precios"}},
+          .examples = {{"plantilla lista.xlsx --con-datos", "para cambiar precios y volver a importarla"}}};
 }
 
 ExitCode OrderPlantilla::Run(OrderCall& call) const {

@@ -51,7 +51,8 @@ OrderDefinition OrderRnc::Definition() const {
           .options = {{.name = "--consultar", .summary = "busca además el nombre en la página de la DGII"}},
           .notes =
               "Un número que no es válido es un resultado, no un fallo. La consulta usa la sección [dgii] de la "
-              "configuración."};
+              "configuración.",
+          .examples = {{"rnc 1-01-00157-7 40212345678", "dice qué es cada número y si es válido"}}};
 }
 
 ExitCode OrderRnc::Run(OrderCall& call) const {

@@ -33,14 +33,16 @@ OrderDefinition OrderSubirVentas::Definition() const {
           .notes =
               "Envía los días que el servidor pide, uno por uno y en su orden. El servidor y la fecha de referencia "
               "son los de las opciones (SVentas_…); la fecha avanza hasta el último día enviado. Si se detiene, "
-              "repetir la orden continúa donde haga falta: un día enviado dos veces no se cuenta dos veces."};
+              "repetir la orden continúa donde haga falta: un día enviado dos veces no se cuenta dos veces.",
+          .examples = {{"opciones SVentas_DireccionServidor=servidor.ejemplo.com", "antes de la primera vez"},
+                       {"subir-ventas", "envía los días que faltan"}}};
 }
 
 ExitCode OrderSubirVentas::Run(OrderCall& call) const {
   CommandHost& host = call.Host();
   static_cast<void>(host.RequireDatabase());
   clsCallBackProgreso progress;
-  TerminalProgress terminal(call.Messages(), {}, "días");
+  TerminalProgress terminal(call.Messages(), call.MessagesColumns(), {}, "días");
   if (call.ShowsProgress()) progress.EstablecerControles(&terminal, &terminal, &terminal, nullptr, nullptr);
   std::string errorText;
   const SalesUploadResult result = SalesUpload(host.Context(), &progress).Run(errorText);

@@ -52,7 +52,8 @@ int WaitFor(pid_t child, const Interruption& interruption) {
 OrderDefinition OrderVentana::Definition() const {
   return {.name = "ventana",
           .summary = "Abre la ventana de opciones",
-          .notes = "Necesita una pantalla y el programa tolvan-ventana junto a esta orden."};
+          .notes = "Necesita una pantalla y el programa tolvan-ventana junto a esta orden.",
+          .examples = {{"--host tienda/tolvan.ini ventana", "la abre con la tienda de la carpeta tienda"}}};
 }
 
 ExitCode OrderVentana::Run(OrderCall& call) const {

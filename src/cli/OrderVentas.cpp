@@ -24,7 +24,8 @@ OrderDefinition OrderVentas::Definition() const {
           .summary = "Escribe el archivo de ventas de un día, como al aceptar su panel en la ventana",
           .options = {{.name = "--fecha",
                        .summary = "guarda antes esta fecha de reporte; si falta, vale la guardada",
-                       .valueName = "AAAA-MM-DD"}}};
+                       .valueName = "AAAA-MM-DD"}},
+          .examples = {{"ventas --fecha 2026-11-15", "escribe el archivo de ese día"}}};
 }
 
 ExitCode OrderVentas::Run(OrderCall& call) const {

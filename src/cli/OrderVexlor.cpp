@@ -10,7 +10,8 @@ OrderDefinition OrderVexlor::Definition() const {
           .summary = "Escribe el archivo de ventas de ayer, sin preguntar nada",
           .notes =
               "Es lo que el programador de tareas ejecuta cada día. La carpeta, el nombre y el envío por e-mail son "
-              "los de las opciones (vea la orden opciones)."};
+              "los de las opciones (vea la orden opciones).",
+          .examples = {{"--host tienda/tolvan.ini --silencio vexlor", "lo que se programa para cada mañana"}}};
 }
 
 ExitCode OrderVexlor::Run(OrderCall& call) const {

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <ostream>
 
+#include "base/TextColumns.h"
+
 namespace tolvan {
 namespace {
 
@@ -27,7 +29,7 @@ bool TerminalLine::Due() {
 
 void TerminalLine::Draw(std::string_view text) {
   hasDrawn_ = true;
-  *out_ << clearLine << text << std::flush;
+  *out_ << clearLine << CutToColumns(text, Room()) << std::flush;
 }
 
 void TerminalLine::Clear() {

@@ -14,7 +14,8 @@ class TerminalProgress : public ProgressContainer, public ProgressBar, public Pr
  public:
   /// `steps` tells how many `unitName` ("líneas") have been done; when empty, the bar's value does. `out` must outlive
   /// this object.
-  TerminalProgress(std::ostream& out, std::function<std::int64_t()> steps, std::string unitName);
+  TerminalProgress(std::ostream& out, TerminalColumns columns, std::function<std::int64_t()> steps,
+                   std::string unitName);
 
   void SetVisible(bool visible) override;
   void SetMin(std::int32_t) override {}

@@ -1,7 +1,9 @@
 #include "cli/TerminalStatus.h"
 
+#include <algorithm>
 #include <string>
 
+#include "base/TextColumns.h"
 #include "cli/TerminalLine.h"
 
 namespace tolvan {
@@ -16,10 +18,7 @@ class Silent : public StatusDisplay {
 
 class Shown : public StatusDisplay {
  public:
-  explicit Shown(std::ostream& out) : line_(out) { line_.Begin(); }
-  ~Shown() override { line_.Clear(); }
-  Shown(const Shown&) = delete;
-  Shown& operator=(const Shown&) = delete;
+  Shown(std::ostream& out, const TerminalColumns& columns) : line_(out, columns) { line_.Begin(); }
 
   void SetText(std::string_view text) override {
     text_ = text;
@@ -38,12 +37,13 @@ class Shown : public StatusDisplay {
  private:
   void DrawNowAndThen() {
     if (!line_.Due()) return;
-    std::string text = text_;
+    std::string counts;
     if (maximum_ > 0 && done_ > 0) {
-      text += ": " + std::to_string(done_) + " de " + std::to_string(maximum_) + ", " +
-              TimeLeft(line_.Seconds(), static_cast<double>(done_) / maximum_);
+      counts = ": " + std::to_string(done_) + " de " + std::to_string(maximum_) + ", " +
+               TimeLeft(line_.Seconds(), static_cast<double>(done_) / maximum_);
     }
-    line_.Draw(text);
+    const std::size_t room = line_.Room() - std::min(line_.Room(), CountColumns(counts));
+    line_.Draw(CutToColumns(text_, room) + counts);
   }
 
   TerminalLine line_;
@@ -56,7 +56,7 @@ class Shown : public StatusDisplay {
 
 std::unique_ptr<StatusDisplay> TerminalStatus::OpenStatus() {
   if (!shown_) return std::make_unique<Silent>();
-  return std::make_unique<Shown>(*out_);
+  return std::make_unique<Shown>(*out_, columns_);
 }
 
 }  // namespace tolvan

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <iosfwd>
+#include <utility>
 
+#include "cli/TerminalColumns.h"
 #include "host/StatusDisplay.h"
 
 namespace tolvan {
@@ -10,12 +12,14 @@ namespace tolvan {
 class TerminalStatus : public StatusWindow {
  public:
   /// `shown` false shows nothing. `out` must outlive this object.
-  TerminalStatus(std::ostream& out, bool shown) : out_(&out), shown_(shown) {}
+  TerminalStatus(std::ostream& out, TerminalColumns columns, bool shown)
+      : out_(&out), columns_(std::move(columns)), shown_(shown) {}
 
   std::unique_ptr<StatusDisplay> OpenStatus() override;
 
  private:
   std::ostream* out_;
+  TerminalColumns columns_;
   bool shown_;
 };
 

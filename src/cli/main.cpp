@@ -1,4 +1,5 @@
 // The command's process: signals, streams and the place of the configuration.
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -8,8 +9,10 @@
 #include <vector>
 
 #include "cli/Command.h"
+#include "cli/DescriptorBuffer.h"
 #include "cli/SignalInterruption.h"
 #include "platform/clock/SystemClock.h"
+#include "platform/files/SystemFailure.h"
 
 namespace {
 
@@ -37,19 +40,35 @@ bool DrawsOnTerminal() {
   return isatty(STDERR_FILENO) != 0 && Environment("NO_COLOR").empty() && Environment("TERM") != "dumb";
 }
 
+/// A standard stream that the caller has closed would become a file of ours, and take what is meant for the stream.
+void OccupyStandardDescriptors() {
+  for (int descriptor = open("/dev/null", O_RDONLY); descriptor >= 0; descriptor = dup(descriptor)) {
+    if (descriptor <= STDERR_FILENO) continue;
+    close(descriptor);
+    return;
+  }
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
+  OccupyStandardDescriptors();
   const std::vector<std::string> words(arguments + 1, arguments + count);
   tolvan::SystemClock clock;
   tolvan::SignalInterruption interruption(std::cerr, DrawsOnTerminal());
+  tolvan::DescriptorBuffer buffer(STDOUT_FILENO);
+  std::ostream output(&buffer);
+  const auto outputFailure = [&] { return TextForPeople(tolvan::SystemFailure(buffer.ErrorNumber(), {})); };
   return tolvan::RunCommand(words, {.input = std::cin,
-                                    .output = std::cout,
+                                    .output = output,
                                     .messages = std::cerr,
                                     .clock = clock,
                                     .interruption = interruption,
                                     .defaultHost = DefaultHost(),
                                     .windowProgram = WindowProgram(),
                                     .inputIsTerminal = isatty(STDIN_FILENO) != 0,
-                                    .messagesAreTerminal = DrawsOnTerminal()});
+                                    .messagesAreTerminal = DrawsOnTerminal(),
+                                    .outputColumns = tolvan::ColumnsOfDescriptor(STDOUT_FILENO),
+                                    .messagesColumns = tolvan::ColumnsOfDescriptor(STDERR_FILENO),
+                                    .outputFailure = outputFailure});
 }

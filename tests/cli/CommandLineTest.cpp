@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "base/Text.h"
 #include "cli/CommandFailure.h"
+#include "cli/Order.h"
+#include "cli/Suggestion.h"
 #include "support/CommandRunner.h"
 
 namespace tolvan {
@@ -51,7 +54,13 @@ TEST(CommandLine, WrongUsageIsToldInSpanishAndNamed) {
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
       {{}, "Falta la orden"},
       {{"dos"}, "No existe la orden \"dos\""},
+      {{"vraios", "uno"}, "No existe la orden \"vraios\"; ¿quiso decir varios?"},
+      {{"-", "varios"}, "La orden va delante de sus argumentos: \"-\" está antes de varios"},
+      {{"--json", "--host", "uno", "l", "uno"}, "La orden va delante de sus argumentos: \"l\" está antes de uno"},
+      {{"--simular", "uno", "l"}, "La opción --simular va detrás de su orden"},
       {{"--nada"}, "Opción desconocida: --nada"},
+      {{"--hots=x", "varios"}, "Opción desconocida: --hots; ¿quiso decir --host?"},
+      {{"uno", "--mdo=a", "l"}, "Opción desconocida en la orden uno: --mdo=a; ¿quiso decir --modo?"},
       {{"uno", "--modo", "a"}, "La orden uno requiere LIBRO"},
       {{"uno", "l"}, "La orden uno requiere --modo M"},
       {{"uno", "l", "--modo", "c"}, "La opción --modo no admite el valor \"c\": use a o b"},
@@ -70,6 +79,31 @@ TEST(CommandLine, WrongUsageIsToldInSpanishAndNamed) {
       EXPECT_EQ(failure.Code(), ExitCode::Usage);
     }
   }
+}
+
+TEST(CommandLine, EveryExampleIsACall) {
+  const std::vector<OrderDefinition> all = AllDefinitions();
+  for (const OrderDefinition& order : all) {
+    EXPECT_FALSE(order.examples.empty()) << order.name;
+    for (const ExampleDefinition& example : order.examples) {
+      std::vector<std::string> words;
+      for (const std::string_view word : Split(example.words, ' ')) words.emplace_back(word);
+      EXPECT_NO_THROW(ParseCommandLine(words, all)) << example.words;
+    }
+  }
+}
+
+TEST(Suggestion, NamesTheNearest) {
+  const std::vector<std::string> known{"importar-excel", "importar-rnc", "ventas", "ventana", "rnc"};
+  const std::vector<std::pair<const char*, const char*>> cases = {
+      {"IMPORTAR", "; ¿quiso decir importar-excel o importar-rnc?"},
+      {"vnetas", "; ¿quiso decir ventas?"},
+      {"venta", "; ¿quiso decir ventas o ventana?"},
+      {"rcn", "; ¿quiso decir rnc?"},
+      {"lote", ""},
+      {"", ""},
+  };
+  for (const auto& [word, text] : cases) EXPECT_EQ(DidYouMean(word, known), text) << word;
 }
 
 TEST(Command, WrongUsageLeavesStandardOutputEmptyUnlessJsonIsWanted) {

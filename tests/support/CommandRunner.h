@@ -1,6 +1,7 @@
 // Runs the command in this process on streams of memory, with a clock and an interruption of the test's own.
 #pragma once
 
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -23,7 +24,8 @@ struct CommandRunner {
   CommandResult Run(std::vector<std::string> arguments) {
     if (!host.empty()) arguments.insert(arguments.begin(), {"--host", host});
     std::istringstream input(typed);
-    std::ostringstream output;
+    std::stringbuf memory;
+    std::ostream output(outputBuffer == nullptr ? &memory : outputBuffer);
     std::ostringstream messages;
     const int code = RunCommand(arguments, {.input = input,
                                             .output = output,
@@ -33,16 +35,19 @@ struct CommandRunner {
                                             .defaultHost = "/no/such/tolvan.ini",
                                             .windowProgram = windowProgram,
                                             .inputIsTerminal = terminal,
-                                            .messagesAreTerminal = false});
-    return {code, output.str(), messages.str()};
+                                            .messagesAreTerminal = false,
+                                            .outputColumns = [this] { return columns; }});
+    return {code, memory.str(), messages.str()};
   }
 
   FakeClock clock;
   FakeInterruption interruption;
-  std::string host;           ///< passed as --host when not empty
-  std::string windowProgram;  ///< started by the order ventana
-  std::string typed;          ///< what the person types
-  bool terminal = false;      ///< whether a person is there
+  std::string host;                        ///< passed as --host when not empty
+  std::string windowProgram;               ///< started by the order ventana
+  std::string typed;                       ///< what the person types
+  bool terminal = false;                   ///< whether a person is there
+  std::optional<std::size_t> columns;      ///< of the terminal that shows the output
+  std::streambuf* outputBuffer = nullptr;  ///< takes the output in place of the result
 };
 
 }  // namespace tolvan::test

@@ -32,6 +32,8 @@ constexpr std::array meanings{
     Meaning{EBUSY, HostErrorKind::Busy, "otro programa lo está usando"},
     Meaning{ETXTBSY, HostErrorKind::Busy, "otro programa lo está usando"},
     Meaning{EIO, HostErrorKind::Failed, "la unidad no pudo leer o escribir los datos"},
+    Meaning{EINTR, HostErrorKind::Interrupted, "se pidió terminar"},
+    Meaning{EBADF, HostErrorKind::Failed, "no está abierto"},
     Meaning{EMFILE, HostErrorKind::Failed, "hay demasiados archivos abiertos"},
     Meaning{ENFILE, HostErrorKind::Failed, "hay demasiados archivos abiertos"},
     Meaning{ENOMEM, HostErrorKind::Failed, "memoria insuficiente"},

@@ -1,0 +1,99 @@
+#include "cli/BashCompletion.h"
+
+#include "base/Text.h"
+
+namespace tolvan {
+namespace {
+
+/// %names: the orders. %general: the options of every order. %orders: case branches that say what an order takes.
+/// %values: case branches of the options that take a value.
+constexpr std::string_view script = R"(# bash completion for tolvan-impexp
+_tolvan_impexp() {
+  local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} assigned=
+  local order= options= arguments= files= index
+  # bash takes "--name=value" for three words.
+  if [ "$cur" = = ]; then
+    cur= assigned=1
+  elif [ "$prev" = = ]; then
+    prev=${COMP_WORDS[COMP_CWORD-2]} assigned=1
+  fi
+  for ((index = 1; index < COMP_CWORD; ++index)); do
+    case ${COMP_WORDS[index]} in
+      --host) ((++index)); [ "${COMP_WORDS[index]}" = = ] && ((++index)) ;;
+      -*) ;;
+      *) order=${COMP_WORDS[index]}; break ;;
+    esac
+  done
+  COMPREPLY=()
+  case $order:$prev in
+%values  esac
+  [ -n "$assigned" ] && return
+  case $order in
+    '') options='--version' arguments='%names' ;;
+%orders  esac
+  case $cur in
+    -*) mapfile -t COMPREPLY < <(compgen -W "$options%general" -- "$cur"); return ;;
+  esac
+  mapfile -t COMPREPLY < <(compgen -W "$arguments" -- "$cur")
+  [ -n "$files" ] && compopt -o default 2>/dev/null
+  [[ ${COMPREPLY[0]} == *= ]] && compopt -o nospace 2>/dev/null
+}
+complete -F _tolvan_impexp tolvan-impexp
+)";
+
+std::string Joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
+std::string NamesOf(std::span<const OptionDefinition> options) {
+  std::string names;
+  for (const OptionDefinition& option : options) names += ' ' + option.name;
+  return names;
+}
+
+/// What stands behind an option that takes a value. File names are left to bash, which knows about blanks in them.
+std::string ValueBranches(const std::string& order, std::span<const OptionDefinition> options) {
+  std::string branches;
+  for (const OptionDefinition& option : options) {
+    if (option.valueName.empty()) continue;
+    std::string completed;
+    if (option.isPath) completed = "compopt -o default 2>/dev/null; ";
+    if (!option.choices.empty()) {
+      completed = "mapfile -t COMPREPLY < <(compgen -W '" + Joined(option.choices) + "' -- \"$cur\"); ";
+    }
+    branches += "    " + order + ':' + option.name + ") " + completed + "return ;;\n";
+  }
+  return branches;
+}
+
+std::string OrderBranch(const OrderDefinition& order, const std::string& names) {
+  std::vector<std::string> words;
+  bool takesPath = false;
+  for (const ArgumentDefinition& argument : order.arguments) {
+    words.insert(words.end(), argument.words.begin(), argument.words.end());
+    if (argument.isOrder) words.push_back(names);
+    takesPath = takesPath || argument.isPath;
+  }
+  return "    " + order.name + ") options='" + NamesOf(order.options) + "' arguments='" + Joined(words) +
+         "' files=" + (takesPath ? "1" : "") + " ;;\n";
+}
+
+}  // namespace
+
+std::string BashCompletion(std::span<const OrderDefinition> orders) {
+  const std::string names = Joined(OrderNames(orders));
+  std::string branches;
+  std::string values = ValueBranches("*", GlobalOptions());
+  for (const OrderDefinition& order : orders) {
+    branches += OrderBranch(order, names);
+    values += ValueBranches(order.name, order.options);
+  }
+  std::string text = ReplaceAll(script, "%names", names);
+  text = ReplaceAll(text, "%general", " --ayuda" + NamesOf(GlobalOptions()));
+  text = ReplaceAll(text, "%orders", branches);
+  return ReplaceAll(text, "%values", values);
+}
+
+}  // namespace tolvan

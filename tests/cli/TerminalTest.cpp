@@ -1,0 +1,100 @@
+// What the command shows on a terminal, and what it makes of an output that takes no more.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+
+#include "base/Text.h"
+#include "base/TextColumns.h"
+#include "cli/BashCompletion.h"
+#include "cli/DescriptorBuffer.h"
+#include "cli/Order.h"
+#include "platform/files/FileDescriptor.h"
+#include "support/ChildProcess.h"
+#include "support/CommandRunner.h"
+
+namespace tolvan {
+namespace {
+
+/// What bash offers for the last of the words, sorted as it stands.
+std::string Completed(const std::string& script, const std::string& words) {
+  const std::string program = "COMP_WORDS=(" + words + "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _tolvan_impexp; " +
+                              "printf '%s ' \"${COMPREPLY[@]}\"";
+  int ends[2];
+  if (::pipe(ends) != 0) return "no pipe";
+  const pid_t bash = test::StartProgram({"/bin/bash", "-c", script + program}, ends[1], [&] { ::close(ends[0]); });
+  ::close(ends[1]);
+  std::string offered = test::ReadToEnd(ends[0]);
+  ::waitpid(bash, nullptr, 0);
+  return offered;
+}
+
+TEST(BashCompletion, OffersWhatFits) {
+  const std::string script = BashCompletion(AllDefinitions());
+  const std::vector<std::pair<const char*, const char*>> cases = {
+      {"tolvan-impexp ven", "ventana ventas "},
+      {"tolvan-impexp --host demo lo", "lote "},
+      {"tolvan-impexp --host = demo --sil", "--silencio "},
+      {"tolvan-impexp importar-excel --in", "--informe "},
+      {"tolvan-impexp importar-excel libro.xlsx --informe ven", " "},
+      {"tolvan-impexp colector x --proposito = c", "conteo "},
+      {"tolvan-impexp vexlor --proposito c", " "},
+      {"tolvan-impexp opciones SVentas_D", "SVentas_DireccionServidor= "},
+      {"tolvan-impexp opciones SVentas_DireccionServidor = S", " "},
+      {"tolvan-impexp ayuda cr", "crc32 "},
+      {"tolvan-impexp lote c", "cerrar "},
+  };
+  for (const auto& [words, offered] : cases) EXPECT_EQ(Completed(script, words), offered) << words;
+}
+
+TEST(Help, FitsTheTerminalAndLosesNoWord) {
+  const auto inOneLine = [](std::string text) {
+    std::erase_if(text, [](char c) { return c == ' ' || c == '\n'; });
+    return text;
+  };
+  test::CommandRunner runner;
+  std::vector<std::string> orders = OrderNames(AllDefinitions());
+  for (const std::string& order : orders) {
+    runner.columns = 1'000;
+    const std::string wide = runner.Run({"ayuda", order}).output;
+    EXPECT_EQ(runner.Run({order, "-h"}).output, wide);
+    for (const std::size_t columns : {40U, 60U, 80U}) {
+      runner.columns = columns;
+      const std::string help = runner.Run({"ayuda", order}).output;
+      EXPECT_EQ(inOneLine(help), inOneLine(wide));
+      const std::string wrapped = help.substr(0, help.find("\nEjemplos:"));  // these can be copied, so they stay whole
+      for (const std::string_view line : Split(wrapped, '\n')) EXPECT_LE(CountColumns(line), columns) << line;
+    }
+  }
+  EXPECT_EQ(runner.Run({"ayuda", "vexlr"}).code, 2);
+}
+
+TEST(Command, AResultThatCannotBeWrittenIsAFailureUnlessNobodyWantsIt) {
+  const FileDescriptor full(::open("/dev/full", O_WRONLY));
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  ::close(ends[0]);
+  const FileDescriptor closed(ends[1]);
+  std::signal(SIGPIPE, SIG_IGN);
+  test::CommandRunner runner;
+  const std::vector<std::pair<std::vector<std::string>, int>> cases = {
+      {{"--ayuda"}, 0}, {{"--version"}, 0}, {{"rnc", "1"}, 0}, {{"--json", "rnc", "1"}, 0}, {{"--json", "nada"}, 2}};
+  for (const auto& [words, code] : cases) {
+    DescriptorBuffer lost(full.Number());
+    runner.outputBuffer = &lost;
+    const auto failed = runner.Run(words);
+    EXPECT_EQ(failed.code, std::max(code, 1)) << words.back();
+    EXPECT_NE(failed.messages.find("no se pudo escribir el resultado"), code == 0 ? std::string::npos : 0U);
+    EXPECT_EQ(lost.ErrorNumber(), ENOSPC);
+    DescriptorBuffer unread(closed.Number());
+    runner.outputBuffer = &unread;
+    EXPECT_EQ(runner.Run(words).code, code);
+  }
+}
+
+}  // namespace
+}  // namespace tolvan
