@@ -45,6 +45,7 @@ class StartTest(unittest.TestCase):
                     self.assertIn(str(file), run.stdout)
                     self.assertIn(record, run.stdout)
                     self.assertIn("No hay pantalla", run.stdout)
+                    self.assertTrue((TREE / "build/release/share/man/man1/tolvan-impexp.1").is_file())
 
     def test_opens_the_window_where_there_is_a_screen(self):
         with tempfile.TemporaryDirectory() as place:
