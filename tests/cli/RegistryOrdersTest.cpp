@@ -77,7 +77,7 @@ TEST_F(RegistryOrders, RecognisesIdentifiersWithoutAHostAndReportsALookupThatCan
 }
 
 TEST_F(RegistryOrders, AsksTheConfiguredPageAndTellsWhatCameBack) {
-  const test::LoopbackServer server("taxpayer_server.py", {folder.Path()});
+  const test::LoopbackServer server("http_server.py", {folder.Path()});
   WriteFile(places.host, ReadFile(places.host) + "[dgii]\nservidor = 127.0.0.1:" + std::to_string(server.Port()) +
                              "\nviewstate = dDw+/A==\neventvalidation = EV+/\n");
   struct Case {

@@ -214,13 +214,5 @@ TEST_F(OrdersOnPostgres, TheSchemaCanBeCreatedAgainAndNothingIsLost) {
   EXPECT_THAT(server_.Run({"esquema"}).output, testing::HasSubstr("CREATE TABLE IF NOT EXISTS Ventas ("));
 }
 
-TEST_F(OrdersOnPostgres, AServerThatIsNotThereEndsWithFour) {
-  std::string ini = ReadFile(server_.places.host);
-  WriteFile(server_.places.host, ReplaceAll(ini, "Database=" + database_, "Database=ninguna"));
-  const CommandResult result = server_.Run({"vexlor"});
-  EXPECT_EQ(result.code, 4);
-  EXPECT_THAT(result.messages, testing::HasSubstr("ninguna"));
-}
-
 }  // namespace
 }  // namespace tolvan::test
