@@ -1,10 +1,12 @@
 #include "cli/OrderPlantilla.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "cli/AbsolutePath.h"
 #include "cli/CommandHost.h"
+#include "cli/ConsoleDialogs.h"
 #include "import/TemplateExport.h"
 #include "platform/assembly/DeferredSpreadsheetApplication.h"
 
@@ -13,6 +15,21 @@ namespace {
 
 constexpr const char* templateMissing =
     "No se encuentra el archivo de plantilla. Favor actualice Tolvan para reponer el archivo de plantilla";
+
+constexpr std::size_t mostTold = 20;
+
+/// The items that will not come back from the workbook as they are; all of them are marked in it.
+void TellRemarks(OrderCall& call, const std::vector<TemplateExport::ItemRemarks>& items) {
+  for (std::size_t index = 0; index < std::min(items.size(), mostTold); ++index) {
+    const TemplateExport::ItemRemarks& item = items[index];
+    std::string told;
+    for (const std::string& remark : item.remarks) AppendSentence(told, remark);
+    call.Messages() << ForTerminal("Fila " + std::to_string(item.sheetRow) + ", Item " + item.code + ": " + told)
+                    << '\n';
+  }
+  if (items.size() <= mostTold) return;
+  call.Messages() << "… y " << items.size() - mostTold << " más: vea la columna G del libro\n";
+}
 
 }  // namespace
 
@@ -36,6 +53,7 @@ ExitCode OrderPlantilla::Run(OrderCall& call) const {
                                               context.services.ApplicationFolder() + "Exportar");
   TemplateExport filled(context, spreadsheets);
   filled.Make(templatePath, withData)->SaveAs(output);
+  TellRemarks(call, filled.ItemsWithRemarks());
   if (call.WantsJson()) {
     const nlohmann::ordered_json document{{"archivo", output}, {"filas", filled.Rows()}};
     call.PrintJson(document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "base/Text.h"
 #include "import/CellCleaning.h"
 
 namespace tolvan {
@@ -14,13 +15,19 @@ constexpr std::string_view unit = "I.idItem = IU.idItem AND IU.EsPrincipal = 1 A
 constexpr std::string_view price =
     " LEFT JOIN Precios P ON P.idItem = IU.idItem AND P.idUnidad = IU.idUnidad AND P.idLista = ";
 
+constexpr std::size_t shownCharacters = 40;
+
 // The places in that query.
 enum Field : std::size_t { TaxClass, Exempt, Net, Code, Description, Brand, Department, Cost };
 
-Currency AmountOf(const FieldValue& value, std::string_view what, std::string_view code) {
-  if (const std::optional<Currency> amount = CurrencyOf(value)) return *amount;
-  throw HostError(HostErrorKind::InvalidValue,
-                  std::string(what) + " del Item " + std::string(code) + " no es un importe: " + TextOf(value));
+std::optional<Currency> AmountOf(const FieldValue& value, std::string_view what, Remarks& unusable) {
+  const std::optional<Currency> amount = CurrencyOf(value);
+  if (!amount && !IsNull(value)) {
+    const std::string text = TextOf(value);
+    unusable.push_back(std::string(what) + " registrado del Item no es un importe (" +
+                       std::string(FirstCharacters(text, shownCharacters)) + ")");
+  }
+  return amount;
 }
 
 }  // namespace
@@ -53,21 +60,17 @@ ItemRecord ItemRecord::Read(const Recordset& rows, const TaxTable& taxes) {
   item.description = rows.Text(Description);
   item.brand = rows.Text(Brand);
   item.department = rows.Text(Department);
-  item.cost = AmountOf(rows.Value(Cost), "el costo", item.code);
-  const FieldValue net = rows.Value(Net);
-  if (!IsNull(net)) item.net = AmountOf(net, "el precio", item.code);
+  item.cost = AmountOf(rows.Value(Cost), "el costo", item.unusable);
+  item.costIsNull = IsNull(rows.Value(Cost));
+  item.net = AmountOf(rows.Value(Net), "el precio", item.unusable);
   const bool exempt = BooleanOf(rows.Value(Exempt)).value_or(false);
   item.rate = taxes.RateOf(IntegerOf(rows.Value(TaxClass)).value_or(0), exempt);
-  return item;
-}
-
-std::optional<Currency> ItemRecord::PriceWithTax() const {
-  if (!net) return std::nullopt;
   try {
-    return rate.WithTax(*net);
+    if (item.net) item.withTax = item.rate.WithTax(*item.net);
   } catch (const std::overflow_error&) {
-    throw HostError(HostErrorKind::InvalidValue, "el precio con impuestos del Item " + code + " es demasiado grande");
+    item.unusable.emplace_back("el precio del Item con impuestos es demasiado grande para un importe");
   }
+  return item;
 }
 
 }  // namespace tolvan

@@ -7,6 +7,7 @@
 
 #include "base/Currency.h"
 #include "host/DatabaseServices.h"
+#include "import/AmountCell.h"
 #include "services/TaxTable.h"
 
 namespace tolvan {
@@ -20,21 +21,22 @@ SqlStatement ItemStatement(std::string_view code, std::int32_t inventory);
 SqlStatement CodeExistsStatement(std::string_view code);
 SqlStatement PrincipalUnitStatement(std::string_view code);
 
-/// A row of the first two, as far as prices are compared.
+/// A row of the first two, as far as prices are compared. Prices with tax are of the rate of the item's tax class.
 struct ItemRecord {
   std::string code;
   std::string description;
   std::string brand;
   std::string department;
-  Currency cost;
-  std::optional<Currency> net;  ///< the price without tax
-  Rate rate;                    ///< of its tax class; zero when it is exempt
+  std::optional<Currency> cost;  ///< nothing when none is stored, or an unusable one
+  std::optional<Currency> net;   ///< the price without tax; nothing likewise
+  std::optional<Currency>
+      withTax;  ///< the price with it; nothing without a price, or when it is too large for an amount
+  Rate rate;    ///< zero when the item is exempt
+  bool costIsNull = false;
+  Remarks unusable;  ///< of the stored amounts that are none, NULL apart
 
-  /// Reads the current row. Throws HostError InvalidValue, with the item's code, for an amount that is none.
+  /// Reads the current row.
   static ItemRecord Read(const Recordset& rows, const TaxTable& taxes);
-
-  /// Throws HostError InvalidValue when the price with tax is too large for an amount.
-  std::optional<Currency> PriceWithTax() const;
 };
 
 }  // namespace tolvan

@@ -112,18 +112,15 @@ void TemplateClassifier::DecideNew(const TemplateRow& row, TemplateDecision& dec
 }
 
 bool TemplateClassifier::Compare(const TemplateRow& row, const Recordset& found, TemplateDecision& decision) const {
-  try {
-    const ItemRecord item = ItemRecord::Read(found, store_.taxes);
-    Compare(row, item, decision);
-    if (!appliesAlternateUnit_ || !AlternateUnitRule::Named(row)) return false;
-    if (!store_.departments.RequiresSerials(item.department)) return true;
-    decision.remarks.emplace_back(serials);
-  } catch (const HostError& error) {
-    // One item with an impossible amount in the database is no cause to refuse the others.
-    if (error.Kind() != HostErrorKind::InvalidValue) throw;
-    decision.reason = error.what();
-  }
-  return false;
+  const ItemRecord item = ItemRecord::Read(found, store_.taxes);
+  // One item with an impossible amount in the database is no cause to refuse the others.
+  for (const std::string& fault : item.unusable) AppendSentence(decision.reason, fault);
+  if (!item.unusable.empty()) return false;
+  Compare(row, item, decision);
+  if (!appliesAlternateUnit_ || !AlternateUnitRule::Named(row)) return false;
+  const bool serial = store_.departments.RequiresSerials(item.department);
+  if (serial) decision.remarks.emplace_back(serials);
+  return !serial;
 }
 
 void TemplateClassifier::Compare(const TemplateRow& row, const ItemRecord& item, TemplateDecision& decision) {
@@ -131,8 +128,8 @@ void TemplateClassifier::Compare(const TemplateRow& row, const ItemRecord& item,
   decision.databaseDescription = item.description;
   decision.rate = item.rate;
   decision.previousCost = item.cost;
-  decision.previousPrice = item.PriceWithTax();
-  decision.costChanged = row.cost.Given() && AmountInCell(*row.cost.value) != AmountInCell(item.cost);
+  decision.previousPrice = item.withTax;
+  decision.costChanged = row.cost.Given() && (!item.cost || AmountInCell(*row.cost.value) != AmountInCell(*item.cost));
   if (decision.previousPrice && row.price.Given()) {
     // A price with tax whose net price is the stored one is that price: the same list imported again must not change it
     // by the ten-thousandth that rounding lost.

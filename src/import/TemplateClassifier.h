@@ -23,7 +23,7 @@ struct TemplateDecision {
   bool found = false;        ///< an item with a principal unit in the inventory has the row's code
   std::string associated{};  ///< that item's code when it will be updated
   std::string databaseDescription{};
-  Currency previousCost{};
+  std::optional<Currency> previousCost{};
   std::optional<Currency> previousPrice{};  ///< with tax
   Currency difference{};                    ///< of the prices with tax; 0 when not compared
   Rate rate{};                              ///< of the tax inside the row's prices

@@ -2,23 +2,26 @@
 
 #include <array>
 
-#include "import/AmountCell.h"
+#include "base/Text.h"
 #include "import/CellCleaning.h"
-#include "import/ItemQueries.h"
 
 namespace tolvan {
 namespace {
 
 constexpr std::string_view includeData = "¿Desea incluir los datos?";
 
-std::array<NewCell, 6> CellsOf(const ItemRecord& item) {
-  const std::optional<Currency> price = item.PriceWithTax();
-  return {item.code,
-          item.description,
-          item.brand,
-          item.department,
-          AmountInCell(item.cost).ToDouble(),
-          price ? NewCell(AmountInCell(*price).ToDouble()) : NewCell()};
+constexpr std::size_t longestCell = 32'767;  // characters
+constexpr const char* noCost = "el Item no tiene costo registrado";
+
+NewCell AmountCellOf(const std::optional<Currency>& amount) {
+  return amount ? NewCell(AmountInCell(*amount).ToDouble()) : NewCell();
+}
+
+/// A text that no cell holds would refuse the workbook.
+void RequireFits(std::string& text, std::string_view name, Remarks& remarks) {
+  if (CountCharacters(text) <= longestCell) return;
+  text.clear();
+  remarks.push_back(std::string(name) + " del Item no cabe en una celda");
 }
 
 }  // namespace
@@ -42,6 +45,7 @@ bool TemplateExport::AbrirPlantilla(const std::string& templatePath, std::string
 
 std::unique_ptr<NewWorkbook> TemplateExport::Make(const std::string& templatePath, bool withData) {
   rows_ = 0;
+  remarks_.clear();
   spreadsheets_->Start();
   auto workbook = spreadsheets_->CreateFromTemplate(templatePath, templateHeadingRows);
   if (withData) Fill(*workbook);
@@ -52,12 +56,55 @@ void TemplateExport::Fill(NewWorkbook& workbook) {
   HostApplication& application = context_->application;
   const TaxTable taxes = TaxTable::Load(application.Database());
   const Interruption& interruption = context_->services.UserInterruption();
+  CountReadCodes();
   const auto items = application.Database().OpenRecordset(AllItemsStatement(application.InventoryFlag(), defaultCode));
   for (; !items->AtEnd(); items->MoveNext()) {
     if (interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "");
-    const ItemRecord item = ItemRecord::Read(*items, taxes);
-    workbook.AppendRow(CellsOf(item));
-    ++rows_;
+    ItemRecord item = ItemRecord::Read(*items, taxes);
+    Append(workbook, item);
+  }
+}
+
+void TemplateExport::CountReadCodes() {
+  readCodes_.clear();
+  const auto codes = context_->application.Database().OpenRecordset(SqlStatement("SELECT idItem FROM Items"));
+  for (; !codes->AtEnd(); codes->MoveNext()) ++readCodes_[CleanCode(codes->Text(0), itemCodeLength)];
+}
+
+Remarks TemplateExport::CodeRemarks(const std::string& code) const {
+  const std::string read = CleanCode(code, itemCodeLength);
+  if (read.empty()) return {"el código queda vacío al importarlo: la fila no se procesará"};
+  Remarks remarks;
+  if (read != ToUpper(code)) {
+    remarks.push_back("el código se lee " + read + " al importarlo, sin espacios y hasta " +
+                      std::to_string(itemCodeLength) + " caracteres: este Item no se encontrará");
+  }
+  const auto same = readCodes_.find(read);
+  if (same != readCodes_.end() && same->second > 1) {
+    remarks.push_back("otro Item tiene un código que también se lee " + read + ": la fila de uno cambiaría al otro");
+  }
+  return remarks;
+}
+
+void TemplateExport::Append(NewWorkbook& workbook, ItemRecord& item) {
+  Remarks remarks = CodeRemarks(item.code);
+  remarks.insert(remarks.end(), item.unusable.begin(), item.unusable.end());
+  if (item.costIsNull) remarks.emplace_back(noCost);
+  RequireFits(item.description, "la descripción", remarks);
+  std::string told;
+  for (const std::string& remark : remarks) AppendSentence(told, remark);
+  const std::array<NewCell, 7> cells{item.code,
+                                     item.description,
+                                     item.brand,
+                                     item.department,
+                                     AmountCellOf(item.cost),
+                                     AmountCellOf(item.withTax),
+                                     told.empty() ? NewCell() : NewCell(told)};
+  workbook.AppendRow(cells);
+  ++rows_;
+  if (!remarks.empty()) {
+    const auto sheetRow = templateHeadingRows + static_cast<std::uint32_t>(rows_);
+    remarks_.push_back({sheetRow, item.code, std::move(remarks)});
   }
 }
 

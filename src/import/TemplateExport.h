@@ -4,8 +4,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 #include "host/SpreadsheetApplication.h"
+#include "import/ItemQueries.h"
 #include "services/ComponentContext.h"
 
 namespace tolvan {
@@ -28,15 +31,28 @@ class TemplateExport {
   /// How many items the last workbook was filled with.
   std::int32_t Rows() const { return rows_; }
 
+  /// What its column G says of items that will not come back unchanged.
+  struct ItemRemarks {
+    std::uint32_t sheetRow = 0;
+    std::string code;
+    Remarks remarks;
+  };
+  const std::vector<ItemRemarks>& ItemsWithRemarks() const { return remarks_; }
+
   /// "PlantillasImpresion/Excel/FormatoMigracion001.XLT" below the application folder.
   static std::string TemplatePath(AppServices& services);
 
  private:
   void Fill(NewWorkbook& workbook);
+  void CountReadCodes();
+  Remarks CodeRemarks(const std::string& code) const;
+  void Append(NewWorkbook& workbook, ItemRecord& item);
 
   const ComponentContext* context_;
   SpreadsheetApplication* spreadsheets_;
   std::int32_t rows_ = 0;
+  std::vector<ItemRemarks> remarks_;
+  std::unordered_map<std::string, int> readCodes_;  // how many items have a code that an import reads so
 };
 
 }  // namespace tolvan

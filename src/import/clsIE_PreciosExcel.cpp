@@ -68,7 +68,7 @@ ReviewRow clsIE_PreciosExcel::RowAt(std::int32_t number) const {
   shown.costChanged = decision.costChanged;
   shown.priceChanged = decision.priceChanged;
   shown.difference = decision.difference;
-  if (decision.found) shown.previousCost = decision.previousCost;
+  shown.previousCost = decision.previousCost;
   shown.previousPrice = decision.previousPrice;
   shown.reason = decision.reason;
   shown.remarks = decision.remarks;

@@ -120,6 +120,46 @@ TEST(ItemQueries, HaveTheirExactTexts) {
             "SELECT 1 FROM Items WHERE idItem = 'A1' AND RequiereSeriales = 1");
 }
 
+TEST_F(TemplateExportTest, TellsTheItemsThatWillNotComeBack) {
+  Run("INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('A B', 'DEF', 'DEF'), ('AB', 'DEF', 'DEF');"
+      "INSERT INTO ItemsUnidades (idItem, idUnidad, EsPrincipal) VALUES ('A B', 'DEF', 1), ('AB', 'DEF', 1);"
+      "INSERT INTO ItemsUnidadesInv (idItem, idUnidad, Inv, CostoActual) VALUES ('A B', 'DEF', 0, 'caro'), "
+      "('AB', 'DEF', 0, 2);"
+      "UPDATE Precios SET Precio = 900000000000000 WHERE idItem = 'VIEJO';"
+      "DROP VIEW VistaItemsUnidades; CREATE VIEW VistaItemsUnidades AS SELECT U.*, V.Inv, CASE U.idItem WHEN 'VIEJO' "
+      "THEN NULL ELSE V.CostoActual END AS CostoActual FROM ItemsUnidades U INNER JOIN ItemsUnidadesInv V ON "
+      "V.idItem = U.idItem AND V.idUnidad = U.idUnidad");
+  TemplateExport filled(host.context, sheets);
+  filled.Make("plantilla.xlt", true);
+  const std::string confused = "otro Item tiene un código que también se lee AB: la fila de uno cambiaría al otro";
+  const std::vector<std::pair<std::string, std::string>> expected{
+      // cost and price as they stand there, remark
+      {"EXENTO 7.5 20", ""},
+      {"VIEJO - -",
+       "el precio del Item con impuestos es demasiado grande para un importe; el Item no tiene costo registrado"},
+      {"A B - -",
+       "el código se lee AB al importarlo, sin espacios y hasta 14 caracteres: este Item no se encontrará; " +
+           confused + "; el costo registrado del Item no es un importe (caro)"},
+      {"AB 2 -", confused}};
+  ASSERT_EQ(sheets.rows.size(), expected.size());
+  for (std::size_t row = 0; row < expected.size(); ++row) {
+    const auto amount = [&](const test::Given& cell) {
+      return cell.kind == CellKind::Number ? " " + TextOf(FieldValue(cell.number)) : " -";
+    };
+    const test::GivenRow& cells = sheets.rows[row];
+    EXPECT_EQ(cells[0].text + amount(cells[4]) + amount(cells[5]), expected[row].first);
+    EXPECT_EQ(cells.size() > 6 ? cells[6].text : "", expected[row].second);
+  }
+  EXPECT_EQ(filled.ItemsWithRemarks().size(), 3U);
+  EXPECT_EQ(filled.ItemsWithRemarks().front().sheetRow, 6U);
+  Run("UPDATE Precios SET Precio = 100 WHERE idItem = 'VIEJO'");
+  sheets.rows = {{"VIEJO", "x", "", "", 12.0}, {"A B", "x", "", "", 1.0}};
+  auto importer = MakeImporter<clsIE_PreciosExcel>([](IClaseImportar&) {});
+  ASSERT_TRUE(importer.Procesar(status));
+  EXPECT_TRUE(importer.RowAt(1).costChanged) << "a cost where there is none";
+  EXPECT_EQ(importer.RowAt(1).previousCost, std::nullopt);
+}
+
 TEST_F(TemplateExportTest, AnEmptyTemplateHasNoRows) {
   TemplateExport filled(host.context, sheets);
   std::string errorText;
