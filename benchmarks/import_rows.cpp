@@ -63,8 +63,9 @@ std::vector<TemplateRow> HalfNewRows() {
 void Classify(DatabaseServices& database, const std::vector<TemplateRow>& rows) {
   const TaxTable taxes = TaxTable::Load(database);
   const DepartmentTable departments = DepartmentTable::Load(database);
+  const StoredCodes stored = StoredCodes::OfItems(database);
   const NoInterruption never;
-  const TemplateClassifier classifier({database, 0, taxes, departments, never}, true);
+  const TemplateClassifier classifier({database, 0, taxes, departments, stored, never}, true);
   const std::vector<TemplateDecision> decisions = classifier.Classify(rows);
   for (const TemplateDecision& decision : decisions) {
     Require(decision.action == (decision.found ? RowAction::Update : RowAction::Create), "a wrong decision");

@@ -5,6 +5,7 @@
 #include "cli/ConsoleDialogs.h"
 #include "cli/ReviewPrinter.h"
 #include "import/ImportReport.h"
+#include "import/StoredCodes.h"
 
 namespace tolvan {
 namespace {
@@ -102,8 +103,10 @@ bool CommandReview::Change(const RowChange& change, std::int32_t number) {
 }
 
 std::optional<std::string> CommandReview::PickItem(const SqlStatement& items) {
+  DatabaseServices& database = context_.application.Database();
+  const StoredCodes stored = StoredCodes::OfItems(database);
   SqlStatement search = items;
-  const auto found = context_.application.Database().OpenRecordset(search.Sql(" AND idItem = ").Text(itemToPick_));
+  const auto found = database.OpenRecordset(search.Sql(" AND idItem = ").Text(stored.SpellingOf(itemToPick_)));
   if (found->AtEnd()) return std::nullopt;
   return std::string(found->Text(0));
 }

@@ -53,6 +53,10 @@ class DatabaseServices {
   /// same error. Outside a transaction every statement stands alone. Rows are read whole before this returns.
   virtual std::vector<BatchResult> RunBatch(std::span<const SqlStatement> statements) = 0;
 
+  /// Whether a comparison finds a code of the host's tables in any casing of any letter. Where it does not, it does for
+  /// ASCII letters.
+  virtual bool FindsCodesInAnyCase() const { return true; }
+
   /// Begins a transaction. Throws HostError when one is open already (they do not nest).
   virtual std::unique_ptr<Transaction> BeginTransaction() = 0;
 };

@@ -29,17 +29,17 @@ SqlStatement AlternateUnitRule::SerialsStatement(std::string_view code) {
   return statement.Text(code).Sql(" AND RequiereSeriales = ").Boolean(true);
 }
 
-bool AlternateUnitRule::Matches(const TemplateRow& row, Recordset& units, Remarks& remarks) {
+std::optional<std::string> AlternateUnitRule::Find(const TemplateRow& row, Recordset& units, Remarks& remarks) {
   for (; !units.AtEnd(); units.MoveNext()) {
     if (!EqualIgnoringCase(units.Text(1), row.unitCode)) continue;
     const std::int64_t multiplier = IntegerOf(units.Value(std::size_t{2})).value_or(0);
-    if (multiplier == row.multiplier) return true;
+    if (multiplier == row.multiplier) return std::string(units.Text(1));
     remarks.push_back("la unidad " + row.unitCode + " del Item es de " + std::to_string(multiplier) + " y no de " +
                       std::to_string(row.multiplier) + ": no se toma en cuenta");
-    return false;
+    return std::nullopt;
   }
   remarks.push_back("el Item no tiene la unidad " + row.unitCode + ": no se toma en cuenta");
-  return false;
+  return std::nullopt;
 }
 
 }  // namespace tolvan

@@ -1,6 +1,7 @@
 // Whether the alternate-unit columns of a template row apply to an item. The rule is described in docs/importacion.md.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "host/Recordset.h"
@@ -23,9 +24,9 @@ class AlternateUnitRule {
   /// Finds a row when the item is sold with serial numbers.
   static SqlStatement SerialsStatement(std::string_view code);
 
-  /// Whether one of `units` is the row's: the same code, in any casing, and the same multiplier. When not, a remark
-  /// tells why.
-  static bool Matches(const TemplateRow& row, Recordset& units, Remarks& remarks);
+  /// The one of `units` that is the row's, as it is stored: the same code, in any casing, and the same multiplier. When
+  /// there is none, a remark tells why.
+  static std::optional<std::string> Find(const TemplateRow& row, Recordset& units, Remarks& remarks);
 };
 
 }  // namespace tolvan

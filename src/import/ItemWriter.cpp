@@ -40,6 +40,21 @@ void AppendLayers(WriteBlock& block, const ItemUpdate& item, std::string_view un
 
 }  // namespace
 
+void ItemWriter::Create(ItemCreation item) {
+  if (!stored_) {
+    stored_ = {.items = StoredCodes::OfItems(*database_),
+               .brands = StoredCodes::OfBrands(*database_),
+               .departments = StoredCodes::OfDepartments(*database_)};
+  }
+  if (const std::string_view taken = stored_->items.SpellingOf(item.code); taken != item.code) {
+    const HostError error(HostErrorKind::Constraint, "el código ya está registrado como " + std::string(taken));
+    throw RowFailure(error, item.row);
+  }
+  item.brand = stored_->brands.SpellingOf(item.brand);
+  item.department = stored_->departments.SpellingOf(item.department);
+  Take(std::move(item));
+}
+
 void ItemWriter::Take(Change change) {
   const std::string key = ToUpper(std::visit([](const auto& item) { return item.code; }, change));
   // What a row writes must be there before the same item is looked at again.

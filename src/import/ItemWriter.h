@@ -2,6 +2,7 @@
 // commits and rolls back nothing.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <unordered_set>
 #include <variant>
@@ -9,6 +10,7 @@
 
 #include "host/DatabaseServices.h"
 #include "import/ItemChanges.h"
+#include "import/StoredCodes.h"
 #include "import/WriteBlock.h"
 
 namespace tolvan {
@@ -18,9 +20,9 @@ class ItemWriter {
   /// `database` must outlive this object.
   explicit ItemWriter(DatabaseServices& database) : database_(&database) {}
 
-  /// Take a change, and write a full block. Throw RowFailure for the first row that fails; nothing may be written
-  /// after that.
-  void Create(ItemCreation item) { Take(std::move(item)); }
+  /// Take a change, and write a full block. Throw HostError, RowFailure for the first row that fails; nothing may be
+  /// written after that.
+  void Create(ItemCreation item);
   void Update(ItemUpdate item) { Take(std::move(item)); }
 
   /// Writes what is left. Throws as above.
@@ -35,6 +37,13 @@ class ItemWriter {
     SqlStatement statement;
   };
 
+  /// How the store writes codes that the engine does not find in another casing.
+  struct Spellings {
+    StoredCodes items;
+    StoredCodes brands;
+    StoredCodes departments;
+  };
+
   void Take(Change change);
   void LookUp();
   std::vector<Question> Questions() const;
@@ -43,6 +52,7 @@ class ItemWriter {
   static void Append(WriteBlock& block, const ItemUpdate& item);
 
   DatabaseServices* database_;
+  std::optional<Spellings> stored_;  // from the first creation on
   std::vector<Change> block_;
   std::unordered_set<std::string> itemsInBlock_;
   std::unordered_set<std::string> brands_;       // known to exist

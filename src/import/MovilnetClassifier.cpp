@@ -57,7 +57,7 @@ SqlStatement MovilnetClassifier::ItemStatement(const MovilnetRow& row, const Mov
       "SELECT I.idItem, I.Descripcion, P.Precio FROM Items AS I LEFT JOIN Precios AS P ON I.idItem = P.idItem AND "
       "P.idUnidad = ");
   statement.Text(defaultCode).Sql(" AND P.Fijo = ").Boolean(true);
-  if (row.chosenItem) return statement.Sql(" WHERE I.idItem = ").Text(*row.chosenItem);
+  if (row.chosenItem) return statement.Sql(" WHERE I.idItem = ").Text(store_.items.SpellingOf(*row.chosenItem));
   return statement.Sql(" WHERE I.MD5OrigenImportar = ").Text(decision.fingerprint);
 }
 
@@ -68,7 +68,7 @@ void MovilnetClassifier::LookUpBlock(std::span<const MovilnetRow> rows, std::spa
     const MovilnetRow& row = rows[index];
     decisions[index].fingerprint = OriginFingerprint(store_.hashes, row.brand, row.description);
     if (AsksForItem(row)) statements.push_back(ItemStatement(row, decisions[index]));
-    statements.push_back(CodeExistsStatement(row.code));
+    statements.push_back(CodeExistsStatement(store_.items.SpellingOf(row.code)));
   }
   const std::vector<BatchResult> results = RunWhole(store_.database, statements);
   std::size_t next = 0;

@@ -12,6 +12,7 @@
 #include "host/Interruption.h"
 #include "import/MovilnetRow.h"
 #include "import/RowAction.h"
+#include "import/StoredCodes.h"
 #include "services/Rate.h"
 
 namespace tolvan {
@@ -34,6 +35,7 @@ class MovilnetClassifier {
   struct Store {
     DatabaseServices& database;
     const HashService& hashes;
+    const StoredCodes& items;
     std::int32_t inventory;
     Rate generalRate;
     const Interruption& interruption;

@@ -57,7 +57,7 @@ void TemplateClassifier::ClassifyBlock(std::span<const TemplateRow> rows, std::s
   std::vector<SqlStatement> statements;
   statements.reserve(rows.size());
   for (const TemplateRow& row : rows) {
-    if (!row.code.empty()) statements.push_back(ItemStatement(row.code, store_.inventory));
+    if (!row.code.empty()) statements.push_back(ItemStatement(store_.items.SpellingOf(row.code), store_.inventory));
   }
   const std::vector<BatchResult> items = RunWhole(store_.database, statements);
   std::vector<std::size_t> unknown;
@@ -86,7 +86,9 @@ void TemplateClassifier::DecideNew(std::span<const TemplateRow> rows, std::span<
   // Only these are asked whether their code is free: that of a row that was found is not.
   std::vector<SqlStatement> statements;
   statements.reserve(unknown.size());
-  for (const std::size_t index : unknown) statements.push_back(CodeExistsStatement(rows[index].code));
+  for (const std::size_t index : unknown) {
+    statements.push_back(CodeExistsStatement(store_.items.SpellingOf(rows[index].code)));
+  }
   const std::vector<BatchResult> codes = RunWhole(store_.database, statements);
   for (std::size_t place = 0; place < unknown.size(); ++place) {
     TemplateDecision& decision = decisions[unknown[place]];
@@ -163,7 +165,8 @@ void TemplateClassifier::CheckUnits(std::span<const TemplateRow> rows, std::span
     TemplateDecision& decision = decisions[asked[place]];
     if (FoundRows(principals[2 * place + 1])) {
       decision.remarks.emplace_back(serials);
-    } else if (AlternateUnitRule::Matches(row, *units[place].rows, decision.remarks)) {
+    } else if (auto unit = AlternateUnitRule::Find(row, *units[place].rows, decision.remarks)) {
+      decision.alternateUnit = std::move(*unit);
       decision.unitPrice = row.alternatePrice.Given();
       decision.unitCost = row.alternateCost.Given();
       decision.unitUpdate = decision.unitPrice || decision.unitCost;

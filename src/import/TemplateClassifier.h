@@ -12,6 +12,7 @@
 #include "import/ItemQueries.h"
 #include "import/RowAction.h"
 #include "import/StoreTables.h"
+#include "import/StoredCodes.h"
 #include "import/TemplateRow.h"
 #include "services/TaxTable.h"
 
@@ -30,7 +31,8 @@ struct TemplateDecision {
   bool codeFree = false;
   bool costChanged = false;
   bool priceChanged = false;
-  bool unitUpdate = false;  ///< the alternate unit is written; the two flags tell what of it
+  bool unitUpdate = false;      ///< the alternate unit is written; the two flags tell what of it
+  std::string alternateUnit{};  ///< of an item that is updated, as it is stored
   bool unitPrice = false;
   bool unitCost = false;
   std::string reason{};  ///< why it is not processed, Spanish; empty when it is
@@ -44,6 +46,7 @@ class TemplateClassifier {
     std::int32_t inventory;
     const TaxTable& taxes;
     const DepartmentTable& departments;
+    const StoredCodes& items;
     const Interruption& interruption;
   };
 

@@ -93,14 +93,10 @@ void TemplateExport::Append(NewWorkbook& workbook, ItemRecord& item) {
   RequireFits(item.description, "la descripción", remarks);
   std::string told;
   for (const std::string& remark : remarks) AppendSentence(told, remark);
-  const std::array<NewCell, 7> cells{item.code,
-                                     item.description,
-                                     item.brand,
-                                     item.department,
-                                     AmountCellOf(item.cost),
-                                     AmountCellOf(item.withTax),
-                                     told.empty() ? NewCell() : NewCell(told)};
-  workbook.AppendRow(cells);
+  const std::array<NewCell, 7> cells{
+      item.code, item.description, item.brand, item.department, AmountCellOf(item.cost), AmountCellOf(item.withTax),
+      told};
+  workbook.AppendRow(std::span(cells).first(told.empty() ? cells.size() - 1 : cells.size()));
   ++rows_;
   if (!remarks.empty()) {
     const auto sheetRow = templateHeadingRows + static_cast<std::uint32_t>(rows_);

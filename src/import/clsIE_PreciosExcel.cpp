@@ -43,10 +43,12 @@ std::string clsIE_PreciosExcel::TakeRow(const SheetRow& row) {
 }
 
 void clsIE_PreciosExcel::Classify(const DepartmentTable& departments, const TaxTable& taxes) {
+  const StoredCodes items = StoredCodes::OfItems(Database());
   const TemplateClassifier classifier({.database = Database(),
                                        .inventory = Context().application.InventoryFlag(),
                                        .taxes = taxes,
                                        .departments = departments,
+                                       .items = items,
                                        .interruption = UserInterruption()},
                                       appliesAlternateUnit_);
   decisions_ = classifier.Classify(rows_);
@@ -78,7 +80,8 @@ ReviewRow clsIE_PreciosExcel::RowAt(std::int32_t number) const {
 AlternateUnit clsIE_PreciosExcel::AlternateOf(std::int32_t number, const Rate& foreignFactor) const {
   const TemplateRow& row = ReadRow(number);
   const TemplateDecision& decision = DecisionOf(number);
-  AlternateUnit alternate{.unit = row.unitCode, .multiplier = row.multiplier, .net = {}, .cost = {}};
+  const std::string& unit = decision.alternateUnit.empty() ? row.unitCode : decision.alternateUnit;
+  AlternateUnit alternate{.unit = unit, .multiplier = row.multiplier, .net = {}, .cost = {}};
   if (decision.unitPrice && row.alternatePrice.Given()) {
     alternate.net = decision.rate.WithoutTax(*row.alternatePrice.value);
   }

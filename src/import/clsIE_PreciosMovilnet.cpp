@@ -100,6 +100,7 @@ std::string clsIE_PreciosMovilnet::TakeRow(const SheetRow& row) {
 MovilnetClassifier clsIE_PreciosMovilnet::Classifier() const {
   return MovilnetClassifier({.database = Database(),
                              .hashes = Tools().hashes,
+                             .items = items_,
                              .inventory = Context().application.InventoryFlag(),
                              .generalRate = generalRate_,
                              .interruption = UserInterruption()});
@@ -107,6 +108,7 @@ MovilnetClassifier clsIE_PreciosMovilnet::Classifier() const {
 
 void clsIE_PreciosMovilnet::Classify(const DepartmentTable&, const TaxTable& taxes) {
   generalRate_ = taxes.GeneralRate();
+  items_ = StoredCodes::OfItems(Database());
   std::vector<MovilnetDecision> decisions = Classifier().LookUp(rows_);
   MovilnetClassifier::Settle(rows_, decisions);
   decisions_ = std::move(decisions);

@@ -43,6 +43,7 @@ class clsIE_PreciosMovilnet final : public PriceImporter {
   std::vector<MovilnetRow> rows_;
   std::vector<MovilnetDecision> decisions_;  // one for each row, once they are classified
   Rate generalRate_;                         // of the last classification of all rows
+  StoredCodes items_;                        // likewise
 };
 
 }  // namespace tolvan

@@ -5,6 +5,7 @@
 
 #include "import/CellCleaning.h"
 #include "import/ItemQueries.h"
+#include "import/StoredCodes.h"
 #include "services/ApplicationError.h"
 #include "services/ResourceTexts.h"
 
@@ -93,7 +94,9 @@ bool frmStatusImportar::EstablecerCodigo(std::int32_t row, std::string_view answ
   Dialogs& dialogs = context_->UserDialogs();
   const std::string product = context_->application.ProductName();
   try {
-    if (!context_->application.Database().OpenRecordset(CodeExistsStatement(code))->AtEnd()) {
+    DatabaseServices& database = context_->application.Database();
+    const StoredCodes items = StoredCodes::OfItems(database);
+    if (!database.OpenRecordset(CodeExistsStatement(items.SpellingOf(code)))->AtEnd()) {
       dialogs.ShowMessage(MessageIcon::Exclamation, product,
                           "Este código " + code + " ya está registrado en la base de datos.");
       return false;

@@ -169,6 +169,35 @@ TEST_F(PreciosExcel, AppliesTheAlternateUnitOnlyWhereItIsTheItemsOwn) {
   EXPECT_EQ(Import(false).front().action, RowAction::None);
 }
 
+// The engine's own comparison knows the casing of ASCII letters only.
+TEST_F(PreciosExcel, FindsCodesInAnotherCasing) {
+  Run("INSERT INTO Marcas (idMarca) VALUES ('peñón'); INSERT INTO Departamentos (idDepartamento) VALUES ('Niñas');"
+      "INSERT INTO Items (idItem, Descripcion, idMarca, idDepartamento) VALUES ('ñu', 'ÑU', 'peñón', 'Niñas'), "
+      "('é1', 'A', 'peñón', 'DEF'), ('É1', 'B', 'peñón', 'DEF'), ('ſ1', 'C', 'DEF', 'DEF'), ('S1', 'D', 'DEF', 'DEF'), "
+      "('ſ2', 'E', 'DEF', 'DEF');"
+      "INSERT INTO ItemsUnidades (idItem, idUnidad, EsPrincipal, Multiplicador) SELECT idItem, 'DEF', 1, 1 FROM Items "
+      "WHERE length(idItem) = 2; INSERT INTO ItemsUnidades VALUES ('ñu', 'caña', 0, 12, 0);"
+      "INSERT INTO ItemsUnidadesInv (idItem, idUnidad, Inv, CostoActual) SELECT idItem, idUnidad, 0, 5 FROM "
+      "ItemsUnidades "
+      "WHERE length(idItem) = 2");
+  sheets.rows = {{"Ñu", "x", "", "", 7.0, none, none, "Caña", 12.0, none, 80.0},
+                 {"ñU", "x", "", "", 8.0},
+                 {"é1", "x", "", "", 7.0},
+                 {"s1", "x", "", "", 7.0},
+                 {"s2", "x", "", "", 7.0},
+                 {"ÑAME", "x", "Peñón", "niñas", 7.0}};
+  const std::vector<ReviewRow> rows = Import();
+  ASSERT_TRUE(applied) << outcome.cause;
+  EXPECT_EQ(rows[0].associated, "ñu");
+  EXPECT_EQ(rows[1].reason, "el código se repite: ya está en la fila 5 de la hoja");
+  EXPECT_EQ(rows[2].associated + rows[3].associated + rows[4].associated, "É1S1ſ2");
+  EXPECT_EQ(
+      Query("SELECT idItem, idUnidad, CostoActual FROM ItemsUnidadesInv WHERE idItem IN ('ñu', 'ÑU') AND Inv = 0"),
+      "ñu,caña,80|ñu,DEF,7");
+  EXPECT_EQ(Query("SELECT idMarca, idDepartamento FROM Items WHERE idItem = 'ÑAME'"), "peñón,Niñas");
+  EXPECT_EQ(Query("SELECT count(*) FROM Marcas WHERE idMarca LIKE 'pe%'"), "1");
+}
+
 TEST_F(PreciosExcel, PaintsTabsAndHasNoAssociation) {
   sheets.rows = {{"A", "nuevo", "", "", 1234.5, 10.0}, {"EXENTO", "x", "", "", 7.5, 21.25}, {"VIEJO", "x"}};
   auto importer = MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar& shown) {

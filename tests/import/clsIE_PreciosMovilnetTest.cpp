@@ -75,7 +75,7 @@ TEST_F(PreciosMovilnet, CreatesAndThenFindsItsItemsAgain) {
 }
 
 TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
-  Run("INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('TSAGALAXYY', 'DEF', 'DEF')");
+  Run("INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('TSAGALAXYY', 'DEF', 'DEF'), ('ñu', 'DEF', 'DEF')");
   sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 118, 50),       // its code is another item's
                  Line("Modelo largo A1", "Nokia", "GSM", 118, 50),  // these two share twelve characters
                  Line("Modelo largo A2", "Nokia", "GSM", 118, 50), Line("Lumia", "Nokia", "CDMA", 118, 50)};
@@ -88,6 +88,11 @@ TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
     EXPECT_EQ(host.services.dialogs.boxes.back().title, "Código duplicado");
     EXPECT_EQ(host.services.dialogs.boxes.back().text,
               "Este código ya aparece listado, no pueden establecerse códigos duplicados");
+    EXPECT_TRUE(shown.AsignarNuevoItem(3, "ÑU"));
+    EXPECT_EQ(made->RowAt(3).reason, "el código ÑU ya está registrado en otro Item");
+    EXPECT_TRUE(shown.AsignarItem(3, "ÑU"));
+    EXPECT_EQ(made->RowAt(3).associated, "ñu");
+    EXPECT_TRUE(shown.AsignarItem(3, ""));
     EXPECT_FALSE(shown.AsignarItem(4, "NOEXISTE"));
     shown.PintarLV(list, 0, 1);
     host.services.dialogs.boxes.clear();

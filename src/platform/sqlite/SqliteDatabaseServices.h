@@ -17,6 +17,7 @@ class SqliteDatabaseServices final : public DatabaseServices {
   std::unique_ptr<Recordset> OpenRecordset(const SqlStatement& statement) override;
   std::int64_t Execute(const SqlStatement& statement) override;
   std::vector<BatchResult> RunBatch(std::span<const SqlStatement> statements) override;
+  bool FindsCodesInAnyCase() const override { return false; }
   std::unique_ptr<Transaction> BeginTransaction() override;
 
  private:
