@@ -156,6 +156,19 @@ TEST_F(SqlServerStatements, AreTakenByAnIndependentGrammar) {
         recording.texts, [&](const std::string& text) { return text.find(beginning) != std::string::npos; });
     EXPECT_TRUE(ran) << "no action of this test sends: " << beginning;
   }
+  for (const std::string agreed :
+       {"SELECT I.idItem, I.Descripcion, P.Precio FROM Items AS I LEFT JOIN Precios AS P ON I.idItem = P.idItem AND "
+        "P.idUnidad = 'DEF' AND P.Fijo = 1 WHERE I.MD5OrigenImportar = '",
+        "SELECT idDepartamento FROM Departamentos WHERE idDepartamento = 'CDMA'",
+        "SELECT idDepartamento FROM Departamentos WHERE idDepartamento = 'GSM'",
+        "SELECT idMoneda, FactorConversion FROM Monedas WHERE MonedaExtranjera = 1",
+        "SELECT idMarca FROM Marcas WHERE idMarca = '", "INSERT INTO Marcas (idMarca, Descripcion) VALUES (",
+        "UPDATE Precios SET PrecioAnterior=Precio, Precio=", "UPDATE ItemsUnidadesInv SET ",
+        "UPDATE Items SET MD5OrigenImportar = NULL WHERE MD5OrigenImportar = '",
+        "UPDATE Items SET MD5OrigenImportar = '"}) {
+    const auto next = recording.texts.lower_bound(agreed);
+    EXPECT_TRUE(next != recording.texts.end() && next->starts_with(agreed)) << agreed;
+  }
   std::vector<std::string> texts(recording.texts.begin(), recording.texts.end());
   texts.push_back(BatchText(DatabaseEngine::SqlServer, texts));  // as the provider sends them together
   for (const char* script : {"data/esquema/sqlserver.sql", "data/permisos/sqlserver.sql"}) {
