@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "import/RegisteredSince.h"
 #include "services/MoneyFormat.h"
 
 namespace tolvan {
@@ -164,6 +165,10 @@ bool PriceImporter::Apply(StatusWindow& reviewWindow, const ApplyTables& tables)
     ApplyRows(*status, tables);
     status->SetText("Finalizando transacción");
     transaction->Commit();
+  } catch (const HostError& error) {
+    const std::string since = error.Kind() == HostErrorKind::Constraint ? RegisteredMeanwhile() : std::string();
+    if (since.empty()) return Fail(notFinished, error);
+    return Fail(notFinished, std::runtime_error(since));
   } catch (const std::exception& error) {
     return Fail(notFinished, error);
   }
@@ -187,6 +192,14 @@ void PriceImporter::ApplyRows(StatusDisplay& status, const ApplyTables& tables) 
     status.Advance();
   }
   writer.Flush();
+}
+
+std::string PriceImporter::RegisteredMeanwhile() const {
+  std::vector<std::string> created;
+  for (std::int32_t row = 1; row <= NumeroRenglones(); ++row) {
+    if (ActionOf(row) == RowAction::Create) created.push_back(RowAt(row).code);
+  }
+  return RegisteredSince(Database(), created);
 }
 
 void PriceImporter::CountActions() {

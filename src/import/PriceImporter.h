@@ -120,6 +120,7 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   void ClassifyAgain(const ApplyTables& tables);
   bool Apply(StatusWindow& reviewWindow, const ApplyTables& tables);
   void ApplyRows(StatusDisplay& status, const ApplyTables& tables);
+  std::string RegisteredMeanwhile() const;
   void CountActions();
   bool FailSilently(const HostError& error);
   std::string Explain(const std::exception& cause) const;

@@ -135,6 +135,7 @@ TEST_P(DatabaseContract, FailuresHaveTheirKindAndTheStatementAsContext) {
   Database().Execute(Insert("A", 1));
   const HostError present = ThrownBy([&] { Database().Execute(Insert("A", 7)); });
   EXPECT_EQ(present.Kind(), HostErrorKind::Constraint);
+  EXPECT_NE(std::string_view(present.what()).find("ya hay un registro con esa clave"), std::string_view::npos);
   EXPECT_NE(present.NativeCode(), 0);
   EXPECT_EQ(present.Context(), Insert("A", 7).Render(Dialect()));
   const SqlStatement noSuchTable("SELECT * FROM Ninguna");

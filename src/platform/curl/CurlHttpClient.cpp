@@ -50,10 +50,10 @@ std::size_t TakeBody(char* bytes, std::size_t size, std::size_t count, void* tar
   return length;
 }
 
-std::string FailureOf(const CurlTransfer& transfer, const Body& body, int code) {
+std::string FailureOf(const Body& body, int code) {
   if (body.tooLong) return "la respuesta supera " + std::to_string(body.most) + " bytes";
   if (body.noMemory) return "memoria insuficiente";
-  return transfer.CauseOf(code);
+  return CurlTransfer::CauseOf(code);
 }
 
 }  // namespace
@@ -84,7 +84,7 @@ HttpResponse CurlHttpClient::Get(const HttpRequest& request) {
   }
   response.succeeded = code == CURLE_OK;
   if (transfer.ResponseCode() != 0) response.statusText = std::to_string(transfer.ResponseCode());
-  if (!response.succeeded) response.failure = FailureOf(transfer, body, code);
+  if (!response.succeeded) response.failure = FailureOf(body, code);
   response.body = std::move(body.bytes);
   return response;
 }

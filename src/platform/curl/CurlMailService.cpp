@@ -63,11 +63,11 @@ MailStatus StatusOf(const CurlTransfer& transfer, const SmtpReplies& replies, in
   return code == CURLE_OPERATION_TIMEDOUT ? MailStatus::NoService : MailStatus::Unspecified;
 }
 
-std::string DetailOf(const CurlTransfer& transfer, const SmtpReplies& replies, int code) {
+std::string DetailOf(const SmtpReplies& replies, int code) {
   if (code == CURLE_OK) return {};
   if (code == CURLE_ABORTED_BY_CALLBACK) return "Se interrumpió el envío.";
   if (!replies.Refusal().empty()) return "El servidor de correo respondió: " + replies.Refusal();
-  return "Servidor de correo: " + transfer.CauseOf(code);
+  return "Servidor de correo: " + CurlTransfer::CauseOf(code);
 }
 
 }  // namespace
@@ -107,7 +107,7 @@ MailOutcome CurlMailService::Send(InputFile& file, const std::string& fileName, 
   const MailMessage message(transfer, options_, recipient, file, fileName);
   const int code = transfer.Perform();
   if (message.ReadFailure()) return {MailStatus::AttachmentFailed, TextForPeople(*message.ReadFailure())};
-  return {StatusOf(transfer, replies, code), DetailOf(transfer, replies, code)};
+  return {StatusOf(transfer, replies, code), DetailOf(replies, code)};
 }
 
 MailOutcome CurlMailService::SendFileToChosenRecipient(std::string_view /*path*/) {

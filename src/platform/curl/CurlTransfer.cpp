@@ -2,6 +2,8 @@
 
 #include <curl/curl.h>
 
+#include <algorithm>
+#include <array>
 #include <new>
 
 #include "platform/waiting/Waiting.h"
@@ -29,6 +31,16 @@ constexpr std::array causes{
     Cause{CURLE_LOGIN_DENIED, "el servidor no acepta el usuario o la clave"},
     Cause{CURLE_URL_MALFORMAT, "la dirección del servidor no sirve"},
     Cause{CURLE_OUT_OF_MEMORY, "memoria insuficiente"},
+    Cause{CURLE_HTTP_RETURNED_ERROR, "el servidor respondió con un error"},
+    Cause{CURLE_REMOTE_ACCESS_DENIED, "el servidor no da acceso"},
+    Cause{CURLE_USE_SSL_FAILED, "el servidor no ofrece una conexión cifrada"},
+    Cause{CURLE_SSL_CACERT_BADFILE, "no se pudo leer el archivo de autoridades de certificación"},
+    Cause{CURLE_SSL_CERTPROBLEM, "el certificado propio no sirve"},
+    Cause{CURLE_SSL_CIPHER, "no hay un cifrado común con el servidor"},
+    Cause{CURLE_UPLOAD_FAILED, "el servidor no aceptó el envío"},
+    Cause{CURLE_READ_ERROR, "no se pudo leer lo que había que enviar"},
+    Cause{CURLE_WRITE_ERROR, "no se pudo recibir la respuesta"},
+    Cause{CURLE_INTERFACE_FAILED, "no hay una salida de red"},
 };
 
 void Require(CURLcode code) {
@@ -55,9 +67,7 @@ void AppendLine(CurlList& list, const std::string& line) {
 CurlTransfer::CurlTransfer(const char* protocols, const Limits& limits, const Interruption& interruption,
                            std::string whoIsWaitedFor)
     : handle_(curl_easy_init()), interruption_(interruption), whoIsWaitedFor_(std::move(whoIsWaitedFor)) {
-  static_assert(messageSize >= CURL_ERROR_SIZE);
   if (!handle_) throw std::bad_alloc();
-  SetPointer(CURLOPT_ERRORBUFFER, message_.data());
   SetText(CURLOPT_PROTOCOLS_STR, protocols);
   SetText(CURLOPT_PROXY, "");
   SetNumber(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limits.connect.count()));
@@ -81,7 +91,6 @@ void CurlTransfer::SetCallback(int option, CurlCallback callback) {
 }
 
 int CurlTransfer::Perform() {
-  message_[0] = '\0';
   if (interruption_.Requested()) return CURLE_ABORTED_BY_CALLBACK;
   const std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> transfers(curl_multi_init(), &curl_multi_cleanup);
   if (!transfers || curl_multi_add_handle(transfers.get(), handle_.get()) != CURLM_OK) throw std::bad_alloc();
@@ -124,13 +133,10 @@ long CurlTransfer::ResponseCode() const {
   return code;
 }
 
-std::string CurlTransfer::CauseOf(int code) const {
-  const char* const ownText = curl_easy_strerror(static_cast<CURLcode>(code));
-  const std::string technical = message_[0] == '\0' ? ownText : message_.data();
-  for (const Cause& cause : causes) {
-    if (cause.code == code) return std::string(cause.text) + " (" + technical + ")";
-  }
-  return technical;
+std::string CurlTransfer::CauseOf(int code) {
+  const auto cause = std::ranges::find(causes, code, [](const Cause& each) { return int{each.code}; });
+  const std::string text = cause == causes.end() ? "la transferencia no pudo completarse" : cause->text;
+  return text + " (código " + std::to_string(code) + ")";
 }
 
 }  // namespace tolvan

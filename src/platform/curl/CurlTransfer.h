@@ -62,8 +62,8 @@ class CurlTransfer {
   /// The status or reply number that came last, 0 when none did.
   long ResponseCode() const;
 
-  /// Why the transfer failed, in Spanish.
-  std::string CauseOf(int code) const;
+  /// Why a transfer failed with `code`, in Spanish, the code behind it.
+  static std::string CauseOf(int code);
 
  private:
   struct Deleter {
@@ -72,10 +72,7 @@ class CurlTransfer {
 
   int PerformIn(void* transfers);
 
-  static constexpr std::size_t messageSize = 256;  // what libcurl asks for
-
   std::unique_ptr<void, Deleter> handle_;
-  std::array<char, messageSize> message_{};
   const Interruption& interruption_;
   std::string whoIsWaitedFor_;
 };

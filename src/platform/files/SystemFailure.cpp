@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 
 namespace tolvan {
 namespace {
@@ -45,7 +44,7 @@ HostError SystemFailure(int errorNumber, std::string_view path) {
   for (const Meaning& meaning : meanings) {
     if (meaning.number == errorNumber) return {meaning.kind, meaning.text, std::string(path), errorNumber};
   }
-  return {HostErrorKind::Failed, std::strerror(errorNumber), std::string(path), errorNumber};
+  return {HostErrorKind::Failed, "el sistema no pudo hacer la operación", std::string(path), errorNumber};
 }
 
 }  // namespace tolvan
