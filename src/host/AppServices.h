@@ -1,11 +1,12 @@
 // What the host offers to every component beside its data: folders, the diagnostic flag, the machine-wide registry,
-// small checks, and the services for files, dialogs and time.
+// small checks, and the services for files, archives, dialogs and time.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "host/ArchiveReader.h"
 #include "host/Clock.h"
 #include "host/Dialogs.h"
 #include "host/FileHelper.h"
@@ -35,6 +36,7 @@ class AppServices {
   virtual bool IsEmailAddress(std::string_view text) const = 0;
 
   virtual FileHelper& Files() = 0;
+  virtual ArchiveReader& Archives() = 0;
   virtual Dialogs& UserDialogs() = 0;
   virtual Clock& SystemClock() = 0;
   virtual Interruption& UserInterruption() = 0;

@@ -205,6 +205,10 @@ struct FakeDatabase : DatabaseServices {
   };
 };
 
+struct MissingArchives : ArchiveReader {
+  std::unique_ptr<Archive> OpenArchive(std::string_view) override { throw HostError(HostErrorKind::Configuration, {}); }
+};
+
 struct FakeServices : AppServices {
   std::string ApplicationFolder() const override { return "/app/"; }
   bool DiagnosticFlag() const override { return diagnostic; }
@@ -217,6 +221,7 @@ struct FakeServices : AppServices {
   }
   bool IsEmailAddress(std::string_view text) const override { return text.find('@') != std::string_view::npos; }
   FileHelper& Files() override { return files; }
+  ArchiveReader& Archives() override { return archives; }
   Dialogs& UserDialogs() override { return dialogs; }
   Clock& SystemClock() override { return clock; }
   Interruption& UserInterruption() override { return interruption; }
@@ -224,6 +229,7 @@ struct FakeServices : AppServices {
   bool diagnostic = false;
   std::map<std::string, std::int32_t> registry;
   FakeFiles files;
+  MissingArchives archives;
   FakeDialogs dialogs;
   FakeClock clock;
   FakeInterruption interruption;

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "host/AppServices.h"
+#include "platform/assembly/DeferredArchiveReader.h"
 #include "platform/assembly/HostFront.h"
 #include "platform/files/PosixFileHelper.h"
 #include "platform/settings/LayoutRegistry.h"
@@ -22,6 +23,7 @@ class ConfiguredAppServices final : public AppServices {
   void WriteRegistry(std::string_view section, std::string_view key, std::int32_t value) noexcept override;
   bool IsEmailAddress(std::string_view text) const override;
   FileHelper& Files() override { return files_; }
+  ArchiveReader& Archives() override { return archives_; }
   Dialogs& UserDialogs() override { return front_.dialogs; }
   Clock& SystemClock() override { return front_.clock; }
   Interruption& UserInterruption() override { return front_.interruption; }
@@ -30,6 +32,7 @@ class ConfiguredAppServices final : public AppServices {
   HostFront front_;
   bool diagnostic_;
   PosixFileHelper files_;
+  DeferredArchiveReader archives_;
   mutable LayoutRegistry registry_;  // reading may put a damaged file aside
 };
 

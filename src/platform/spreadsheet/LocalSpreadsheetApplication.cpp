@@ -1,7 +1,5 @@
 #include "platform/spreadsheet/LocalSpreadsheetApplication.h"
 
-#include <new>
-
 #include "platform/spreadsheet/NewXlsxWorkbook.h"
 #include "platform/spreadsheet/WorkbookFailure.h"
 #include "platform/spreadsheet/WorkbookKind.h"
@@ -10,18 +8,6 @@
 
 namespace tolvan {
 namespace {
-
-/// Runs a step of reading; what it throws comes out with the path as its context.
-template <class Step>
-auto WithPath(const std::string& path, Step step) {
-  try {
-    return step();
-  } catch (const HostError& error) {
-    throw HostError(error.Kind(), error.what(), path, error.NativeCode());
-  } catch (const std::bad_alloc&) {
-    throw HostError(HostErrorKind::Failed, "no hay memoria suficiente", path);
-  }
-}
 
 std::unique_ptr<WorksheetReader> OpenByContent(const std::string& path, const Interruption& interruption) {
   auto file = std::make_unique<WorkbookFile>(path);

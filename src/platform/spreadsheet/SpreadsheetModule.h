@@ -1,10 +1,11 @@
-// The entry point of the module that holds the readers and writers of workbooks and their libraries. It is a library of
-// its own, loaded when a workbook is first used: linking libxml2, libzip and libxlsxwriter costs every start of a
-// program about as much as a short order itself takes.
+// The entry points of the module that holds the readers and writers of workbooks, the reader of zips, and their
+// libraries. It is a library of its own, loaded when one of them is first used: linking libxml2, libzip and
+// libxlsxwriter costs every start of a program about as much as a short order itself takes.
 #pragma once
 
 #include <string>
 
+#include "host/ArchiveReader.h"
 #include "host/Clock.h"
 #include "host/FileHelper.h"
 #include "host/SpreadsheetApplication.h"
@@ -17,6 +18,11 @@ using TolvanMakeSpreadsheetApplication = tolvan::SpreadsheetApplication*(const t
                                                                          const std::string& newWorkbookFolder);
 
 TolvanMakeSpreadsheetApplication tolvanMakeSpreadsheetApplication;
+
+/// Likewise.
+using TolvanMakeArchiveReader = tolvan::ArchiveReader*();
+
+TolvanMakeArchiveReader tolvanMakeArchiveReader;
 }
 
 namespace tolvan {

@@ -24,7 +24,8 @@ inline constexpr std::size_t maximumRowTextBytes = std::size_t{8} << 20;
 inline constexpr std::size_t maximumSharedTextBytes = std::size_t{128} << 20;
 inline constexpr std::size_t maximumSharedStrings = std::size_t{4} << 20;
 
-/// Of one inflated part of an .xlsx, and its size in relation to the packed one, which counts from a floor on.
+/// Of one inflated part of an .xlsx or file of another zip, and its size in relation to the packed one, which counts
+/// from a floor on.
 inline constexpr std::uint64_t maximumPartBytes = std::uint64_t{2} << 30;
 inline constexpr std::uint64_t maximumInflationRatio = 200;
 inline constexpr std::uint64_t inflationFloorBytes = std::uint64_t{16} << 20;

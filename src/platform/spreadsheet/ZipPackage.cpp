@@ -117,14 +117,32 @@ bool ZipPackage::Has(const std::string& name) const {
 std::unique_ptr<ZipPart> ZipPackage::Open(const std::string& name, std::uint64_t limit) const {
   const auto index = archive_->Find(name);
   if (!index) FailDamaged("falta la parte «" + name + "»");
+  return Open(ZipEntry{.index = *index, .name = name}, limit);
+}
+
+std::unique_ptr<ZipPart> ZipPackage::Open(const ZipEntry& entry, std::uint64_t limit) const {
+  const std::string& name = entry.name;
   zip_stat_t status;
-  if (zip_stat_index(archive_->zip, *index, 0, &status) != 0) FailDamaged("la parte «" + name + "» está dañada");
-  if (status.encryption_method != ZIP_EM_NONE) FailDamaged("el libro está protegido con contraseña");
+  if (zip_stat_index(archive_->zip, entry.index, 0, &status) != 0) FailDamaged("la parte «" + name + "» está dañada");
+  if (status.encryption_method != ZIP_EM_NONE) FailDamaged("el archivo está protegido con contraseña");
   if (status.comp_method != ZIP_CM_STORE && status.comp_method != ZIP_CM_DEFLATE)
     FailDamaged("la parte «" + name + "» tiene una compresión desconocida");
-  zip_file_t* opened = zip_fopen_index(archive_->zip, *index, 0);
+  zip_file_t* opened = zip_fopen_index(archive_->zip, entry.index, 0);
   if (opened == nullptr) FailDamaged("la parte «" + name + "» está truncada o dañada");
   return std::make_unique<ZipPart>(file_, std::make_unique<ZipPart::Handle>(opened), name, status.comp_size, limit);
+}
+
+std::vector<ZipEntry> ZipPackage::Entries() const {
+  std::vector<ZipEntry> entries;
+  const zip_int64_t count = zip_get_num_entries(archive_->zip, 0);
+  for (zip_int64_t at = 0; at < count; ++at) {
+    const auto index = static_cast<zip_uint64_t>(at);
+    zip_stat_t status;
+    if (zip_stat_index(archive_->zip, index, 0, &status) != 0 || (status.valid & ZIP_STAT_NAME) == 0)
+      FailDamaged("el índice del archivo comprimido está dañado");
+    entries.push_back({.index = index, .name = status.name, .bytes = status.size});
+  }
+  return entries;
 }
 
 }  // namespace tolvan

@@ -1,11 +1,12 @@
-// The parts of an .xlsx: a zip whose entries are inflated piece by piece. What a hostile zip can cost is bounded before
-// the library sees its table of contents and again while a part is inflated.
+// The parts of an .xlsx, or the files of any other zip, inflated piece by piece. What a hostile zip can cost is bounded
+// before the library sees its table of contents and again while a part is inflated.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "platform/spreadsheet/WorkbookFile.h"
 
@@ -34,6 +35,13 @@ class ZipPart {
   std::uint64_t inflatedBytes_ = 0;
 };
 
+/// A line of the zip's table of contents.
+struct ZipEntry {
+  std::uint64_t index = 0;
+  std::string name;         ///< UTF-8; ends in "/" for a folder
+  std::uint64_t bytes = 0;  ///< when inflated, as the zip says
+};
+
 class ZipPackage {
  public:
   /// The file must outlive the package. Throws HostError Damaged when it is no whole zip.
@@ -46,6 +54,10 @@ class ZipPackage {
   /// Throws HostError Damaged when there is no such part, or it is encrypted or packed by a method that workbooks do
   /// not use; while reading, when it inflates past `limit` bytes.
   std::unique_ptr<ZipPart> Open(const std::string& name, std::uint64_t limit) const;
+  std::unique_ptr<ZipPart> Open(const ZipEntry& entry, std::uint64_t limit) const;
+
+  /// All of the table of contents. Throws HostError Damaged.
+  std::vector<ZipEntry> Entries() const;
 
  private:
   struct Archive;
