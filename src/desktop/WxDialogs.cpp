@@ -16,6 +16,9 @@
 namespace tolvan {
 namespace {
 
+/// Behind what the component asks for: content decides what a file is, so any name can be chosen.
+constexpr std::string_view allFiles = "|Todos los archivos|*";
+
 std::optional<std::string> Pick(wxFileDialog& dialog) {
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
   return FromWx(dialog.GetPath());
@@ -92,8 +95,9 @@ std::optional<std::string> WxDialogs::AskText(std::string_view title, std::strin
 std::optional<std::string> WxDialogs::PickFileToOpen(std::string_view title, std::string_view filter) {
   if (work_.SessionEnds()) return std::nullopt;
   const StandstillScope standstill(work_);
-  wxFileDialog dialog(DialogParent(), ToWx(title), ToWx(FirstFolder(openFolders_)), {},
-                      ToWx(FilterForBothCases(filter)), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+  const std::string withAll = FilterForBothCases(filter) + std::string(allFiles);
+  wxFileDialog dialog(DialogParent(), ToWx(title), ToWx(FirstFolder(openFolders_)), {}, ToWx(withAll),
+                      wxFD_OPEN | wxFD_FILE_MUST_EXIST);
   return Used(Pick(dialog));
 }
 
