@@ -6,15 +6,17 @@
 #include "NobodyThere.h"
 #include "fiscal/TaxpayerRegistryImport.h"
 #include "platform/files/PosixFileHelper.h"
+#include "platform/spreadsheet/ZipArchiveReader.h"
 
 namespace tolvan::bench {
 
 RegistryCounts ImportRegistry(DatabaseServices& database, const SqlDialect& dialect, const std::string& registryPath) {
   PosixFileHelper files("/");
+  ZipArchiveReader archives;
   NoDialogs dialogs;
   const NoInterruption never;
   clsCallBackProgreso progress;
-  TaxpayerRegistryImport import({database, dialect, files, dialogs, never, progress});
+  TaxpayerRegistryImport import({database, dialect, files, archives, dialogs, never, progress});
   import.SetRutaArchivo(registryPath);
   std::string message;
   if (!import.ImportarArchivoRNC(message)) Stop(message);

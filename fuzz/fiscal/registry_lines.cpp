@@ -7,6 +7,7 @@
 
 #include "base/Text.h"
 #include "fiscal/RegistryBatch.h"
+#include "fiscal/RegistryContent.h"
 #include "fiscal/RegistryFields.h"
 #include "fiscal/clsInfoFiscalClienteDO.h"
 
@@ -88,12 +89,12 @@ void Run(std::string_view input) {
   RegistryBatch batch;
   RegistryLine line;
   std::string_view whole;
-  if (rest.starts_with("\xEF\xBB\xBF")) rest.remove_prefix(3);
+  const bool utf8 = BeginsAsUtf8(rest);
   while (PlainLine(rest, whole)) {
     Require(reader.Next(line));
     Require(line.length == whole.size() && whole.starts_with(line.text));
     Require(line.IsWhole() || line.text.size() + 1 >= bufferSize);
-    TakeLine(batch, line, whole, reader.MarkedUtf8());
+    TakeLine(batch, line, whole, utf8);
   }
   Require(!reader.Next(line));
   RequireOrder(batch);

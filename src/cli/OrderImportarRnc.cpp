@@ -1,5 +1,6 @@
 #include "cli/OrderImportarRnc.h"
 
+#include <istream>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -28,7 +29,6 @@ std::string ReasonForNothing(const RegistryCounts& counts) {
   if (counts.newCustomers > 0) return {};
   if (counts.present > 0) return "No hay contribuyentes nuevos: los del archivo ya estaban registrados.";
   if (counts.errors > 0) return "Ninguna línea tiene un contribuyente que se pueda registrar: revise el archivo.";
-  if (counts.skipped > 0) return "Ninguna línea tiene el separador |: el archivo no es el registro de contribuyentes.";
   return "El archivo no tiene ninguna línea con contenido.";
 }
 
@@ -61,7 +61,9 @@ ExitCode Report(OrderCall& call, const RegistryCounts& counts) {
 OrderDefinition OrderImportarRnc::Definition() const {
   return {.name = "importar-rnc",
           .summary = "Importa el registro de contribuyentes de la DGII a la tabla de clientes",
-          .arguments = {{.name = "ARCHIVO", .summary = "el archivo de texto publicado por la DGII", .isPath = true}},
+          .arguments = {{.name = "ARCHIVO",
+                         .summary = "el archivo de texto publicado por la DGII, o el .zip que lo contiene",
+                         .isPath = true}},
           .options = {{.name = "--rechazos",
                        .summary = "escribe aquí cada línea rechazada, con su número y la causa",
                        .valueName = "RUTA",
@@ -81,8 +83,12 @@ ExitCode OrderImportarRnc::Run(OrderCall& call) const {
   std::optional<RejectionReport> report;
   if (reportFile) report.emplace(*reportFile);
   clsCallBackProgreso progress;
-  TaxpayerRegistryImport import({database, context.application.Dialect(), context.Files(), context.UserDialogs(),
-                                 call.UserInterruption(), progress},
+  // The component's box would only repeat the counts that are the order's result.
+  std::istream noInput(nullptr);
+  std::ostream nowhere(nullptr);
+  ConsoleDialogs dialogs(noInput, nowhere, false, false);
+  TaxpayerRegistryImport import({database, context.application.Dialect(), context.Files(), context.services.Archives(),
+                                 dialogs, call.UserInterruption(), progress},
                                 report ? &*report : nullptr);
   TerminalProgress terminal(
       call.Messages(), call.MessagesColumns(), [&] { return import.Counts().lines; }, "líneas");

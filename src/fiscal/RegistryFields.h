@@ -24,8 +24,8 @@ RegistryFields CutRegistryLine(const RegistryLine& line);
 
 inline constexpr std::size_t longestName = 125;  ///< characters that the customer table holds
 
-/// Appends the first `count` characters of bytes of the file as UTF-8. `utf8`: the file is marked so; what is not UTF-8
-/// is read as Windows-1252 even then. Blanks, quotes and control characters stay.
+/// Appends the first `count` characters of bytes of the file as UTF-8. `utf8`: the file as a whole is; what is not
+/// UTF-8 is read as Windows-1252 even then. Blanks, quotes and control characters stay.
 void AppendCharacters(std::string& text, std::string_view bytes, std::size_t count, bool utf8);
 
 }  // namespace tolvan

@@ -6,8 +6,6 @@
 namespace tolvan {
 namespace {
 
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
-
 std::string_view WithoutReturn(std::string_view line) {
   if (line.ends_with('\r')) line.remove_suffix(1);
   return line;
@@ -23,7 +21,6 @@ RegistryLineReader::RegistryLineReader(InputFile& file, const Interruption& inte
     : file_(file), interruption_(interruption), buffer_(bufferSize) {}
 
 bool RegistryLineReader::Next(RegistryLine& line) {
-  if (!begun_) Begin();
   std::size_t searched = 0;
   for (;;) {
     const std::string_view unread = Unread();
@@ -41,13 +38,6 @@ bool RegistryLineReader::Next(RegistryLine& line) {
     searched = unread.size();
     Refill();
   }
-}
-
-void RegistryLineReader::Begin() {
-  begun_ = true;
-  Refill();
-  markedUtf8_ = Unread().starts_with(utf8Mark);
-  if (markedUtf8_) position_ += utf8Mark.size();
 }
 
 /// Moves what is unread to the buffer's beginning and fills the rest.

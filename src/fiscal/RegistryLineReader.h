@@ -32,11 +32,7 @@ class RegistryLineReader {
   /// HostError, Interrupted too when a line does not end.
   bool Next(RegistryLine& line);
 
-  /// Whether the file began with the UTF-8 mark, which is no part of its first line. Known after the first Next.
-  bool MarkedUtf8() const { return markedUtf8_; }
-
  private:
-  void Begin();
   void Refill();
   bool LastLine(RegistryLine& line);
   void LongLine(RegistryLine& line);
@@ -49,8 +45,6 @@ class RegistryLineReader {
   std::size_t position_ = 0;  // of the first unread byte
   std::size_t filled_ = 0;
   bool atEnd_ = false;
-  bool begun_ = false;
-  bool markedUtf8_ = false;
 };
 
 }  // namespace tolvan

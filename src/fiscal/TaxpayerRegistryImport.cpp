@@ -66,9 +66,11 @@ bool TaxpayerRegistryImport::ImportarArchivoRNC(std::string& message) {
   batch_.Clear();
   if (path_.empty()) ElegirArchivo();
   if (path_.empty()) return Refuse(message, "Debe seleccionar primero el archivo de texto");
-  std::unique_ptr<InputFile> file;
+  std::optional<RegistryFile> file;
   try {
-    file = host_.files.OpenInput(path_);
+    file.emplace(host_.files, host_.archives, path_, host_.interruption);
+  } catch (const NotTheRegistry& error) {
+    return Refuse(message, error.what());
   } catch (const HostError& error) {
     if (error.Kind() != HostErrorKind::Unreachable) return Refuse(message, TextForPeople(error));
     return Refuse(message, "El archivo " + path_ + " no existe, favor seleccione la ubicación correcta del archivo");
@@ -77,6 +79,11 @@ bool TaxpayerRegistryImport::ImportarArchivoRNC(std::string& message) {
   file.reset();
   host_.progress.ApagarProgreso();
   if (end_ != RegistryImportEnd::Finished) return Refuse(message, failure + std::string(lineBreak) + CountsText());
+  if (HasNoRegistryLine()) {
+    end_ = RegistryImportEnd::NotRun;
+    return Refuse(message, "Ninguna línea del archivo " + path_ +
+                               " tiene el separador |: el archivo no es el registro de contribuyentes");
+  }
   ShowCounts();
   return true;
 }
@@ -87,7 +94,7 @@ bool TaxpayerRegistryImport::Refuse(std::string& message, std::string text) cons
 }
 
 /// Sets how the run ended; the result is why it did not reach the file's end.
-std::string TaxpayerRegistryImport::RunOnFile(InputFile& file) {
+std::string TaxpayerRegistryImport::RunOnFile(RegistryFile& file) {
   end_ = RegistryImportEnd::FileFailed;
   try {
     ReadLines(file);
@@ -101,7 +108,7 @@ std::string TaxpayerRegistryImport::RunOnFile(InputFile& file) {
   }
 }
 
-void TaxpayerRegistryImport::ReadLines(InputFile& file) {
+void TaxpayerRegistryImport::ReadLines(RegistryFile& file) {
   const std::uint64_t size = file.Size();
   const ProgressScale scale(size);
   RegistryLineReader reader(file, host_.interruption);
@@ -114,7 +121,7 @@ void TaxpayerRegistryImport::ReadLines(InputFile& file) {
     charactersRead += line.length;
     host_.progress.NotificarProgreso(true, scale.Of(size), scale.Of(charactersRead),
                                      "Realizando importación de datos, favor esperar...");
-    TakeLine(line, reader.MarkedUtf8());
+    TakeLine(line, file.IsUtf8());
     if (batch_.Size() >= batchLines_ || batch_.TextSize() >= batchTextLimit) WriteBatch();
   }
 }
@@ -150,6 +157,11 @@ void TaxpayerRegistryImport::WriteBatch() {
     end_ = RegistryImportEnd::DatabaseFailed;
     throw HostError(*failure);
   }
+}
+
+/// Only lines with a "|" are counted, and only counted lines are written: nothing was.
+bool TaxpayerRegistryImport::HasNoRegistryLine() const {
+  return counts_.skipped > 0 && counts_.newCustomers == 0 && counts_.present == 0 && counts_.errors == 0;
 }
 
 /// Walks the batch in the order of the file, so that the counts are those of a run line by line.

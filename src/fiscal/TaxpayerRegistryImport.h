@@ -11,6 +11,7 @@
 
 #include "fiscal/RegistryBatchWriter.h"
 #include "fiscal/RegistryCounts.h"
+#include "fiscal/RegistryFile.h"
 #include "fiscal/RegistryLineReader.h"
 #include "host/Dialogs.h"
 #include "services/clsCallBackProgreso.h"
@@ -22,13 +23,14 @@ struct RegistryImportHost {
   DatabaseServices& database;
   const SqlDialect& dialect;
   FileHelper& files;
+  ArchiveReader& archives;
   Dialogs& dialogs;
   const Interruption& interruption;
   clsCallBackProgreso& progress;
 };
 
 enum class RegistryImportEnd {
-  NotRun,         ///< no file, or it cannot be opened
+  NotRun,         ///< no file, or it cannot be opened, or it is not the registry
   Finished,       ///< read to its end
   Interrupted,    ///< at the user's request
   FileFailed,     ///< the file cannot be read further
@@ -49,9 +51,10 @@ class TaxpayerRegistryImport {
   /// Asks the user for the file; a cancelled question leaves the path alone.
   void ElegirArchivo();
 
-  /// Imports the file, chosen first when there is none yet. True when it was read to its end; the counts are then shown
-  /// in a box. Otherwise `message` says why, with the counts so far once lines were read. Throws nothing but what the
-  /// observer throws.
+  /// Imports the file, chosen first when there is none yet: the registry's text, or the zip that holds it. True when it
+  /// was read to its end; the counts are then shown in a box. A file without a single line that holds a "|", though
+  /// with others, is not the registry. Otherwise `message` says why, with the counts so far once lines were read.
+  /// Throws nothing but what the observer throws.
   bool ImportarArchivoRNC(std::string& message);
 
   /// Puts one taxpayer on file unless its code is there; `inserted` tells whether. True when the identifier is valid
@@ -66,8 +69,9 @@ class TaxpayerRegistryImport {
 
  private:
   bool Refuse(std::string& message, std::string text) const;
-  std::string RunOnFile(InputFile& file);
-  void ReadLines(InputFile& file);
+  std::string RunOnFile(RegistryFile& file);
+  void ReadLines(RegistryFile& file);
+  bool HasNoRegistryLine() const;
   void TakeLine(const RegistryLine& line, bool utf8);
   void WriteBatch();
   void CountBatch();

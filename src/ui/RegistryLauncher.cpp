@@ -44,11 +44,14 @@ bool RegistryLauncher::Import(std::string& message) {
   }
   try {
     HostApplication& application = context_->application;
-    TaxpayerRegistryImport import({application.Database(), application.Dialect(), context_->Files(),
-                                   context_->UserDialogs(), context_->services.UserInterruption(), *progress_},
-                                  &rejected_);
+    TaxpayerRegistryImport import(
+        {application.Database(), application.Dialect(), context_->Files(), context_->services.Archives(),
+         context_->UserDialogs(), context_->services.UserInterruption(), *progress_},
+        &rejected_);
     import.SetRutaArchivo(file_);
-    return import.ImportarArchivoRNC(message);
+    const bool finished = import.ImportarArchivoRNC(message);
+    if (import.End() == RegistryImportEnd::NotRun) rejected_ = {};
+    return finished;
   } catch (const HostError& error) {  // the database cannot be opened
     message = TextForPeople(error);
     return false;

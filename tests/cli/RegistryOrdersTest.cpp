@@ -1,6 +1,8 @@
 // The two orders of tax identifiers on a real store, from the words to the exit code.
 #include <gmock/gmock.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "cli/DemoStoreFixture.h"
@@ -24,9 +26,12 @@ TEST_F(RegistryOrders, ImportsTheDemoRegistryAndSaysWhyASecondRunDoesNothing) {
   EXPECT_EQ(result.code, 0);
   EXPECT_EQ(json::parse(result.output),
             (json{{"nuevos", 2000}, {"no_registrados", 0}, {"errores", 0}, {"lineas", 2000}}));
-  result = runner.Run({"importar-rnc", file});
+  const std::string zip = folder.File("DGII_RNC.ZIP");
+  ASSERT_EQ(std::system(("python3 -m zipfile -c '" + zip + "' '" + file + "'").c_str()), 0);
+  result = runner.Run({"importar-rnc", zip});
   EXPECT_EQ(result.code, 0);
-  EXPECT_THAT(result.messages, HasSubstr("ya estaban registrados"));
+  EXPECT_EQ(result.output, "Nuevos:         0\nNo registrados: 1\nErrores:        0\nLíneas:         2000\n");
+  EXPECT_EQ(result.messages, "No hay contribuyentes nuevos: los del archivo ya estaban registrados.\n");
 }
 
 TEST_F(RegistryOrders, WritesRejectedLinesAndEndsWithThree) {
@@ -49,6 +54,11 @@ TEST_F(RegistryOrders, TellsWhyAnImportDidNotRun) {
   EXPECT_EQ(result.code, 1);
   EXPECT_EQ(json::parse(result.output)["error"],
             "El archivo " + missing + " no existe, favor seleccione la ubicación correcta del archivo");
+  WriteFile(folder.File("nota.txt"), "sin separador\n");
+  const auto other = runner.Run({"importar-rnc", folder.File("nota.txt"), "--rechazos", folder.File("rechazos.txt")});
+  EXPECT_EQ(other.code, 1);
+  EXPECT_THAT(other.messages, HasSubstr("no es el registro"));
+  EXPECT_FALSE(std::filesystem::exists(folder.File("rechazos.txt")));
   runner.interruption.requested = true;
   const auto interrupted = runner.Run({"--json", "importar-rnc", places.examples + "/DGII_RNC.TXT"});
   EXPECT_EQ(interrupted.code, 1);

@@ -9,6 +9,7 @@
 #include "contract/TemporaryFolder.h"
 #include "fiscal/TaxpayerRegistryImport.h"
 #include "platform/files/PosixFileHelper.h"
+#include "platform/spreadsheet/ZipArchiveReader.h"
 #include "platform/sql/SqlScript.h"
 #include "platform/sql/SqliteDialect.h"
 #include "platform/sqlite/SqliteDatabaseServices.h"
@@ -69,7 +70,7 @@ class Store {
   bool Import(const std::string& content, std::size_t batchLines = 1'000'000,
               const Interruption& stop = nobodyInterrupts) {
     observer = {};
-    TaxpayerRegistryImport import({database, dialect, files, dialogs, stop, progress}, &observer);
+    TaxpayerRegistryImport import({database, dialect, files, archives, dialogs, stop, progress}, &observer);
     const std::string path = folder.File("DGII_RNC.TXT");
     WriteFile(path, content);
     import.SetRutaArchivo(path);
@@ -104,6 +105,7 @@ class Store {
   SqliteDatabaseServices database;
   SqliteDialect dialect;
   PosixFileHelper files{"/"};
+  ZipArchiveReader archives;
   FakeDialogs dialogs;
   clsCallBackProgreso progress;
   RecordingObserver observer;

@@ -112,10 +112,12 @@ int KilledImport(const std::string& path, const std::string& registry, microseco
     SqliteDatabaseServices database({.path = path});
     const SqliteDialect dialect;
     PosixFileHelper files("/");
+    test::MissingArchives archives;
     test::FakeDialogs dialogs;
     clsCallBackProgreso progress;
     Announcer announcer(announcements);
-    TaxpayerRegistryImport import({database, dialect, files, dialogs, test::nobodyInterrupts, progress}, &announcer);
+    TaxpayerRegistryImport import({database, dialect, files, archives, dialogs, test::nobodyInterrupts, progress},
+                                  &announcer);
     import.SetRutaArchivo(registry);
     import.SetBatchLines(batchLines);
     std::string message;

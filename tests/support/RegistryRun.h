@@ -23,11 +23,12 @@ struct RegistryRun {
 inline RegistryRun ImportRegistry(DatabaseServices& database, const SqlDialect& dialect, const std::string& registry) {
   const TemporaryFolder folder;
   PosixFileHelper files("/");
+  MissingArchives archives;
   FakeDialogs dialogs;
   FakeInterruption interruption;
   clsCallBackProgreso progress;
   RejectionList rejections;
-  TaxpayerRegistryImport import({database, dialect, files, dialogs, interruption, progress}, &rejections);
+  TaxpayerRegistryImport import({database, dialect, files, archives, dialogs, interruption, progress}, &rejections);
   WriteFile(folder.File("DGII_RNC.TXT"), registry);
   import.SetRutaArchivo(folder.File("DGII_RNC.TXT"));
   RegistryRun run;
