@@ -54,7 +54,7 @@ ExitCode OrderSubirVentas::Run(OrderCall& call) const {
     PrintText(call.Out(), result);
   }
   if (failure.empty()) {
-    if (result.days.empty()) call.Messages() << "No hay días pendientes: el servidor de ventas no pidió ninguno.\n";
+    if (result.NothingPending()) call.Messages() << noDayPending << '\n';
     return ExitCode::Done;
   }
   throw CommandFailure(ExitCode::Failed, failure);

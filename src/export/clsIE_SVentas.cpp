@@ -95,7 +95,7 @@ bool clsIE_SVentas::Procesar() {
     result_.failure = TextForPeople(error);
   }
   if (progress_ != nullptr) progress_->ApagarProgreso();
-  return result_.complete && !result_.days.empty();
+  return result_.complete && !result_.NothingPending();
 }
 
 void clsIE_SVentas::Exchange() {

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/Calendar.h"
@@ -15,11 +16,17 @@ namespace tolvan {
 class clsCallBackProgreso;
 struct ServerAddress;
 
+/// What is said when the server needs no day.
+inline constexpr std::string_view noDayPending = "No hay días pendientes: el servidor de ventas no pidió ninguno.";
+
 /// What one exchange did, for fronts that tell more than success.
 struct SalesUploadResult {
   std::vector<Date> days;  ///< accepted by the server, in the order sent
   bool complete = false;   ///< every day asked for was sent, also when none was asked for
   std::string failure;     ///< Spanish; empty exactly when complete
+
+  /// Complete, but the server needed nothing.
+  bool NothingPending() const { return complete && days.empty(); }
 };
 
 class clsIE_SVentas {

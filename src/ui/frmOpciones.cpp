@@ -16,8 +16,11 @@ constexpr std::string_view lineBreak = "\r\n";
 frmOpciones::frmOpciones(const ComponentContext& context, OpcionesView& view) : context_(&context), view_(&view) {
   SetRoutine(action::dailySalesFile,
              [this](bool interactive, std::string& errorText, bool&) { return Exp_Micros_01(interactive, errorText); });
-  SetRoutine(action::salesUpload,
-             [this](bool, std::string& errorText, bool&) { return SalesUpload(*context_).Run(errorText).complete; });
+  SetRoutine(action::salesUpload, [this](bool, std::string& errorText, bool&) {
+    const SalesUploadResult result = SalesUpload(*context_).Run(errorText);
+    if (result.NothingPending()) errorText.append(lineBreak).append(noDayPending);
+    return result.complete && !result.NothingPending();
+  });
 }
 
 void frmOpciones::LlenarCodigo() {

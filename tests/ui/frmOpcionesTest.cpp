@@ -116,7 +116,7 @@ TEST(frmOpciones, TheUploadHasAHandlerThoughNoNode) {
   window.form.SelectAction(2);
   window.form.ImpExp(false);
   EXPECT_TRUE(window.form.LastOutcome().ran);
-  EXPECT_EQ(window.form.LastOutcome().errorText, "") << "nothing was asked for";
+  EXPECT_EQ(window.form.LastOutcome().errorText, "\r\nNo hay días pendientes: el servidor de ventas no pidió ninguno.");
   EXPECT_EQ(window.boxes.size(), 0U);
 }
 
