@@ -2,7 +2,9 @@
 
 #include <ostream>
 
+#include "base/TextColumns.h"
 #include "cli/ConsoleDialogs.h"
+#include "cli/ReviewJson.h"
 #include "cli/ReviewPrinter.h"
 #include "import/ImportReport.h"
 #include "import/StoredCodes.h"
@@ -34,10 +36,13 @@ void CommandReview::Review() {
   if (importer_.NumeroRenglones() == 0) return Fail(importer_.ReadingNote());
   if (!MakeChanges()) return;
   if (!call_.WantsJson()) {
-    PrintReview(call_.Out(), importer_);
+    const auto columns = call_.OutColumns() ? call_.OutColumns()() : std::nullopt;
+    PrintReview(call_.Out(), importer_, columns);
     summary_.clear();
     RefrescarSumario();
-    for (const std::string& line : summary_) call_.Out() << line << '\n';
+    for (const std::string& text : summary_) {
+      for (const std::string& line : WrapAtWords(text, columns.value_or(text.size() + 1))) call_.Out() << line << '\n';
+    }
     const std::string note = importer_.NoteOfAll();
     if (!note.empty()) call_.Out() << ForTerminal(note) << '\n';
     call_.Out().flush();

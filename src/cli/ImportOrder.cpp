@@ -7,7 +7,6 @@
 #include "cli/AbsolutePath.h"
 #include "cli/CommandHost.h"
 #include "cli/ConsoleDialogs.h"
-#include "cli/ReviewPrinter.h"
 #include "import/ImportReport.h"
 #include "platform/assembly/DeferredSpreadsheetApplication.h"
 #include "platform/hash/NettleHashService.h"

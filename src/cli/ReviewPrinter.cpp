@@ -2,192 +2,208 @@
 
 #include <algorithm>
 #include <array>
-#include <nlohmann/json.hpp>
 #include <ostream>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "base/Text.h"
+#include "base/TextColumns.h"
 
 namespace tolvan {
 namespace {
 
-using nlohmann::ordered_json;
-
-struct Group {
-  RowAction action;
-  std::string_view title;
-};
-
-constexpr std::array<Group, 3> groups{{{RowAction::Create, "Nuevos Items que se crearán"},
-                                       {RowAction::Update, "Items que se actualizarán"},
-                                       {RowAction::None, "Renglones que no se procesarán"}}};
+constexpr std::array<std::string_view, 3> titles{"Renglones que no se procesarán", "Items que se actualizarán",
+                                                 "Nuevos Items que se crearán"};
+constexpr std::array<RowAction, 3> groups{RowAction::Create, RowAction::Update, RowAction::None};
 
 constexpr std::array<std::string_view, 9> headings{"Fila",  "Excel", "Tolvan", "Libre", "Descripción",
                                                    "Costo", "PVP",   "Dif",    "Acción"};
+enum Column : std::size_t { Row, Code, Item, Free, Description, Cost, Price, Difference, Action };
+
 constexpr std::size_t widest = 40;
+constexpr std::size_t narrowestDescription = 16;
+constexpr std::size_t indent = 6;
+constexpr std::size_t mostRowsOnTerminal = 50;
 
 using Cells = std::array<std::string, headings.size()>;
 
+bool IsNumber(std::size_t column) {
+  return column == Row || (column >= Cost && column <= Difference);
+}
+
+/// On one line, and without what a terminal would take for a command.
+std::string Printable(std::string_view text) {
+  std::string printable;
+  for (std::size_t position = 0; position < text.size();) {
+    const char32_t character = NextCodePoint(text, position);
+    const bool isControl = character < 0x20 || (character >= 0x7F && character < 0xA0);
+    AppendCodePoint(printable, isControl ? U' ' : character);
+  }
+  return printable;
+}
+
 Cells CellsOf(const PriceImporter& importer, std::int32_t row) {
   Cells cells;
-  cells[0] = std::to_string(importer.RowAt(row).sheetRow);
+  cells[Row] = std::to_string(importer.RowAt(row).sheetRow);
   const ReviewLine line = importer.LineOf(row);
-  for (std::size_t index = 0; index < line.size(); ++index) {
-    const std::string_view shown = FirstCharacters(TrimBlanks(line[index]), widest);
-    // A line end or another control inside a description would break the table.
-    for (const char c : shown) cells[index + 1] += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
-  }
+  for (std::size_t index = 0; index < line.size(); ++index) cells[index + 1] = Printable(TrimBlanks(line[index]));
   return cells;
 }
 
-void PrintCells(std::ostream& out, const Cells& cells, const std::array<std::size_t, headings.size()>& widths,
-                const std::string& remarks) {
-  for (std::size_t index = 0; index < cells.size(); ++index) {
-    out << "  " << cells[index];
-    const std::size_t length = CountCharacters(cells[index]);
-    if (index + 1 < cells.size()) out << std::string(widths[index] - std::min(length, widths[index]), ' ');
-  }
-  if (!remarks.empty()) out << ": " << remarks;
-  out << '\n';
+std::string Padded(const std::string& text, std::size_t width, bool toTheRight) {
+  const std::string blanks(width - std::min(width, CountColumns(text)), ' ');
+  return toTheRight ? blanks + text : text + blanks;
 }
 
-void PrintGroup(std::ostream& out, const PriceImporter& importer, const Group& group,
-                const std::vector<std::int32_t>& rows) {
-  out << group.title << " (" << rows.size() << ")\n";
-  Cells heading;
-  std::array<std::size_t, headings.size()> widths{};
-  for (std::size_t index = 0; index < headings.size(); ++index) {
-    heading[index] = headings[index];
-    widths[index] = CountCharacters(headings[index]);
-  }
-  for (const std::int32_t row : rows) {
-    const Cells cells = CellsOf(importer, row);
-    for (std::size_t index = 0; index < cells.size(); ++index) {
-      widths[index] = std::max(widths[index], CountCharacters(cells[index]));
-    }
-  }
-  PrintCells(out, heading, widths, {});
-  for (const std::int32_t row : rows) {
-    PrintCells(out, CellsOf(importer, row), widths, importer.RowAt(row).AllRemarks());
-  }
-  out << '\n';
-}
-
-std::string Dump(const ordered_json& value) {
-  return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-}
-
-/// Whether a text stands in JSON as it is.
-bool IsPlain(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; });
-}
-
-/// One object, key by key, appended to a text. A tree for each of 50,000 rows would take a third of the whole time.
-class RowObject {
+/// The table of one group.
+class Table {
  public:
-  explicit RowObject(std::string& out) : out_(out) { out_ += '{'; }
-  ~RowObject() { out_ += '}'; }
-  RowObject(const RowObject&) = delete;
-  RowObject& operator=(const RowObject&) = delete;
+  Table(std::ostream& out, std::optional<std::size_t> terminal) : out_(out), terminal_(terminal) {}
 
-  RowObject& Text(std::string_view key, std::string_view value) {
-    Key(key);
-    Value(value);
-    return *this;
-  }
-  RowObject& Texts(std::string_view key, const std::vector<std::string>& values) {
-    Key(key);
-    out_ += '[';
-    for (const std::string& value : values) {
-      if (out_.back() != '[') out_ += ',';
-      Value(value);
+  /// Makes room for a row that will be printed.
+  void Measure(const Cells& cells) {
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+      widths_[column] = std::max(widths_[column], std::min(widest, CountColumns(cells[column])));
     }
-    out_ += ']';
-    return *this;
   }
-  RowObject& Amount(std::string_view key, const std::optional<Currency>& value) {
-    return value ? Text(key, value->ToText()) : Plain(key, "null");
+
+  void PrintHeading() {
+    for (std::size_t column = 0; column < headings.size(); ++column) {
+      const bool isUsed = widths_[column] > 0 || !terminal_;
+      if (isUsed) widths_[column] = std::max(widths_[column], CountColumns(headings[column]));
+    }
+    if (terminal_) Fit();
+    Cells cells;
+    for (std::size_t column = 0; column < headings.size(); ++column) cells[column] = headings[column];
+    PrintLine(cells, {});
   }
-  RowObject& Flag(std::string_view key, bool value) { return Plain(key, value ? "true" : "false"); }
-  RowObject& Plain(std::string_view key, std::string_view value) {
-    Key(key);
-    out_ += value;
-    return *this;
+
+  /// The remarks stand behind the action, or below where there is no room.
+  void Print(Cells cells, const std::string& remarks) {
+    if (!terminal_) return PrintLine(cells, remarks);
+    const std::string below = Below(cells);
+    const bool fits = widths_[Action] > 0 && Width() + 2 + CountColumns(remarks) <= *terminal_;
+    std::string beside = fits ? remarks : std::string();
+    const std::size_t width = std::max<std::size_t>(widths_[Description], 1);
+    for (const std::string& part : WrapAtWords(widths_[Description] > 0 ? cells[Description] : "", width)) {
+      cells[Description] = part;
+      PrintLine(cells, std::exchange(beside, {}));
+      cells = {};
+    }
+    PrintBelow(below);
+    if (!fits) PrintBelow(remarks);
   }
 
  private:
-  void Key(std::string_view key) {
-    if (out_.back() != '{') out_ += ',';
-    out_.append("\"").append(key).append("\":");
+  std::size_t Width() const {
+    std::size_t width = 0;
+    for (const std::size_t column : widths_) width += column == 0 ? 0 : column + 2;
+    return width;
   }
-  void Value(std::string_view value) {
-    if (IsPlain(value)) {
-      out_.append("\"").append(value).append("\"");
-    } else {
-      out_ += Dump(value);
+
+  bool IsTooWide() const { return Width() > *terminal_; }
+
+  /// What the group's title says already goes first; then the description gets narrow; then what explains a row stands
+  /// below it.
+  void Fit() {
+    if (IsTooWide()) widths_[Action] = 0;
+    if (IsTooWide()) {
+      const std::size_t others = Width() - widths_[Description];
+      const std::size_t left = *terminal_ - std::min(*terminal_, others);
+      widths_[Description] = std::min(widths_[Description], std::max(left, narrowestDescription));
+    }
+    for (const std::size_t column : {Description, Free, Item}) {
+      if (widths_[column] == 0 || !IsTooWide()) continue;
+      widths_[column] = 0;
+      below_.push_back(column);
     }
   }
 
-  std::string& out_;
+  void PrintLine(const Cells& cells, const std::string& remarks) {
+    std::string line;
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+      const std::size_t width = widths_[column];
+      if (width > 0) line += "  " + Padded(CutToColumns(cells[column], width), width, IsNumber(column));
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    out_ << line << (remarks.empty() ? "" : ": ") << remarks << '\n';
+  }
+
+  std::string Below(const Cells& cells) const {
+    std::string text;
+    for (const std::size_t column : below_) {
+      if (cells[column].empty()) continue;
+      if (!text.empty()) text += ", ";
+      if (column != Description) text += std::string(headings.at(column)) + ": ";
+      text += cells[column];
+    }
+    return text;
+  }
+
+  void PrintBelow(const std::string& text) {
+    if (text.empty()) return;
+    for (const std::string& line : WrapAtWords(text, *terminal_ - std::min(*terminal_ - 1, indent))) {
+      out_ << std::string(indent, ' ') << line << '\n';
+    }
+  }
+
+  std::ostream& out_;
+  std::optional<std::size_t> terminal_;
+  std::array<std::size_t, headings.size()> widths_{};  // 0: not in the line
+  std::vector<std::size_t> below_;
 };
 
-void AppendRow(std::string& out, const ReviewRow& row) {
-  RowObject object(out);
-  object.Plain("fila", std::to_string(row.number))
-      .Plain("fila_hoja", std::to_string(row.sheetRow))
-      .Text("codigo", row.code)
-      .Text("descripcion", row.description)
-      .Text("marca", row.brand)
-      .Text("departamento", row.department)
-      .Amount("costo", row.cost)
-      .Amount("pvp", row.price)
-      .Plain("accion", std::to_string(static_cast<int>(row.action)))
-      .Text("asociado", row.associated)
-      .Flag("libre", row.codeFree)
-      .Flag("costo_cambia", row.costChanged)
-      .Flag("pvp_cambia", row.priceChanged)
-      .Amount("diferencia", row.difference)
-      .Text("motivo", row.reason)
-      .Texts("observaciones", row.remarks);
+/// 49636 as "49,636".
+std::string Grouped(std::size_t count) {
+  std::string text = std::to_string(count);
+  for (std::size_t place = text.size(); place > 3;) text.insert(place -= 3, ",");
+  return text;
 }
 
-/// null for a list that was read whole.
-std::string EndJson(const ReadingEnd& end) {
-  if (!end.Early()) return "null";
-  return Dump(ordered_json{{"fila_hoja", end.row}, {"quedan", end.following}});
+using Rows = std::array<std::vector<std::int32_t>, groups.size()>;
+
+/// How many rows of each group a terminal shows: all of a small one, and of the others as many each.
+std::array<std::size_t, groups.size()> Shares(const Rows& rows) {
+  std::array<std::size_t, groups.size()> bySize{0, 1, 2};
+  std::ranges::sort(bySize, {}, [&](std::size_t group) { return rows.at(group).size(); });
+  std::array<std::size_t, groups.size()> shares{};
+  std::size_t left = mostRowsOnTerminal;
+  for (std::size_t index = 0; index < bySize.size(); ++index) {
+    const std::size_t group = bySize.at(index);
+    shares.at(group) = std::min(rows.at(group).size(), left / (bySize.size() - index));
+    left -= shares.at(group);
+  }
+  return shares;
+}
+
+void PrintGroup(std::ostream& out, const PriceImporter& importer, const std::vector<std::int32_t>& rows,
+                std::size_t shown, std::optional<std::size_t> columns) {
+  Table table(out, columns);
+  for (std::size_t index = 0; index < shown; ++index) table.Measure(CellsOf(importer, rows[index]));
+  table.PrintHeading();
+  for (std::size_t index = 0; index < shown; ++index) {
+    table.Print(CellsOf(importer, rows[index]), Printable(importer.RowAt(rows[index]).AllRemarks()));
+  }
+  if (shown < rows.size()) out << "  … y " << Grouped(rows.size() - shown) << " más; --informe los escribe\n";
+  out << '\n';
 }
 
 }  // namespace
 
-void PrintReview(std::ostream& out, const PriceImporter& importer) {
-  for (const Group& group : groups) {
-    std::vector<std::int32_t> rows;
-    for (std::int32_t row = 1; row <= importer.NumeroRenglones(); ++row) {
-      if (importer.RowAt(row).action == group.action) rows.push_back(row);
-    }
-    if (!rows.empty()) PrintGroup(out, importer, group, rows);
+void PrintReview(std::ostream& out, const PriceImporter& importer, std::optional<std::size_t> columns) {
+  Rows rows;
+  for (std::int32_t row = 1; row <= importer.NumeroRenglones(); ++row) {
+    rows.at(static_cast<std::size_t>(importer.RowAt(row).action)).push_back(row);
   }
-}
-
-std::string ReviewJson(const PriceImporter& importer, bool applied, const std::string& error) {
-  std::array<int, 3> counts{};
-  std::string rows;
-  for (std::int32_t number = 1; number <= importer.NumeroRenglones(); ++number) {
-    const ReviewRow row = importer.RowAt(number);
-    ++counts.at(static_cast<std::size_t>(row.action));
-    rows += number == 1 ? "\n    " : ",\n    ";
-    AppendRow(rows, row);
+  const auto shares = Shares(rows);
+  for (const RowAction action : groups) {
+    const auto group = static_cast<std::size_t>(action);
+    const std::size_t count = rows.at(group).size();
+    if (count == 0) continue;
+    out << titles.at(group) << " (" << count << ")\n";
+    PrintGroup(out, importer, rows.at(group), columns ? shares.at(group) : count, columns);
   }
-  const ordered_json summary{
-      {"nuevos_items", counts[2]}, {"precios_actualizados", counts[1]}, {"no_procesados", counts[0]}};
-  std::string document = "{\n  \"renglones\": " + std::to_string(importer.NumeroRenglones());
-  document += ",\n  \"nuevos\": " + std::to_string(importer.NumeroNuevos());
-  document += ",\n  \"asociados\": " + std::to_string(importer.NumeroAsociados());
-  document += std::string(",\n  \"aplicado\": ") + (applied ? "true" : "false");
-  document += ",\n  \"resumen\": " + Dump(summary);
-  document += ",\n  \"lectura_termina\": " + EndJson(importer.End());
-  if (!error.empty()) document += ",\n  \"error\": " + Dump(error);
-  return document + ",\n  \"filas\": [" + rows + (rows.empty() ? "]\n}" : "\n  ]\n}");
 }
 
 }  // namespace tolvan

@@ -11,11 +11,11 @@
 #include "base/Text.h"
 #include "base/TextColumns.h"
 #include "cli/BashCompletion.h"
+#include "cli/DemoStoreFixture.h"
 #include "cli/DescriptorBuffer.h"
 #include "cli/Order.h"
 #include "platform/files/FileDescriptor.h"
 #include "support/ChildProcess.h"
-#include "support/CommandRunner.h"
 
 namespace tolvan {
 namespace {
@@ -71,6 +71,57 @@ TEST(Help, FitsTheTerminalAndLosesNoWord) {
     }
   }
   EXPECT_EQ(runner.Run({"ayuda", "vexlr"}).code, 2);
+}
+
+using Review = test::DemoStoreFixture;
+
+TEST_F(Review, FitsTheTerminalAndIsWholeElsewhere) {
+  std::vector<std::string> codes;
+  for (int row = 0; row < 1'100; ++row) codes.push_back("N" + std::to_string(row));
+  std::vector<std::vector<NewCell>> rows{
+      {"ALI0001", {}, {}, {}, {}, 1234.5}, {"N0", "otra vez"}, {"日本", "日本\x1B[2J"}};
+  for (const std::string& code : codes) rows.push_back({code, "cafe molido de la loma alta", {}, {}, 10.5, 1234.0});
+  const std::vector<std::string> words{"importar-excel", Workbook("lista.xlsx", 4, rows), "--simular"};
+  const std::string whole = runner.Run(words).output;
+  EXPECT_EQ(std::ranges::count(whole, '\n'), 1'103 + 3 * 3 + 3);
+  EXPECT_EQ(whole.find('\x1B'), std::string::npos);
+  for (const std::size_t columns : {40U, 60U, 80U, 120U}) {
+    runner.columns = columns;
+    const std::string table = runner.Run(words).output;
+    for (const std::string_view line : Split(table, '\n')) EXPECT_LE(CountColumns(line), columns) << line;
+    EXPECT_NE(table.find("  … y 1,053 más; --informe los escribe\n"), std::string::npos) << table;
+    EXPECT_NE(table.find("ALI0001"), std::string::npos) << "a small group is shown whole";
+  }
+  runner.columns = 70;
+  const std::string table = runner.Run(words).output;
+  EXPECT_NE(table.find("\n    10  N2     Sí     CAFE MOLIDO DE LA LOMA ALTA  10.50  1,234.00\n"), std::string::npos)
+      << table;
+  runner.columns = 60;
+  EXPECT_NE(runner.Run(words).output.find("\n    10  N2     Sí     CAFE MOLIDO DE LA      10.50  1,234.00\n"
+                                          "                      LOMA ALTA\n"),
+            std::string::npos);
+}
+
+TEST_F(Review, NeedsAYesFromAPersonAndRowsThatCouldBeShown) {
+  const std::string book = Workbook("lista.xlsx", 4, {{"NUEVO", {}, {}, {}, 1.0, 2.0}});
+  const std::string query = "SELECT count(*) FROM Items WHERE idItem = 'NUEVO'";
+  runner.terminal = true;
+  for (const char* answer : {"", "\n", "n\n"}) {
+    runner.typed = answer;
+    EXPECT_EQ(runner.Run({"importar-excel", book}).code, 0);
+    EXPECT_EQ(Query(query), "0,") << answer;
+  }
+  runner.terminal = false;
+  const FileDescriptor full(::open("/dev/full", O_WRONLY));
+  DescriptorBuffer lost(full.Number());
+  runner.outputBuffer = &lost;
+  EXPECT_EQ(runner.Run({"importar-excel", book}).code, 1);
+  EXPECT_EQ(Query(query), "0,");
+  runner.outputBuffer = nullptr;
+  runner.terminal = true;
+  runner.typed = "sí\n";
+  EXPECT_EQ(runner.Run({"importar-excel", book}).code, 0);
+  EXPECT_EQ(Query(query), "1,");
 }
 
 TEST(Command, AResultThatCannotBeWrittenIsAFailureUnlessNobodyWantsIt) {
