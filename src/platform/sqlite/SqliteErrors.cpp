@@ -129,6 +129,25 @@ std::string TextOf(int extendedCode, std::string_view message) {
   return namesColumn ? text + " (" + std::string(message.substr(colon + 2)) + ")" : text;
 }
 
+bool FailedToRead(sqlite3_file* file) {
+  int systemError = 0;
+  if (file == nullptr || file->pMethods == nullptr) return false;
+  if (file->pMethods->xFileControl(file, SQLITE_FCNTL_LAST_ERRNO, &systemError) != SQLITE_OK) return false;
+  return systemError == EIO || systemError == ENXIO || systemError == ERANGE;
+}
+
+/// A statement that meets a page which the system refuses to read ends in SQLITE_CORRUPT, as one that meets a damaged
+/// page does. Only the files, the database's and its log's, know that it was a failed read.
+bool IsFailedRead(sqlite3* database, int extendedCode) {
+  if ((extendedCode & primaryMask) != SQLITE_CORRUPT) return false;
+  for (const int which : {SQLITE_FCNTL_FILE_POINTER, SQLITE_FCNTL_JOURNAL_POINTER}) {
+    sqlite3_file* file = nullptr;
+    if (sqlite3_file_control(database, "main", which, static_cast<void*>(&file)) != SQLITE_OK) continue;
+    if (FailedToRead(file)) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 HostErrorKind KindOfSqliteCode(int extendedCode, int systemError) {
@@ -171,7 +190,8 @@ HostError MakeSqliteError(sqlite3* database, int code, std::string context) {
   // A call may return the primary code only; what the connection keeps is finer, as long as it is the same failure.
   const int kept = sqlite3_extended_errcode(database);
   const bool same = (kept & primaryMask) == (code & primaryMask);
-  const int extendedCode = same ? kept : code;
+  const int reported = same ? kept : code;
+  const int extendedCode = IsFailedRead(database, reported) ? SQLITE_IOERR_CORRUPTFS : reported;
   const char* const message = same ? sqlite3_errmsg(database) : "";
   const HostErrorKind kind = KindOfSqliteCode(extendedCode, sqlite3_system_errno(database));
   return {kind, TextOf(extendedCode, message), std::move(context), extendedCode};
