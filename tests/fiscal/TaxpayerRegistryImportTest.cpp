@@ -96,6 +96,7 @@ TEST(TaxpayerRegistryImport, WritesTheWholeRowAndLeavesWhatIsOnFile) {
       "SELECT group_concat(RIF || TipoCliente || PersoneriaCliente || Activo) FROM Clientes WHERE idCliente = ";
   EXPECT_EQ(store.Ask(columns + "'101012341'"), "101012341110");
   EXPECT_EQ(store.Ask(columns + "'00100000009'"), "00100000009100");
+  EXPECT_TRUE(store.Import("sin separador\n500000009|OTRO\n")) << "with one line it is the registry: " << store.message;
 }
 
 /// The same lines one by one through the other routine.
