@@ -55,6 +55,7 @@ class Call : public OrderCall {
     const std::string path = command_->global.Value("--host", environment_->defaultHost);
     return path.empty() ? path : std::filesystem::absolute(path).native();
   }
+  bool HostIsNamed() const override { return command_->global.Has("--host"); }
   std::string WindowProgram() const override { return environment_->windowProgram; }
 
   std::unique_ptr<CommandHost> OpenHost(const std::string& path) override {

@@ -49,6 +49,9 @@ class OrderCall {
   virtual std::string HostPath() const = 0;
   virtual std::string WindowProgram() const = 0;
 
+  /// Whether the call itself names the configuration; else it is the usual one, which may not be there yet.
+  virtual bool HostIsNamed() const = 0;
+
   /// A host of the order's own making, from the configuration at `path`. Throws CommandFailure Unreachable.
   virtual std::unique_ptr<CommandHost> OpenHost(const std::string& path) = 0;
 };

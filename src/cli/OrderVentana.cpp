@@ -27,9 +27,11 @@ bool HasDisplay() {
   return false;
 }
 
+/// Without a host the program looks for one itself.
 pid_t Start(const std::string& program, const std::string& host) {
   std::array<std::string, 3> words{program, "--host", host};
   std::array<char*, 4> arguments{words[0].data(), words[1].data(), words[2].data(), nullptr};
+  if (host.empty()) arguments[1] = nullptr;
   pid_t child = 0;
   const int failure = ::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments.data(), environ);
   if (failure == 0) return child;
@@ -57,7 +59,9 @@ OrderDefinition OrderVentana::Definition() const {
 }
 
 ExitCode OrderVentana::Run(OrderCall& call) const {
-  static_cast<void>(call.Host().RequireDatabase());
+  // Where there is no configuration yet, the program offers ways to one.
+  const bool first = !call.HostIsNamed() && !std::filesystem::exists(call.HostPath());
+  if (!first) static_cast<void>(call.Host().RequireDatabase());
   if (!HasDisplay()) {
     throw CommandFailure(ExitCode::Failed, "No hay pantalla donde abrir la ventana (revise DISPLAY o WAYLAND_DISPLAY)");
   }
@@ -65,7 +69,7 @@ ExitCode OrderVentana::Run(OrderCall& call) const {
   if (!std::filesystem::exists(program)) {
     throw CommandFailure(ExitCode::Failed, "El programa de ventanas no está instalado; falta\r\n" + program);
   }
-  const int status = WaitFor(Start(program, call.HostPath()), call.UserInterruption());
+  const int status = WaitFor(Start(program, first ? std::string() : call.HostPath()), call.UserInterruption());
   if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return ExitCode::Done;
   const bool unreachable = WIFEXITED(status) && WEXITSTATUS(status) == static_cast<int>(ExitCode::Unreachable);
   throw CommandFailure(unreachable ? ExitCode::Unreachable : ExitCode::Failed,

@@ -5,15 +5,23 @@
 #include <wx/dialog.h>
 #include <wx/evtloop.h>
 
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <iostream>
 
 #include "base/Text.h"
+#include "desktop/DemoProcess.h"
 #include "desktop/DesktopHost.h"
+#include "desktop/FirstRunDialog.h"
 #include "desktop/OpcionesFrame.h"
 #include "desktop/ProgramIcon.h"
+#include "desktop/ProgramPlaces.h"
 #include "desktop/StatusImportarWindow.h"
+#include "platform/assembly/ConfiguredHostFactory.h"
 #include "platform/assembly/DeferredSpreadsheetApplication.h"
 #include "platform/assembly/DeferredXmlLibrary.h"
+#include "platform/files/PosixFileHelper.h"
 #include "platform/hash/NettleHashService.h"
 #include "services/ResourceTexts.h"
 
@@ -24,6 +32,24 @@ constexpr int done = 0;
 constexpr int hostUnreachable = 4;
 
 constexpr int closingPause = 20;  // milliseconds
+
+std::string CannotBeRead(const std::string& configuration) {
+  try {
+    static_cast<void>(OpenHostConfiguration(configuration));
+    return {};
+  } catch (const HostError& error) {
+    return TextForPeople(error);
+  }
+}
+
+/// Makes `usual` lead to the configuration; a link that leads nowhere gives way.
+std::string LinkTo(const std::string& configuration, const std::filesystem::path& usual) {
+  std::error_code error;
+  std::filesystem::create_directories(usual.parent_path(), error);
+  if (!error && std::filesystem::is_symlink(usual)) std::filesystem::remove(usual, error);
+  if (!error) std::filesystem::create_symlink(std::filesystem::absolute(configuration), usual, error);
+  return error ? usual.native() + ": " + std::string(std::strerror(error.value())) : std::string();
+}
 
 /// The toolkit's own pickers, and boxes over them, run their own loops, and so does a menu; an answer ends them.
 void EndPickersAndMenus() {
@@ -62,6 +88,32 @@ int DesktopSession::Run(const std::string& configurationPath) {
     dialogs_.ShowMessage(MessageIcon::Exclamation, ResourceText(text_id::windowCaption), text);
     return hostUnreachable;
   }
+}
+
+int DesktopSession::RunFirst(const std::string& usualPath) {
+  UseProgramIcon();
+  PosixFileHelper files("/");
+  const char* const home = std::getenv("HOME");
+  const std::string manual = ShareFolder() / "doc/tolvan-impexp/manual.es.md";
+  FirstRun logic(dialogs_, files,
+                 {.usual = usualPath,
+                  .home = home == nullptr ? std::string() : home,
+                  .manual = files.FileExists(manual) ? manual : std::string()},
+                 {.makeDemo = [this](const std::string& folder) { return MakeDemoByCommand(folder, work_); },
+                  .check = CannotBeRead,
+                  .remember = [&](const std::string& configuration) { return LinkTo(configuration, usualPath); }});
+  const auto ask = [&] {
+    // Gone before the main window comes: the program ends with its last window.
+    FirstRunDialog dialog(logic);
+    return dialog.ShowModal() == wxID_OK ? dialog.Chosen() : std::string();
+  };
+  int code = done;
+  do {
+    const std::string chosen = ask();
+    if (chosen.empty()) return done;
+    code = Run(chosen);
+  } while (code == hostUnreachable && !work_.SessionEnds());
+  return code;
 }
 
 void DesktopSession::TellNotice(const ComponentContext& context) {

@@ -23,6 +23,10 @@ class DesktopSession {
   /// been told then.
   int Run(const std::string& configurationPath);
 
+  /// The same where nothing names a configuration and there is none at the usual place: asks for one first, until one
+  /// has been opened or the user closes.
+  int RunFirst(const std::string& usualPath);
+
   /// Ends what runs and closes every window, asking nobody. It returns at once; the windows are gone when what was
   /// open over them has come to its end.
   void End();

@@ -8,18 +8,17 @@
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <initializer_list>
 #include <string>
+
+#include "desktop/ProgramPlaces.h"
 
 namespace tolvan {
 namespace {
 
 /// The locales that come with the program, beside it in a build folder as under /usr.
 std::string OwnLocales() {
-  std::error_code ignored;
-  const auto program = std::filesystem::read_symlink("/proc/self/exe", ignored);
-  return program.parent_path().parent_path() / "share/tolvan-impexp/idioma";
+  return ShareFolder() / "tolvan-impexp/idioma";
 }
 
 void SetFirstThatIs(int category, std::initializer_list<const char*> names) {

@@ -5,6 +5,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <string>
 
@@ -22,9 +23,7 @@ std::string Environment(const char* name) {
   return value == nullptr ? std::string() : value;
 }
 
-std::string DefaultHost() {
-  const std::string named = Environment("TOLVAN_HOST");
-  if (!named.empty()) return named;
+std::string UsualHost() {
   const std::string xdg = Environment("XDG_CONFIG_HOME");
   const std::string folder = xdg.empty() ? Environment("HOME") + "/.config" : xdg;
   return folder + "/tolvan/tolvan.ini";
@@ -32,6 +31,7 @@ std::string DefaultHost() {
 
 class Application : public wxApp {
  public:
+  /// Without a host it is the one at the usual place.
   explicit Application(std::string host) : host_(std::move(host)) {
     SetAppName("tolvan-ventana");
     SetClassName("tolvan-ventana");
@@ -41,7 +41,10 @@ class Application : public wxApp {
     g_unix_signal_add(SIGTERM, &Application::OnSignal, &session_);
     g_unix_signal_add(SIGINT, &Application::OnSignal, &session_);
     g_unix_signal_add(SIGHUP, &Application::OnSignal, &session_);
-    return session_.Run(host_);
+    if (!host_.empty()) return session_.Run(host_);
+    const std::string usual = UsualHost();
+    std::error_code ignored;
+    return std::filesystem::exists(usual, ignored) ? session_.Run(usual) : session_.RunFirst(usual);
   }
 
  private:
@@ -55,9 +58,10 @@ class Application : public wxApp {
   tolvan::DesktopSession session_{clock_};
 };
 
-/// The configuration named on the command line, or the usual one; nothing when the arguments are not understood.
+/// The configuration named on the command line or in the environment, empty when none is; nothing when the arguments
+/// are not understood.
 std::optional<std::string> HostOf(int count, char** arguments) {
-  if (count == 1) return DefaultHost();
+  if (count == 1) return Environment("TOLVAN_HOST");
   if (count == 3 && std::string(arguments[1]) == "--host") return arguments[2];
   return std::nullopt;
 }

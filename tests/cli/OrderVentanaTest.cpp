@@ -25,6 +25,11 @@ TEST_F(OrderVentana, StartsTheProgramOnTheSameHostAndWaits) {
   Write("echo \"$@\" > " + folder.File("dicho"));
   EXPECT_EQ(runner.Run({"ventana"}).code, 0);
   EXPECT_EQ(test::ReadFile(folder.File("dicho")), "--host " + runner.host + "\n");
+  runner.host = folder.File("no-hay.ini");
+  EXPECT_EQ(runner.Run({"ventana"}).code, 4) << "named, and not there";
+  runner.host.clear();
+  EXPECT_EQ(runner.Run({"ventana"}).code, 0) << "none yet: the program asks for one";
+  EXPECT_EQ(test::ReadFile(folder.File("dicho")), "\n");
 }
 
 TEST_F(OrderVentana, TellsWhyThereIsNoWindow) {
