@@ -42,14 +42,6 @@ TEST(CommandLine, TwoDashesEndTheOptions) {
   EXPECT_EQ(Joined(ParseCommandLine({"varios", "uno", "-", "--", "--b", "-c"}, orders).given), "uno - --b -c ");
 }
 
-TEST(CommandLine, HelpAndVersionNeedNothingElse) {
-  for (const char* word : {"-h", "--help", "--ayuda"}) {
-    EXPECT_TRUE(ParseCommandLine({word}, orders).help);
-    EXPECT_TRUE(ParseCommandLine({"uno", word}, orders).help);
-  }
-  EXPECT_TRUE(ParseCommandLine({"--version"}, orders).version);
-}
-
 TEST(CommandLine, WrongUsageIsToldInSpanishAndNamed) {
   const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
       {{}, "Falta la orden"},

@@ -133,7 +133,8 @@ TEST(Command, AResultThatCannotBeWrittenIsAFailureUnlessNobodyWantsIt) {
   std::signal(SIGPIPE, SIG_IGN);
   test::CommandRunner runner;
   const std::vector<std::pair<std::vector<std::string>, int>> cases = {
-      {{"--ayuda"}, 0}, {{"--version"}, 0}, {{"rnc", "1"}, 0}, {{"--json", "rnc", "1"}, 0}, {{"--json", "nada"}, 2}};
+      {{"--ayuda"}, 0},       {{"--help"}, 0}, {{"--version"}, 0}, {{"rnc", "1"}, 0}, {{"--json", "rnc", "1"}, 0},
+      {{"--json", "nada"}, 2}};
   for (const auto& [words, code] : cases) {
     DescriptorBuffer lost(full.Number());
     runner.outputBuffer = &lost;
