@@ -80,7 +80,6 @@ void PriceImporter::Warn(std::string_view text) const {
 
 bool PriceImporter::Procesar(StatusWindow& callingWindow) {
   outcome_ = {};
-  end_ = {};
   ForgetRows();
   if (!Read(callingWindow) || !ClassifyRead()) return false;
   Review();

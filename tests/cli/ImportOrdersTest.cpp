@@ -124,7 +124,9 @@ TEST_F(ImportOrders, DoWhatTheRowMenuDoes) {
   EXPECT_EQ(runner.Run({"importar-movilnet", book, "--asociar", "3=NOHAY"}).code, 1);
   EXPECT_EQ(runner.Run({"importar-movilnet", book, "--codigo", "2=" + code}).code, 1);
   for (const std::string nobody : {"9=", "h3="}) {
-    EXPECT_EQ(runner.Run({"importar-movilnet", book, "--asociar", nobody + code}).code, 1) << nobody;
+    const test::CommandResult refused = runner.Run({"importar-movilnet", book, "--asociar", nobody + code});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_TRUE(refused.messages.starts_with("No se aplicó nada: no hay un renglón ")) << refused.messages;
   }
   EXPECT_EQ(Query("SELECT count(*), total(Precio) FROM Precios"), before);
   const test::CommandResult result = runner.Run({"--json", "importar-movilnet", book, "--asociar", "3=" + code,

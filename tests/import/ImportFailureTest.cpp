@@ -155,7 +155,7 @@ TEST_F(ImportFailure, OfAnotherListNamesWhatIsWrongWithIt) {
     std::string cause;
   };
   const std::vector<Case> cases{
-      {3, {"Modelo", "Marca"}, "en la fila 3 la columna B se titula «Marca», que corresponde a la columna C."},
+      {3, {"Modelo", "Código"}, "en la fila 3 la columna B se titula «Código», que corresponde a la columna A."},
       {4,
        {" código", none, none, none, "pvp "},
        "en la fila 4 la columna E se titula «pvp», que corresponde a la columna F."},

@@ -46,7 +46,10 @@ TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
   };
   const std::vector<Case> cases{
       {{"nuevo 1", "tv  led", "", "", 10.5, 15.0}, RowAction::Create, true},
-      {{"viejo", "x", "ACME", "DEF", 10.0, 118.0}, RowAction::None, false, "sin cambios en costo ni PVP"},
+      {{"viejo", "x", "ACME", "DEF", 10.0, "caro"},
+       RowAction::None,
+       false,
+       "sin cambios en costo ni PVP; el PVP no es un número (caro) y no se toma en cuenta"},
       {{"exento", "x", "ACME", "DEF", 7.5, 21.25}, RowAction::Update, false, "", "1.2500"},
       {{"sinprincipal", "x", "", "", 1.0, 1.0},
        RowAction::None,
@@ -65,11 +68,13 @@ TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
        true,
        "el costo no es un número (gratis) y no se toma en cuenta; el PVP no es un número (0) y no se toma en cuenta; "
        "el Item se crea con costo 0; el Item se crea sin precio"},
-      {{"n5", "x", "", "", none, none, none, "caja", "12", 1.0, "3"},
+      {{"n5", "x", "", "", "nada", none, none, "caja", "12", 1.0, "3"},
        RowAction::Create,
        true,
-       "el multiplicador no es un número (12) y no se toma en cuenta; el costo de la unidad alterna no es un número "
-       "(3) y no se toma en cuenta; la unidad CAJA no se toma en cuenta: su multiplicador no es mayor que 1"},
+       "el costo no es un número (nada) y no se toma en cuenta; el multiplicador no es un número (12) y no se toma en "
+       "cuenta; el costo de la unidad alterna no es un número "
+       "(3) y no se toma en cuenta; la unidad CAJA no se toma en cuenta: su multiplicador no es mayor que 1; el Item "
+       "se crea con costo 0"},
       {{1234567890123.0, "numero"}, RowAction::Create, true},
   };
   for (const Case& each : cases) sheets.rows.push_back(each.row);
@@ -95,9 +100,9 @@ TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
 TEST_F(PreciosExcel, CreatesItemsWholeAndKeepsFormerValues) {
   sheets.rows = {{"nuevo", "articulo", "OTRA", "SERIAL", 100.0, 118.0, none, "caja", 6.0, 708.0, 600.0},
                  {"SUELTO", "suelto", "ACME", "TIENDA", 20.0, 23.6, none, "caja", 6.0, 118.0, 100.0, none, 3.0},
-                 {"VIEJO", "x", "ACME", "DEF", 12.0, 236.0, none, "caja", 12.0, 1180.0, 120.0},
+                 {"VIEJO", "x", "ACME", "DEF", 12.0, 236.0, none, "caja", 12.0, 1180.0, 120.0, none, 0.3},
                  {"EXENTO", "x", "ACME", "DEF", 7.5, 30.0}};
-  Import();
+  EXPECT_TRUE(Import().at(2).remarks.empty());
   ASSERT_TRUE(applied) << outcome.failure << outcome.cause;
   EXPECT_EQ(Query("SELECT * FROM Marcas WHERE idMarca = 'OTRA'"), "OTRA,OTRA");
   EXPECT_EQ(Query("SELECT idDepartamento, Descripcion FROM Departamentos WHERE idDepartamento = 'TIENDA'"),
@@ -115,8 +120,8 @@ TEST_F(PreciosExcel, CreatesItemsWholeAndKeepsFormerValues) {
             "NUEVO,DEF,DEF,0,100,NULL,False|NUEVO,DEF,DEF,1,100,NULL,False|SUELTO,CAJA,DEF,0,100,NULL,False|"
             "SUELTO,CAJA,DEF,1,100,NULL,False|SUELTO,DEF,DEF,0,20,NULL,False|SUELTO,DEF,DEF,1,20,NULL,False");
   EXPECT_EQ(Query("SELECT * FROM ItemsUnidadesInv WHERE idItem IN ('VIEJO', 'EXENTO') ORDER BY 1, 2, 3"),
-            "EXENTO,DEF,0,7.5,0,0.15,0|VIEJO,CAJA,0,120,0,2.4,0|VIEJO,CAJA,1,120,0,2.4,0|VIEJO,UND,0,12,10,0.24,0.2|"
-            "VIEJO,UND,1,12,10,0.24,0.2");
+            "EXENTO,DEF,0,7.5,0,0.15,0|VIEJO,CAJA,0,120,0,2.4,0|VIEJO,CAJA,1,120,0,2.4,0|VIEJO,UND,0,12,10,0.3,0.2|"
+            "VIEJO,UND,1,12,10,0.3,0.2");
   EXPECT_EQ(Query("SELECT * FROM Precios WHERE idItem IN ('VIEJO', 'EXENTO') ORDER BY 1, 2, 4"),
             "EXENTO,DEF,DEF,0,30,20,False|EXENTO,DEF,DEF,1,30,NULL,False|VIEJO,CAJA,DEF,0,1000,NULL,False|"
             "VIEJO,CAJA,DEF,1,1000,NULL,False|VIEJO,UND,DEF,0,200,100,False|VIEJO,UND,DEF,1,200,NULL,False");
@@ -147,6 +152,7 @@ TEST_F(PreciosExcel, AppliesTheAlternateUnitOnlyWhereItIsTheItemsOwn) {
        {"la unidad CAJA no se toma en cuenta: su multiplicador no es mayor que 1"}},
       {{"def", 12.0}, RowAction::None, {nothingNamed}},
       {{"", none, 5.0}, RowAction::None, {nothingNamed}},
+      {{"", none, none, 5.0}, RowAction::None, {nothingNamed}},
       {{"def", 1.0}, RowAction::None, {}},
       {{"caja", 12.4, 1180.0}, RowAction::Update, {"el multiplicador 12.4 se redondea a 12"}},
       {{"", none, none, none, none, 5.0},

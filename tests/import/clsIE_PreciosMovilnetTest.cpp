@@ -57,12 +57,15 @@ TEST_F(PreciosMovilnet, CreatesAndThenFindsItsItemsAgain) {
             "TBLCURVE8520,Curve 8520,BLACKBERRY,DEF,False,32|TSAGALAXYY,Galaxy Y,SAMSUNG,GSM,False,32");
   EXPECT_EQ(Query("SELECT Inv, Precio, PrecioAnterior, Fijo FROM Precios WHERE idItem = 'TSAGALAXYY'"),
             "0,100,NULL,True|1,100,NULL,True");
-  sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 236, 60), Line("Galaxy Y", "Samsung", "GSM", 999, 999)};
+  sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 236, 60),
+                 Line("Galaxy Y", "Samsung", "GSM", 999, 999),
+                 {"Curve", "Blackberry", "GSM", none, 5.0, none, "caro"}};
   Import([&](IClaseImportar& shown) {
     const ReviewRow row = made->RowAt(1);
     EXPECT_EQ(row.action, RowAction::Update);
     EXPECT_EQ(row.difference.ToText(), "118.0000");
     EXPECT_FALSE(row.codeFree);
+    EXPECT_TRUE(made->ReadingNote().ends_with("en la fila 6 de la hoja: la columna G (costo) no es un número (caro)."));
     EXPECT_EQ(made->LineOf(1)[2], "Sí");  // deliberate: taken, not free
     EXPECT_EQ(made->RowAt(2).reason, "el modelo se repite: ya está en la fila 4 de la hoja");
     EXPECT_TRUE(shown.Iniciar(status));
@@ -72,6 +75,10 @@ TEST_F(PreciosMovilnet, CreatesAndThenFindsItsItemsAgain) {
   EXPECT_EQ(Query("SELECT Inv, CostoActual, CostoAnterior, CostoActual_Ext, CostoAnterior_Ext FROM ItemsUnidadesInv "
                   "WHERE idItem = 'TSAGALAXYY'"),
             "0,60,50,1.2,1|1,60,50,1.2,1");
+  sheets.firstRow = 3;  // the list without its headings
+  Import([](IClaseImportar&) { FAIL(); });
+  EXPECT_TRUE(
+      host.services.dialogs.boxes.back().text.ends_with("en la fila 3 ya hay datos, que deben comenzar en la 4."));
 }
 
 TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
