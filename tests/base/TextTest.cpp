@@ -81,22 +81,20 @@ TEST(Text, ReplacesLeftToRightWithoutLookingBack) {
   struct Case {
     std::string text, what, with, exact, ignoringCase;
   };
-  const std::vector<Case> cases = {
-      {"aaa", "aa", "a", "aa", "aa"},
-      {"abab", "ab", "abab", "abababab", "abababab"},
-      {"xAx", "a", "", "xAx", "xx"},
-      {"Ñoño ñO", "ñO", "-", "Ñoño -", "-- -"},
-      {"%1 y %1", "%1", "Tolvan", "Tolvan y Tolvan", "Tolvan y Tolvan"},
-      {"abc", "", "z", "abc", "abc"},
-      {"ab", "abc", "z", "ab", "ab"},
-      {"\xC3"
-       "A",
-       "a", "b",
-       "\xC3"
-       "A",
-       "\xC3"
-       "b"},
-  };
+  const std::vector<Case> cases = {{"aaa", "aa", "a", "aa", "aa"},
+                                   {"abab", "ab", "abab", "abababab", "abababab"},
+                                   {"xAx", "a", "", "xAx", "xx"},
+                                   {"Ñoño ñO", "ñO", "-", "Ñoño -", "-- -"},
+                                   {"%1 y %1", "%1", "Tolvan", "Tolvan y Tolvan", "Tolvan y Tolvan"},
+                                   {"abc", "", "z", "abc", "abc"},
+                                   {"ab", "abc", "z", "ab", "ab"},
+                                   {"\xC3"
+                                    "A",
+                                    "a", "b",
+                                    "\xC3"
+                                    "A",
+                                    "\xC3"
+                                    "b"}};
   for (const Case& c : cases) {
     EXPECT_EQ(ReplaceAll(c.text, c.what, c.with), c.exact) << c.text;
     EXPECT_EQ(ReplaceAllIgnoringCase(c.text, c.what, c.with), c.ignoringCase) << c.text;

@@ -64,9 +64,6 @@ TEST_F(ImportOrders, SimulateApplyAndReport) {
                 unused +
                 "\r\n"
                 "No procesar,6,,'=Y,,,,,el código queda vacío al quitarle los espacios\r\n");
-  // The same list again changes nothing, whatever rounding lost on the way.
-  result = runner.Run({"--json", "importar-excel", book});
-  EXPECT_EQ(json::parse(result.output)["resumen"]["no_procesados"], 2);
 }
 
 TEST_F(ImportOrders, WriteTheReportAsAWorkbook) {
@@ -167,10 +164,6 @@ TEST_F(ImportOrders, FailWithTheComponentsText) {
   const json nothing =
       json::parse(runner.Run({"--json", "importar-movilnet", places.examples + "/precios.xlsx"}).output);
   EXPECT_EQ(nothing["aplicado"], false);
-  runner.interruption.requested = true;
-  const std::string before = Query("SELECT count(*) FROM Items");
-  EXPECT_EQ(runner.Run({"importar-excel", book}).code, 1);
-  EXPECT_EQ(Query("SELECT count(*) FROM Items"), before);
 }
 
 }  // namespace

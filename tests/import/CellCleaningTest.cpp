@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "import/AmountCell.h"
 #include "import/MovilnetCode.h"
 
@@ -14,16 +16,14 @@ TEST(CellCleaning, MakesCodesAndDescriptions) {
     const char* code;
     const char* description;
   };
-  const Case cases[] = {
-      {"ab 12-x", "AB12-X", "AB 12X"},
-      {"  a\r\nb ", "AB", "AB"},
-      {"12345678901234567890", "12345678901234", "12345678901234567890"},
-      {"ñandú ñandú ñandú ñ", "ÑANDÚÑANDÚÑAND", "ÑANDÚ ÑANDÚ ÑANDÚ Ñ"},
-      {"TV  23.5/LED-x", "TV23.5/LED-X", "TV 235LEDX"},
-      {"a   b", "AB", "A  B"},
-      {" - ", "-", ""},
-      {"   ", "", ""},
-  };
+  const Case cases[] = {{"ab 12-x", "AB12-X", "AB 12X"},
+                        {"  a\r\nb ", "AB", "AB"},
+                        {"12345678901234567890", "12345678901234", "12345678901234567890"},
+                        {"ñandú ñandú ñandú ñ", "ÑANDÚÑANDÚÑAND", "ÑANDÚ ÑANDÚ ÑANDÚ Ñ"},
+                        {"TV  23.5/LED-x", "TV23.5/LED-X", "TV 235LEDX"},
+                        {"a   b", "AB", "A  B"},
+                        {" - ", "-", ""},
+                        {"   ", "", ""}};
   for (const Case& each : cases) {
     EXPECT_EQ(CleanCode(each.text, itemCodeLength), each.code) << each.text;
     EXPECT_EQ(CleanDescription(each.text, descriptionLength), each.description) << each.text;
@@ -33,19 +33,12 @@ TEST(CellCleaning, MakesCodesAndDescriptions) {
 }
 
 TEST(AmountInCell, KeepsWhatFifteenDigitsHold) {
-  struct Case {
-    std::int64_t count;
-    std::int64_t kept;
-  };
-  const Case cases[] = {{0, 0},
-                        {999'999'999'999'999, 999'999'999'999'999},
-                        {-1'234'567'890'123'455, -1'234'567'890'123'460},
-                        {1'234'567'890'123'454, 1'234'567'890'123'450},
-                        {9'223'372'036'854'775'807, 9'223'372'036'854'770'000}};
-  for (const Case& each : cases) {
-    const Currency kept = AmountInCell(Currency::FromTenThousandths(each.count));
-    EXPECT_EQ(kept.TenThousandths(), each.kept) << each.count;
-    EXPECT_EQ(AmountInCell(kept), kept);
+  const std::map<std::int64_t, std::int64_t> cases{{999'999'999'999'999, 999'999'999'999'999},
+                                                   {-1'234'567'890'123'455, -1'234'567'890'123'460},
+                                                   {1'234'567'890'123'454, 1'234'567'890'123'450},
+                                                   {9'223'372'036'854'775'807, 9'223'372'036'854'770'000}};
+  for (const auto& [count, kept] : cases) {
+    EXPECT_EQ(AmountInCell(Currency::FromTenThousandths(count)).TenThousandths(), kept);
   }
 }
 

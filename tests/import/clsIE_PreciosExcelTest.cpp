@@ -75,8 +75,7 @@ TEST_F(PreciosExcel, DecidesOnEveryKindOfRow) {
        "cuenta; el costo de la unidad alterna no es un número "
        "(3) y no se toma en cuenta; la unidad CAJA no se toma en cuenta: su multiplicador no es mayor que 1; el Item "
        "se crea con costo 0"},
-      {{1234567890123.0, "numero"}, RowAction::Create, true},
-  };
+      {{1234567890123.0, "numero"}, RowAction::Create, true}};
   for (const Case& each : cases) sheets.rows.push_back(each.row);
   sheets.rows.push_back({});
   sheets.rows.push_back({"DESPUES", "de un hueco no se lee"});
@@ -160,8 +159,7 @@ TEST_F(PreciosExcel, AppliesTheAlternateUnitOnlyWhereItIsTheItemsOwn) {
        {"el costo en moneda extranjera no se toma en cuenta, porque el costo no cambia"}},
       {{"caja", 24.0, 1180.0}, RowAction::None, {"la unidad CAJA del Item es de 12 y no de 24: no se toma en cuenta"}},
       {{"saco", 12.0, 1180.0}, RowAction::None, {"el Item no tiene la unidad SACO: no se toma en cuenta"}},
-      {{"und", 12.0, 1180.0}, RowAction::None, {"el Item no tiene la unidad UND: no se toma en cuenta"}},
-  };
+      {{"und", 12.0, 1180.0}, RowAction::None, {"el Item no tiene la unidad UND: no se toma en cuenta"}}};
   for (const Case& each : cases) {
     test::GivenRow row{"VIEJO", "x", "", "", 10.0, 118.0, none};
     row.insert(row.end(), each.unit.begin(), each.unit.end());
@@ -246,12 +244,6 @@ TEST_F(PreciosExcel, AppliesWhatHoldsWhenItAppliesAndCountsThat) {
             std::tuple(1, 0, 2, ""));
   EXPECT_EQ(Query("SELECT Precio, PrecioAnterior FROM Precios WHERE idItem = 'VIEJO'"), "200,NULL");
   EXPECT_EQ(Query("SELECT Descripcion FROM Items WHERE idItem IN ('NUEVO', 'OTRO') ORDER BY idItem"), "NULL|DOS");
-}
-
-TEST_F(PreciosExcel, AppliesAnEmptyWorkbook) {
-  Import();
-  EXPECT_TRUE(applied);
-  EXPECT_EQ(numbers, (std::vector<std::int32_t>{0, 0, 0}));
 }
 
 }  // namespace
