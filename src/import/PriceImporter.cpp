@@ -1,5 +1,7 @@
 #include "import/PriceImporter.h"
 
+#include <algorithm>
+#include <span>
 #include <stdexcept>
 #include <utility>
 
@@ -258,16 +260,22 @@ void PriceImporter::IClaseImportar_PintarLV(ReviewList& list, std::int32_t row, 
       for (std::int32_t each = 1; each <= NumeroRenglones(); ++each) {
         if (TabOf(ActionOf(each)) == tab) list.Add(each);
       }
-    } else if (IsRow(row) && list.Contains(row)) {
-      removed = TabOf(ActionOf(row)) != tab;
-      if (removed) {
-        list.Remove(row);
-      } else {
-        list.Refresh(row);
-      }
+    } else if (IsRow(row)) {
+      removed = PaintRow(list, row, tab);
+      for (const std::int32_t other : AlsoChanged()) static_cast<void>(PaintRow(list, other, tab));
     }
   }
   if (removed) TellRemoval();
+}
+
+/// Whether the row was taken away.
+bool PriceImporter::PaintRow(ReviewList& list, std::int32_t row, int tab) const {
+  const bool listed = list.Contains(row);
+  const bool belongs = TabOf(ActionOf(row)) == tab;
+  if (listed && belongs) list.Refresh(row);
+  if (listed && !belongs) list.Remove(row);
+  if (!listed && belongs) list.Add(row);
+  return listed && !belongs;
 }
 
 void PriceImporter::TellRemoval() {
@@ -328,6 +336,19 @@ std::string PriceImporter::NoteOfAll() const {
   return note + std::to_string(count) +
          " renglones que se procesarán tienen observaciones; el primero es el de la fila " + std::to_string(first) +
          ".";
+}
+
+std::string PriceImporter::NoteOfChange() const {
+  constexpr std::size_t mostNamed = 3;
+  const std::vector<std::int32_t> changed = AlsoChanged();
+  std::string note;
+  for (const std::int32_t number : std::span(changed).first(std::min(changed.size(), mostNamed))) {
+    const ReviewRow row = RowAt(number);
+    note += "También cambió la fila " + std::to_string(row.sheetRow) + " (" + row.code +
+            "): " + std::string(ActionText(row.action)) + ". ";
+  }
+  if (changed.size() > mostNamed) note += "Y " + std::to_string(changed.size() - mostNamed) + " más. ";
+  return note;
 }
 
 std::optional<Currency> PriceImporter::AmountOf(std::int32_t row, std::size_t column) const {

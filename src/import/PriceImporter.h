@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/HashService.h"
 #include "host/SpreadsheetApplication.h"
@@ -72,6 +73,7 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   ReviewLine LineOf(std::int32_t row) const final;
   std::string NoteOf(std::int32_t row) const final;
   std::string NoteOfAll() const final;
+  std::string NoteOfChange() const final;
   std::optional<Currency> AmountOf(std::int32_t row, std::size_t column) const final;
 
  protected:
@@ -102,6 +104,9 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   /// Whether applying may begin; when not, the user has been told. Throws HostError.
   virtual bool MayApply() { return true; }
 
+  /// The rows that the last change of a row by the user changed besides that row, ascending.
+  virtual std::vector<std::int32_t> AlsoChanged() const { return {}; }
+
   virtual RowAction ActionOf(std::int32_t row) const = 0;
   virtual ItemCreation CreationOf(std::int32_t number, const ApplyTables& tables) const = 0;
   virtual ItemUpdate UpdateOf(std::int32_t number, const ApplyTables& tables) const = 0;
@@ -124,6 +129,7 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   void CountActions();
   bool FailSilently(const HostError& error);
   std::string Explain(const std::exception& cause) const;
+  bool PaintRow(ReviewList& list, std::int32_t row, int tab) const;
   void TellRemoval();
 
   const ComponentContext* context_;

@@ -16,6 +16,7 @@ namespace tolvan {
 using ReviewLine = std::array<std::string, 8>;
 
 namespace review_column {
+inline constexpr std::size_t description = 3;
 inline constexpr std::size_t cost = 4;
 inline constexpr std::size_t price = 5;
 inline constexpr std::size_t difference = 6;
@@ -34,6 +35,9 @@ class ReviewLineSource {
   /// What there is to say of the list as a whole, such as rows of the file that were not read. Spanish; may be empty.
   virtual std::string NoteOfAll() const { return {}; }
 
+  /// Which other rows the last change of a row changed too, and how; empty when none. Spanish.
+  virtual std::string NoteOfChange() const { return {}; }
+
   /// The amount behind the text of a column, for sorting; nothing where the column shows none.
   virtual std::optional<Currency> AmountOf(std::int32_t /*row*/, std::size_t /*column*/) const { return std::nullopt; }
 };
@@ -49,7 +53,7 @@ class ReviewList {
   /// Empties the list and takes the texts of what is added from `source`, which outlives its use here.
   virtual void Clear(const ReviewLineSource& source) = 0;
 
-  /// Adds a line behind the others; rows are added in ascending order. Its key is KeyOf(row).
+  /// Adds the line of a row that is not there, in the order of the rows. Its key is KeyOf(row).
   virtual void Add(std::int32_t row) = 0;
 
   /// Shows a line's texts anew, or takes it away; nothing happens when it is not there.

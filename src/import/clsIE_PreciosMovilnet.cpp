@@ -80,15 +80,28 @@ bool clsIE_PreciosMovilnet::ChangeRow(std::int32_t row, MovilnetRow changed) {
     return false;
   }
   if (decision.front().lost) return false;
+  const std::vector<MovilnetDecision> before = decisions_;
   rows_[index] = std::move(changed);
   decisions_[index] = std::move(decision.front());
   MovilnetClassifier::Settle(rows_, decisions_);
+  NoteChanges(row, before);
   return true;
+}
+
+/// What is settled among the rows may change others: of two with one code the second is not processed.
+void clsIE_PreciosMovilnet::NoteChanges(std::int32_t row, const std::vector<MovilnetDecision>& before) {
+  alsoChanged_.clear();
+  for (std::int32_t other = 1; other <= NumeroRenglones(); ++other) {
+    const MovilnetDecision& then = before[static_cast<std::size_t>(other) - 1];
+    const MovilnetDecision& now = DecisionOf(other);
+    if (other != row && (then.action != now.action || then.reason != now.reason)) alsoChanged_.push_back(other);
+  }
 }
 
 void clsIE_PreciosMovilnet::ForgetRows() {
   rows_.clear();
   decisions_.clear();
+  alsoChanged_.clear();
 }
 
 std::string clsIE_PreciosMovilnet::TakeRow(const SheetRow& row) {

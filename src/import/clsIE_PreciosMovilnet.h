@@ -29,6 +29,7 @@ class clsIE_PreciosMovilnet final : public PriceImporter {
   std::string TakeRow(const SheetRow& row) override;
   void Classify(const DepartmentTable& departments, const TaxTable& taxes) override;
   bool MayApply() override;
+  std::vector<std::int32_t> AlsoChanged() const override { return alsoChanged_; }
   RowAction ActionOf(std::int32_t row) const override { return DecisionOf(row).action; }
   ItemCreation CreationOf(std::int32_t number, const ApplyTables& tables) const override;
   ItemUpdate UpdateOf(std::int32_t number, const ApplyTables& tables) const override;
@@ -37,11 +38,13 @@ class clsIE_PreciosMovilnet final : public PriceImporter {
 
   MovilnetClassifier Classifier() const;
   bool ChangeRow(std::int32_t row, MovilnetRow changed);
+  void NoteChanges(std::int32_t row, const std::vector<MovilnetDecision>& before);
   const MovilnetRow& ReadRow(std::int32_t row) const { return rows_[static_cast<std::size_t>(row) - 1]; }
   const MovilnetDecision& DecisionOf(std::int32_t row) const { return decisions_[static_cast<std::size_t>(row) - 1]; }
 
   std::vector<MovilnetRow> rows_;
   std::vector<MovilnetDecision> decisions_;  // one for each row, once they are classified
+  std::vector<std::int32_t> alsoChanged_;    // by the last change, besides the row that was meant
   Rate generalRate_;                         // of the last classification of all rows
   StoredCodes items_;                        // likewise
 };

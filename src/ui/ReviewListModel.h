@@ -40,6 +40,8 @@ class ReviewListModel final : public ReviewList {
   /// What there is to say of all rows, in the list or not.
   std::string NoteOfAll() const { return source_ == nullptr ? std::string() : source_->NoteOfAll(); }
 
+  std::string NoteOfChange() const { return source_ == nullptr ? std::string() : source_->NoteOfChange(); }
+
  private:
   void Changed();
   void Sort();

@@ -101,7 +101,11 @@ TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
     EXPECT_TRUE(shown.AsignarItem(4, "VIEJO"));
     shown.PintarLV(list, 4, 1);
     EXPECT_EQ(std::tuple(shown.NumeroRenglones(), shown.NumeroNuevos(), shown.NumeroAsociados()), std::tuple(4, 3, 1));
+    shown.PintarLV(list, 0, 3);
     EXPECT_TRUE(shown.AsignarItem(3, "viejo"));  // and then row 4 comes second
+    shown.PintarLV(list, 3, 3);
+    EXPECT_EQ(std::pair(list.Contains(3), list.Contains(4)), std::pair(false, true));
+    EXPECT_EQ(made->NoteOfChange(), "También cambió la fila 7 (TNOLUMIA): No procesar. ");
     EXPECT_EQ(made->RowAt(4).reason, "el Item VIEJO se repite: ya está en la fila 6 de la hoja");
     EXPECT_TRUE(shown.AsignarItem(3, ""));
     shown.PintarLV(list, 0, 3);
