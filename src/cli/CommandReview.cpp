@@ -107,7 +107,7 @@ bool CommandReview::Change(const RowChange& change, std::int32_t number) {
   return form_.mnuRenglonR_Click(0, number);
 }
 
-std::optional<std::string> CommandReview::PickItem(const SqlStatement& items) {
+std::optional<std::string> CommandReview::PickItem(const SqlStatement& items, std::string_view) {
   DatabaseServices& database = context_.application.Database();
   const StoredCodes stored = StoredCodes::OfItems(database);
   SqlStatement search = items;

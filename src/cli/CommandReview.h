@@ -58,7 +58,7 @@ class CommandReview final : public ImportReview, private StatusImportarView {
   void SetSummary(int, std::string_view text) override { summary_.emplace_back(text); }
   void EnableAccept(bool) override {}
   void PopUpMenu(bool, bool, bool) override {}
-  std::optional<std::string> PickItem(const SqlStatement& items) override;
+  std::optional<std::string> PickItem(const SqlStatement& items, std::string_view subject) override;
   void Close() override {}
   std::unique_ptr<StatusDisplay> OpenStatus() override { return status_.OpenStatus(); }
 

@@ -7,14 +7,23 @@
 
 #include "desktop/ControlName.h"
 #include "desktop/DialogButtons.h"
+#include "desktop/ListText.h"
 #include "desktop/PanelParts.h"
+#include "desktop/TextScale.h"
 #include "desktop/WxText.h"
 
 namespace tolvan {
+namespace {
+
+constexpr unsigned descriptionColumn = 1;
+constexpr unsigned priceColumn = 2;
+
+}  // namespace
 
 class FoundLines : public wxDataViewVirtualListModel {
  public:
-  explicit FoundLines(const ItemSearch& search) : search_(search) {}
+  FoundLines(const ItemSearch& search, std::function<std::string(Currency)> priceText)
+      : search_(search), priceText_(std::move(priceText)) {}
 
   void GetValueByRow(wxVariant& value, unsigned line, unsigned column) const override {
     if (line >= search_.Count()) {
@@ -22,37 +31,51 @@ class FoundLines : public wxDataViewVirtualListModel {
       return;
     }
     const FoundItem& item = search_.At(line);
-    value = ToWx(column == 0 ? item.code : item.description);
+    if (column == priceColumn) {
+      value = item.price ? ToWx(priceText_(*item.price)) : wxString();
+    } else {
+      value = ToWx(column == 0 ? item.code : item.description);
+    }
   }
   bool SetValueByRow(const wxVariant&, unsigned, unsigned) override { return false; }
 
  private:
   const ItemSearch& search_;
+  std::function<std::string(Currency)> priceText_;
 };
 
-ItemSearchDialog::ItemSearchDialog(wxWindow* parent, ItemSearch& search)
+ItemSearchDialog::ItemSearchDialog(wxWindow* parent, ItemSearch& search, std::string_view subject,
+                                   std::function<std::string(Currency)> priceText)
     : wxDialog(parent, wxID_ANY, "Buscar Item", wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       search_(search),
       filter_(new wxTextCtrl(this, wxID_ANY)),
       list_(new wxDataViewCtrl(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxDV_SINGLE | wxDV_ROW_LINES)),
-      lines_(new FoundLines(search)) {
+      lines_(new FoundLines(search, std::move(priceText))) {
   constexpr const char* filterLabel = "Código o descripción del Item:";
   NameControl(*this, "buscarItem");
   NameControl(*filter_, "txtBuscar", filterLabel);
   NameControl(*list_, "lvItems", "Items");
+  FitHeight(*filter_);
   list_->AssociateModel(lines_.get());
-  list_->AppendTextColumn(wxString::FromUTF8("Código"), 0, wxDATAVIEW_CELL_INERT, FromDIP(140), wxALIGN_LEFT,
-                          wxDATAVIEW_COL_RESIZABLE);
-  list_->AppendTextColumn(wxString::FromUTF8("Descripción"), 1, wxDATAVIEW_CELL_INERT, FromDIP(340), wxALIGN_LEFT,
-                          wxDATAVIEW_COL_RESIZABLE);
-  list_->SetMinSize(FromDIP(wxSize(520, 300)));
+  AppendTexts(*list_, wxString::FromUTF8("Código"), 0, WidthScaledToText(*this, 140));
+  TakeSpareWidth(
+      AppendTexts(*list_, wxString::FromUTF8("Descripción"), descriptionColumn, WidthScaledToText(*this, 300)));
+  AppendTexts(*list_, "PVP", priceColumn, WidthScaledToText(*this, 100), wxALIGN_RIGHT);
+  ShowWholeTexts(*list_, descriptionColumn);
+  list_->SetMinSize(ScaledToText(*this, wxSize(580, 300)));
   auto* const all = new wxBoxSizer(wxVERTICAL);
+  auto* const row = MakeLabel(*this, subject);
+  row->SetMaxSize(wxSize(WidthScaledToText(*this, 580), -1));
+  row->SetToolTip(ToWx(subject));
+  NameControl(*row, "lbRenglon");
+  all->Add(row, wxSizerFlags().Border(wxLEFT | wxRIGHT | wxTOP, Gap(*this)));
   all->Add(MakeLabel(*this, filterLabel), wxSizerFlags().Border(wxALL, Gap(*this)));
   all->Add(filter_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, Gap(*this)));
   all->Add(list_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT, Gap(*this)));
   accept_ = AddDialogButtons(*this, *all, "bBuscarAceptar", "bBuscarCancelar");
-  SetSizerAndFit(all);
+  SetSizer(all);
+  FitToScreen(*this, {{list_, ScaledToText(*this, wxSize(300, 120))}});
   CentreOnParent();
   BindEvents();
   Filter();

@@ -4,8 +4,10 @@
 #include <wx/dataview.h>
 #include <wx/dialog.h>
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "ui/ItemSearch.h"
 
@@ -18,8 +20,9 @@ class FoundLines;
 
 class ItemSearchDialog : public wxDialog {
  public:
-  /// `search` must outlive the dialog.
-  ItemSearchDialog(wxWindow* parent, ItemSearch& search);
+  /// `subject` says for which row the item is. `search` must outlive the dialog.
+  ItemSearchDialog(wxWindow* parent, ItemSearch& search, std::string_view subject,
+                   std::function<std::string(Currency)> priceText);
   ~ItemSearchDialog() override;
 
   /// The code of the selected item; nothing when none is.

@@ -4,6 +4,8 @@
 
 #include "desktop/ControlName.h"
 #include "desktop/ListHeader.h"
+#include "desktop/ListText.h"
+#include "desktop/TextScale.h"
 #include "desktop/WxText.h"
 
 namespace tolvan {
@@ -40,18 +42,19 @@ class ReviewLines : public wxDataViewVirtualListModel {
 namespace {
 
 constexpr int twipsPerPixel = 15;
+constexpr unsigned descriptionColumn = 3;
 constexpr std::string_view layoutTag = "frmStatusImportar_lvStatus";
 
 struct Column {
   const char* title;
-  int width;  ///< at first, in pixels of a plain screen
+  int width;  ///< at first, in pixels of a plain screen and the usual font
   wxAlignment alignment;
 };
 
 constexpr std::array<Column, 8> columns{{{"Excel", 120, wxALIGN_LEFT},
                                          {"Tolvan", 120, wxALIGN_LEFT},
                                          {"Libre", 60, wxALIGN_CENTRE},
-                                         {"Descripción", 260, wxALIGN_LEFT},
+                                         {"Descripción", 120, wxALIGN_LEFT},
                                          {"Costo", 90, wxALIGN_RIGHT},
                                          {"PVP", 90, wxALIGN_RIGHT},
                                          {"Dif", 85, wxALIGN_RIGHT},
@@ -68,6 +71,7 @@ ReviewListView::ReviewListView(wxWindow* parent, AppServices& services)
   NameControl(*this, "lvStatus", "Renglones");
   AssociateModel(lines_.get());
   MakeColumns();
+  ShowWholeTexts(*this, descriptionColumn);
   rows_.SortBy(layout_.sortColumn, layout_.ascending);
   CallAfter(&ReviewListView::ShowOrder);  // the toolkit takes every arrow away when it makes the headers
   WatchHeaders(*this, [this](std::int32_t column) { OnHeader(column); });
@@ -75,15 +79,31 @@ ReviewListView::ReviewListView(wxWindow* parent, AppServices& services)
 
 ReviewListView::~ReviewListView() = default;
 
+/// What columns are made narrower by when the screen has no room for all of them.
+double ReviewListView::Narrowing() const {
+  int wanted = 0;
+  for (const Column& column : columns) wanted += WidthScaledToText(*this, column.width);
+  const int room = wxGetClientDisplayRect().width - FromDIP(60);
+  return wxMin(1.0, static_cast<double>(room) / wanted);
+}
+
 void ReviewListView::MakeColumns() {
+  const double narrowing = Narrowing();
   for (const std::int32_t number : layout_.order) {
     const auto place = static_cast<std::size_t>(number);
     const Column& column = columns.at(place);
     const int stored = layout_.widths.at(place);
-    const int width = stored > 0 ? stored / twipsPerPixel : column.width;
-    AppendTextColumn(wxString::FromUTF8(column.title), static_cast<unsigned>(number), wxDATAVIEW_CELL_INERT,
-                     FromDIP(width), column.alignment, wxDATAVIEW_COL_RESIZABLE | wxDATAVIEW_COL_REORDERABLE);
+    const int wanted = static_cast<int>(WidthScaledToText(*this, column.width) * narrowing);
+    const int width = stored > 0 ? FromDIP(stored / twipsPerPixel) : wanted;
+    wxDataViewColumn& made =
+        AppendTexts(*this, wxString::FromUTF8(column.title), static_cast<unsigned>(number), width, column.alignment);
+    if (place == descriptionColumn) TakeSpareWidth(made);
   }
+}
+
+int ReviewListView::HeightOf(int lines) const {
+  const int line = GetCharHeight() + FromDIP(6);
+  return (lines + 1) * line + FromDIP(16);
 }
 
 std::int32_t ReviewListView::SelectedRow() const {

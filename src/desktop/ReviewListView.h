@@ -22,9 +22,13 @@ class ReviewListView : public wxDataViewCtrl {
   /// The row of the selected line; 0 when none is selected.
   std::int32_t SelectedRow() const;
 
+  /// The height in pixels that shows the header and so many lines.
+  int HeightOf(int lines) const;
+
   void SaveColumns() const;
 
  private:
+  double Narrowing() const;
   void MakeColumns();
   void OnHeader(std::int32_t column);
   void ShowOrder();

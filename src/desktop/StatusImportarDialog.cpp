@@ -1,5 +1,6 @@
 #include "desktop/StatusImportarDialog.h"
 
+#include <gtk/gtk.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/menu.h>
@@ -10,6 +11,7 @@
 
 #include "desktop/ControlName.h"
 #include "desktop/PanelParts.h"
+#include "desktop/TextScale.h"
 #include "desktop/WrappedText.h"
 #include "desktop/WxText.h"
 #include "services/ResourceTexts.h"
@@ -22,6 +24,10 @@ constexpr std::array tabTitles{"Nuevos Items que se crearán", "Items que se act
 constexpr std::array menuTitles{"Asociar a un Item Existente", "Quitar asociación (Crear como nuevo Item)",
                                 "Establecer código para crear nuevo Item (Código Excel)"};
 constexpr int noteLines = 3;
+constexpr int usualWidth = 940;  // of the list, in pixels of a plain screen and the usual font
+constexpr int narrowest = 300;
+constexpr int usualLines = 14;
+constexpr int fewestLines = 5;
 constexpr int menuIds = wxID_HIGHEST + 100;
 
 }  // namespace
@@ -43,8 +49,8 @@ StatusImportarDialog::StatusImportarDialog(wxWindow* parent, const ComponentCont
   wxSizer* const foot = MakeFoot();
   all->Add(foot, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, Gap(*this)));
   SetSizer(all);
-  SetMinSize(wxSize(wxMin(foot->CalcMin().x + 2 * Gap(*this), wxGetClientDisplayRect().width), FromDIP(420)));
-  SetClientSize(FromDIP(wxSize(956, 610)));
+  FitToScreen(*this, {{list_, wxSize(WidthScaledToText(*this, narrowest), list_->HeightOf(fewestLines))}});
+  BreakTabTitles();
   BindEvents();
   RestoreLayout(context.services, *this);
   list_->SetFocus();
@@ -60,14 +66,35 @@ void StatusImportarDialog::MakeTabs(wxSizer& sizer) {
     tabs_->AddPage(page, wxString::FromUTF8(title));
   }
   sizer.Add(tabs_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, Gap(*this)));
-  explanation_ = new WrappedText(this, ResourceText(text_id::newItemsExplanation), FromDIP(940));
+  explanation_ =
+      new WrappedText(this, ResourceText(text_id::newItemsExplanation), WidthScaledToText(*this, usualWidth));
+  explanation_->SetMinSize(wxSize(WidthScaledToText(*this, narrowest), explanation_->GetMinHeight()));
   NameControl(*explanation_, "lbExp");
   sizer.Add(explanation_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, Gap(*this)));
 }
 
+/// Titles that have no room beside each other stand in two lines each, because the toolkit would hide the last tab.
+void StatusImportarDialog::BreakTabTitles() {
+  const int aroundTitle = FromDIP(44);
+  int needed = 0;
+  for (const char* title : tabTitles) needed += GetTextExtent(wxString::FromUTF8(title)).x + aroundTitle;
+  const bool breaks = needed > GetClientSize().x - 2 * Gap(*this);
+  for (std::size_t page = 0; page < tabTitles.size(); ++page) {
+    wxString title = wxString::FromUTF8(tabTitles.at(page));
+    const std::size_t middle = title.find(' ', title.length() / 2);
+    if (breaks && middle != wxString::npos) title[middle] = '\n';
+    if (tabs_->GetPageText(page) != title) tabs_->SetPageText(page, title);
+  }
+  gint height = 0;
+  gtk_widget_get_preferred_height(tabs_->GetHandle(), &height, nullptr);
+  if (tabs_->GetMinHeight() == height) return;
+  tabs_->SetMinSize(wxSize(-1, height));
+  Layout();
+}
+
 void StatusImportarDialog::MakeList(wxSizer& sizer) {
   list_ = new ReviewListView(this, context_.services);
-  list_->SetMinSize(FromDIP(wxSize(300, 120)));
+  list_->SetMinSize(wxSize(WidthScaledToText(*this, usualWidth), list_->HeightOf(usualLines)));
   sizer.Add(list_, wxSizerFlags(1).Expand().Border(wxALL, Gap(*this)));
   // A field and no label, so that the text can be copied. Its height stays, so that the list does not jump.
   note_ = new wxTextCtrl(this, wxID_ANY, {}, wxDefaultPosition, wxDefaultSize,
@@ -115,6 +142,10 @@ void StatusImportarDialog::BindEvents() {
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
     event.Veto();
     logic_.QueryUnload();
+  });
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    CallAfter([this] { BreakTabTitles(); });
   });
   list_->Bind(wxEVT_DATAVIEW_SELECTION_CHANGED, [this](wxDataViewEvent&) { ShowNote(); });
   list_->Bind(wxEVT_DATAVIEW_ITEM_CONTEXT_MENU, [this](wxDataViewEvent&) { AskForMenu(false); });

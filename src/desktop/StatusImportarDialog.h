@@ -46,6 +46,7 @@ class StatusImportarDialog : public wxDialog, public LayoutWindow {
 
  private:
   void MakeTabs(wxSizer& sizer);
+  void BreakTabTitles();
   void MakeList(wxSizer& sizer);
   wxSizer* MakeFoot();
   void BindEvents();

@@ -3,13 +3,17 @@
 #include "desktop/ItemSearchDialog.h"
 #include "desktop/StatusDialog.h"
 #include "import/PriceImporter.h"
+#include "services/MoneyFormat.h"
 
 namespace tolvan {
 
-std::optional<std::string> StatusImportarDialogView::PickItem(const SqlStatement& items) {
+std::optional<std::string> StatusImportarDialogView::PickItem(const SqlStatement& items, std::string_view subject) {
   try {
-    ItemSearch search(context_.application.Database(), items);
-    ItemSearchDialog dialog(&dialog_, search);
+    const HostApplication& application = context_.application;
+    ItemSearch search(context_.application.Database(), items, application.InventoryFlag());
+    ItemSearchDialog dialog(&dialog_, search, subject, [&](Currency price) {
+      return FormatMoney(price, application.MoneyFormat(), application.SeparatorText());
+    });
     if (dialog.ShowModal() == wxID_OK) return dialog.Chosen();
   } catch (const HostError& error) {
     context_.UserDialogs().ShowMessage(MessageIcon::Exclamation, context_.application.ProductName(),

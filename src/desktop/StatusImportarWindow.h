@@ -22,7 +22,7 @@ class StatusImportarDialogView : public StatusImportarView {
   void PopUpMenu(bool associate, bool dissociate, bool setCode) override {
     dialog_.PopUpMenu({associate, dissociate, setCode});
   }
-  std::optional<std::string> PickItem(const SqlStatement& items) override;
+  std::optional<std::string> PickItem(const SqlStatement& items, std::string_view subject) override;
   void ShowModal() override;
   void Close() override;
   std::unique_ptr<StatusDisplay> OpenStatus() override;

@@ -1,8 +1,11 @@
 #include "ui/ItemSearch.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "base/Text.h"
+#include "import/ItemQueries.h"
+#include "services/TaxTable.h"
 
 namespace tolvan {
 namespace {
@@ -19,7 +22,7 @@ std::string Folded(std::string_view text) {
 
 }  // namespace
 
-ItemSearch::ItemSearch(DatabaseServices& database, const SqlStatement& items) {
+ItemSearch::ItemSearch(DatabaseServices& database, const SqlStatement& items, std::int32_t inventory) {
   SqlStatement statement("SELECT idItem, Descripcion FROM Items WHERE idItem IN (");
   statement.Append(items).Sql(") ORDER BY idItem");
   const auto rows = database.OpenRecordset(statement);
@@ -27,7 +30,25 @@ ItemSearch::ItemSearch(DatabaseServices& database, const SqlStatement& items) {
     items_.push_back({.code = TextOf(rows->Value(0)), .description = TextOf(rows->Value(1))});
     keys_.push_back(Folded(items_.back().code + " " + items_.back().description));
   }
+  ReadPrices(database, inventory);
   Filter({});
+}
+
+/// The search goes on without the prices that cannot be read: they are a help to find the item.
+void ItemSearch::ReadPrices(DatabaseServices& database, std::int32_t inventory) {
+  try {
+    std::unordered_map<std::string, FoundItem*> byCode;
+    for (FoundItem& item : items_) byCode.emplace(item.code, &item);
+    const TaxTable taxes = TaxTable::Load(database);
+    const auto rows = database.OpenRecordset(AllItemsStatement(inventory, "DEF"));
+    for (; !rows->AtEnd(); rows->MoveNext()) {
+      const ItemRecord record = ItemRecord::Read(*rows, taxes);
+      const auto found = byCode.find(record.code);
+      if (found != byCode.end()) found->second->price = record.withTax;
+    }
+  } catch (const HostError&) {
+    return;
+  }
 }
 
 void ItemSearch::Filter(std::string_view text) {

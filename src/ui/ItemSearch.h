@@ -2,10 +2,13 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/Currency.h"
 #include "host/DatabaseServices.h"
 
 namespace tolvan {
@@ -13,12 +16,14 @@ namespace tolvan {
 struct FoundItem {
   std::string code;
   std::string description;
+  std::optional<Currency> price{};  ///< with tax, of the list "DEF"; nothing when there is none to be had
 };
 
 class ItemSearch {
  public:
-  /// Reads the items that `items` selects, a query for idItem. Throws HostError.
-  ItemSearch(DatabaseServices& database, const SqlStatement& items);
+  /// Reads the items that `items` selects, a query for idItem, with their prices in that inventory. Throws HostError
+  /// when the items cannot be read.
+  ItemSearch(DatabaseServices& database, const SqlStatement& items, std::int32_t inventory);
 
   /// Keeps in the list what holds every word of `text` in its code or description; case and accents do not matter.
   /// Items whose code begins with the text stand first, else the order is that of codes.
@@ -30,6 +35,8 @@ class ItemSearch {
   const FoundItem& At(std::size_t line) const { return items_[shown_[line]]; }
 
  private:
+  void ReadPrices(DatabaseServices& database, std::int32_t inventory);
+
   std::vector<FoundItem> items_;
   std::vector<std::string> keys_;  // of each item: code, blank, description, without case and accents
   std::vector<std::size_t> shown_;

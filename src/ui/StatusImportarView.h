@@ -30,8 +30,9 @@ class StatusImportarView : public StatusWindow {
   /// Pops mnuRenglon up at the mouse with its three entries enabled or not.
   virtual void PopUpMenu(bool associate, bool dissociate, bool setCode) = 0;
 
-  /// The host's search over the items of a query that selects idItem. Nothing when the user cancels.
-  virtual std::optional<std::string> PickItem(const SqlStatement& items) = 0;
+  /// The host's search over the items of a query that selects idItem. `subject` says for which row, Spanish. Nothing
+  /// when the user cancels.
+  virtual std::optional<std::string> PickItem(const SqlStatement& items, std::string_view subject) = 0;
 
   /// Returns when Close was called.
   virtual void ShowModal() = 0;

@@ -17,6 +17,9 @@ constexpr std::array<std::int32_t, 3> explanations{text_id::newItemsExplanation,
                                                    text_id::unprocessedExplanation};
 constexpr int unprocessedTab = 3;
 constexpr std::string_view chooseLine = "Escoja un renglón para ver por qué no se procesa.";
+constexpr std::string_view leaveQuestion =
+    "Usted corrigió renglones a mano y no los ha importado. Si sale ahora, esas correcciones se pierden.\r\n\r\n"
+    "¿Desea salir?";
 constexpr std::string_view codeTitle = "Nuevo Código";
 constexpr std::string_view codePrompt = "Establezca el código del nuevo Item (12 Caracteres Max, Sin Espacios)";
 
@@ -45,14 +48,15 @@ void frmStatusImportar::ShowModal() {
 
 void frmStatusImportar::tabFiltro_Click(int tab) {
   tab_ = tab;
+  changeNote_.clear();
   importer_->PintarLV(view_->lvStatus(), 0, tab);
   view_->SetExplanation(ResourceText(explanations.at(static_cast<std::size_t>(tab) - 1)));
 }
 
 void frmStatusImportar::lvStatus_ItemClick(std::int32_t row) {
   const ReviewListModel& lines = view_->lvStatus();
-  if (row > 0) return view_->SetNote(lines.NoteOf(row));
-  std::string note = lines.NoteOfAll();
+  if (row > 0) return view_->SetNote(changeNote_ + lines.NoteOf(row));
+  std::string note = changeNote_ + lines.NoteOfAll();
   if (tab_ == unprocessedTab && lines.Lines() > 0) note += (note.empty() ? "" : " ") + std::string(chooseLine);
   view_->SetNote(note);
 }
@@ -78,13 +82,16 @@ bool frmStatusImportar::mnuRenglonR_Click(int entry, std::int32_t row) {
 
 bool frmStatusImportar::AsociarConBusqueda(std::int32_t row) {
   SqlStatement items("SELECT idItem FROM Items WHERE Oculto = ");
-  const std::optional<std::string> item = view_->PickItem(items.Boolean(false));
+  const ReviewLine line = LineOf(row);
+  const std::string subject = "Para el renglón «" + line[0] + "» " + line[review_column::description] + ", costo " +
+                              line[review_column::cost] + ", PVP " + line[review_column::price];
+  const std::optional<std::string> item = view_->PickItem(items.Boolean(false), subject);
   if (!item || item->empty()) return false;
   return Repaint(row, importer_->AsignarItem(row, *item));
 }
 
 bool frmStatusImportar::AsksForCode(std::int32_t row) {
-  const std::optional<std::string> answer = context_->UserDialogs().AskText(codeTitle, codePrompt, "");
+  const std::optional<std::string> answer = context_->UserDialogs().AskText(codeTitle, codePrompt, LineOf(row)[0]);
   return answer && EstablecerCodigo(row, *answer);
 }
 
@@ -110,9 +117,17 @@ bool frmStatusImportar::EstablecerCodigo(std::int32_t row, std::string_view answ
 
 bool frmStatusImportar::Repaint(std::int32_t row, bool changed) {
   if (!changed) return false;
+  ++changes_;
   importer_->PintarLV(view_->lvStatus(), row, tab_);
+  changeNote_ = view_->lvStatus().NoteOfChange();
   RefrescarSumario();
   return true;
+}
+
+/// Empty texts for a row that the list does not show.
+ReviewLine frmStatusImportar::LineOf(std::int32_t row) const {
+  const std::optional<std::size_t> line = view_->lvStatus().LineOfRow(row);
+  return line ? view_->lvStatus().TextsOf(*line) : ReviewLine();
 }
 
 bool frmStatusImportar::bAceptar_Click() {
@@ -140,7 +155,9 @@ void frmStatusImportar::TellUntold() const {
 }
 
 void frmStatusImportar::bCancelar_Click() {
-  if (!applying_) view_->Close();
+  if (applying_) return;
+  const std::string product = context_->application.ProductName();
+  if (changes_ == 0 || context_->UserDialogs().AskYesNo(product, leaveQuestion, false)) view_->Close();
 }
 
 bool frmStatusImportar::QueryUnload() {

@@ -51,6 +51,8 @@ class frmStatusImportar final : public ImportReview {
 
   /// Applies the import; the window stays open when that fails. True when it was applied.
   bool bAceptar_Click();
+
+  /// Closes; after changes by hand, which would be lost, only when the user says so.
   void bCancelar_Click();
 
   /// The close box: always refused, and treated as cancel. False.
@@ -60,6 +62,7 @@ class frmStatusImportar final : public ImportReview {
   bool AsksForCode(std::int32_t row);
   bool AsociarConBusqueda(std::int32_t row);
   bool Repaint(std::int32_t row, bool changed);
+  ReviewLine LineOf(std::int32_t row) const;
   void ForgetFile();
   void TellUntold() const;
 
@@ -67,6 +70,8 @@ class frmStatusImportar final : public ImportReview {
   StatusImportarView* view_;
   IClaseImportar* importer_ = nullptr;
   std::function<std::string()> untold_;
+  std::string changeNote_;  // what the last change changed besides; until another tab is chosen
+  int changes_ = 0;         // made by hand and not applied
   int tab_ = 1;
   bool applying_ = false;
 };

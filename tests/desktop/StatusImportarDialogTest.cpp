@@ -1,4 +1,5 @@
 // The review window on real workbooks, as far as the database.
+#include <gtk/gtk.h>
 #include <wx/dataview.h>
 
 #include "desktop/ListHeader.h"
@@ -63,12 +64,14 @@ TEST_F(StatusImportarDialog, RowsAreCorrectedByMenuKeyAndSearch) {
     Choose(driver, node::movilnet, 0, places.examples + "/movilnet.xlsx");
     driver.ClickUntilShown("bGuardar", "frmStatusImportar");
     const unsigned before = driver.Lines("lvStatus");
+    const std::string code = driver.Line("lvStatus", 0).front();
     driver.OpenMenu("lvStatus", 0, "shift+F10");
     driver.ChooseEntry(0);
     driver.UntilShown("buscarItem");
     driver.Type("ali0002");
     driver.Settle();
-    EXPECT_EQ(driver.Lines("lvItems"), 1U);
+    EXPECT_EQ(driver.Line("lvItems", 0), (std::vector<std::string>{"ALI0002", "ARROZ 1 LB CAOBA", "60.00"}));
+    EXPECT_TRUE(driver.Text("lbRenglon").starts_with("Para el renglón «" + code + "»"));
     driver.Key("Return");
     EXPECT_TRUE(driver.Dismiss().starts_with("Esta acción hizo que el Item/Renglón se borrara de esta pestaña."));
     EXPECT_EQ(driver.Lines("lvStatus"), before - 1);
@@ -76,10 +79,14 @@ TEST_F(StatusImportarDialog, RowsAreCorrectedByMenuKeyAndSearch) {
     driver.OpenMenu("lvStatus", 0, "");
     driver.ChooseEntry(2);
     driver.UntilShown("pregunta");
+    EXPECT_EQ(driver.Text("txtRespuesta"), driver.Line("lvStatus", 0).front());
     driver.Type("mi codigo 1");
     driver.KeyUntilGone("Return", "pregunta");
     driver.Settle();
     EXPECT_EQ(driver.Line("lvStatus", 0).front(), "MICODIGO1");
+    driver.Key("Escape");
+    EXPECT_TRUE(driver.Text("textoMensaje").starts_with("Usted corrigió renglones a mano"));
+    driver.KeyUntilGone("Return", "mensaje");  // which is No
     Accept(driver);
     EXPECT_TRUE(driver.Dismiss().starts_with("Operación realizada con éxito"));
     driver.UntilGone("frmStatusImportar");
@@ -144,6 +151,34 @@ TEST_F(StatusImportarDialog, IsAsLargeAsItWasEachTimeItIsOpened) {
   });
   ASSERT_EQ(heights.size(), 3U);
   EXPECT_EQ(heights, std::vector<int>(3, heights.front()));
+}
+
+TEST_F(StatusImportarDialog, HoldsThreeTabsAndFiveLinesAtTwiceTheTextSize) {
+  const auto setTextSize = [](WindowDriver& driver, int percent) {
+    driver.OnWindows([&] { g_object_set(gtk_settings_get_default(), "gtk-xft-dpi", percent * 96 * 1024 / 100, NULL); });
+  };
+  Run([&](WindowDriver& driver) {
+    setTextSize(driver, 200);
+    Choose(driver, node::excel, 0, places.examples + "/precios.xlsx");
+    driver.ClickUntilShown("bGuardar", "lvStatus");
+    driver.Settle();
+    driver.OnWindows([&] {
+      auto* const tabs = GTK_NOTEBOOK(driver.Get("tabFiltro").GetHandle());
+      for (int page = 0; page < 3; ++page) {
+        GtkWidget* const label = gtk_notebook_get_tab_label(tabs, gtk_notebook_get_nth_page(tabs, page));
+        EXPECT_TRUE(gtk_widget_get_child_visible(label)) << page;
+        EXPECT_LT(gtk_widget_get_allocated_height(label), gtk_widget_get_allocated_height(GTK_WIDGET(tabs))) << page;
+      }
+      auto* const tree = dynamic_cast<wxDataViewCtrl&>(driver.Get("lvStatus")).GtkGetTreeView();
+      GtkTreePath* last = nullptr;
+      gtk_tree_view_get_visible_range(GTK_TREE_VIEW(tree), nullptr, &last);
+      EXPECT_GE(gtk_tree_path_get_indices(last)[0], 5);
+      gtk_tree_path_free(last);
+    });
+    driver.Click("bCancelar");
+    driver.UntilGone("frmStatusImportar");
+    setTextSize(driver, 100);
+  });
 }
 
 TEST_F(StatusImportarDialog, ColumnsComeBackAsTheyWereLeft) {

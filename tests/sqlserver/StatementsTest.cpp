@@ -39,7 +39,7 @@ struct SearchingView : StatusImportarView {
   void SetSummary(int, std::string_view) override {}
   void EnableAccept(bool) override {}
   void PopUpMenu(bool, bool, bool) override {}
-  std::optional<std::string> PickItem(const SqlStatement& items) override {
+  std::optional<std::string> PickItem(const SqlStatement& items, std::string_view) override {
     return ItemSearch(*database, items).At(0).code;
   }
   void ShowModal() override {}

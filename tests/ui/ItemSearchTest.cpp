@@ -15,7 +15,8 @@ std::vector<std::string> Shown(const ItemSearch& search) {
 
 TEST(ItemSearch, KeepsWhatHoldsEveryWordTypedAndPutsCodesThatBeginWithItFirst) {
   test::FakeDatabase database;
-  database.answer = [](const SqlStatement&) {
+  database.answer = [&](const SqlStatement&) {
+    if (database.statements.size() > 1) throw HostError(HostErrorKind::Statement, "sin precios");
     return std::make_unique<test::FakeRecordset>(
         std::vector<std::string>{"idItem", "Descripcion"},
         std::vector<std::vector<FieldValue>>{{std::string("A1"), std::string("Teléfono MÓVIL")},
@@ -25,8 +26,8 @@ TEST(ItemSearch, KeepsWhatHoldsEveryWordTypedAndPutsCodesThatBeginWithItFirst) {
                                              {std::string("Z9"), std::string("otro")}});
   };
   SqlStatement visible("SELECT idItem FROM Items WHERE Oculto = ");
-  ItemSearch search(database, visible.Boolean(false));
-  EXPECT_EQ(database.statements.back().ParameterText(),
+  ItemSearch search(database, visible.Boolean(false), 0);
+  EXPECT_EQ(database.statements.front().ParameterText(),
             "SELECT idItem, Descripcion FROM Items WHERE idItem IN (SELECT idItem FROM Items WHERE Oculto = ?) ORDER "
             "BY idItem");
   EXPECT_EQ(Shown(search), (std::vector<std::string>{"A1", "B2", "C3", "D4", "Z9"}));

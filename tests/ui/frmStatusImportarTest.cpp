@@ -61,7 +61,7 @@ struct FakeView : StatusImportarView {
   void SetSummary(int index, std::string_view text) override { summary[index] = text; }
   void EnableAccept(bool enabled) override { accept = enabled; }
   void PopUpMenu(bool a, bool b, bool c) override { menu = {a, b, c}; }
-  std::optional<std::string> PickItem(const SqlStatement& items) override {
+  std::optional<std::string> PickItem(const SqlStatement& items, std::string_view) override {
     query = items.ParameterText();
     return picked;
   }
@@ -214,6 +214,13 @@ TEST_F(StatusImportar, TheCloseBoxIsCancel) {
   EXPECT_FALSE(form.QueryUnload());
   EXPECT_EQ(view.closed, 1);
   EXPECT_TRUE(importer.calls.empty());
+  EXPECT_TRUE(form.mnuRenglonR_Click(0, 1));
+  EXPECT_FALSE(form.QueryUnload());
+  EXPECT_EQ(view.closed, 1) << "asked whether the correction is to be lost, and not answered with yes";
+  EXPECT_EQ(host.services.dialogs.defaults, std::vector{false});
+  host.services.dialogs.yes = true;
+  EXPECT_FALSE(form.QueryUnload());
+  EXPECT_EQ(view.closed, 2);
   EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "libro.xlsx");
 }
 
