@@ -144,7 +144,9 @@ TEST_F(StatusImportarDialog, IsAsLargeAsItWasEachTimeItIsOpened) {
     for (int time = 0; time < 3; ++time) {
       driver.ClickUntilShown("bGuardar", "lvStatus");
       driver.Settle();
-      driver.OnWindows([&] { heights.push_back(driver.Get("frmStatusImportar").GetSize().y); });
+      const auto height = [&] { return driver.Get("frmStatusImportar").GetSize().y; };
+      driver.Until("the size of before", [&] { return heights.empty() || height() == heights.front(); });
+      driver.OnWindows([&] { heights.push_back(height()); });
       driver.Click("bCancelar");
       driver.UntilGone("frmStatusImportar");
     }
