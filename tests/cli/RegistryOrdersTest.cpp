@@ -48,7 +48,12 @@ TEST_F(RegistryOrders, WritesRejectedLinesAndEndsWithThree) {
   EXPECT_THAT(ReadFile(file), HasSubstr("ACME")) << "the report never replaces what is imported";
 }
 
-TEST_F(RegistryOrders, TellsWhyAnImportStopped) {
+TEST_F(RegistryOrders, TellsWhyAnImportKeptNothing) {
+  WriteFile(folder.File("nota.txt"), "sin separador\n");
+  const auto other = runner.Run({"importar-rnc", folder.File("nota.txt"), "--rechazos", folder.File("rechazos.txt")});
+  EXPECT_EQ(other.code, 1);
+  EXPECT_THAT(other.messages, HasSubstr("no es el registro"));
+  EXPECT_FALSE(std::filesystem::exists(folder.File("rechazos.txt")));
   runner.interruption.requested = true;
   const auto interrupted = runner.Run({"--json", "importar-rnc", places.examples + "/DGII_RNC.TXT"});
   EXPECT_EQ(interrupted.code, 1);
