@@ -1,5 +1,9 @@
 // Files and their names. Paths are UTF-8 in the platform's own form. A relative path is meant from the application
 // folder.
+//
+// The store's own files are its database with what the engine keeps beside it, its configuration, its settings and its
+// window layouts, be they there or not yet. No operation deletes, replaces or truncates one of them, under whatever
+// name it is reached: by a link of either kind, by another spelling, or in another case where the system knows none.
 #pragma once
 
 #include <cstdint>
@@ -64,14 +68,14 @@ class FileHelper {
   /// Makes the folder and those above it. Throws HostError.
   virtual void MakeFolder(std::string_view path) = 0;
 
-  /// False when the file is still there or never was.
+  /// False when the file is still there or never was. One of the store's own stays.
   virtual bool DeleteFile(std::string_view path) noexcept = 0;
 
   /// Writes a text file anew: whole or not at all, in Windows-1252 ("?" for what it does not hold), with nothing added.
   /// The failure, or nothing when the file was written.
   virtual std::optional<HostError> WriteTextFile(std::string_view text, std::string_view path) noexcept = 0;
 
-  /// Begins a file that replaces `path` on Commit. Throws HostError.
+  /// Begins a file that replaces `path` on Commit. Throws HostError; Access for one of the store's own.
   virtual std::unique_ptr<WholeFile> CreateWhole(std::string_view path) = 0;
 
   /// Throws HostError Unreachable when there is no such file, Access when it may not be read.

@@ -4,12 +4,12 @@
 
 namespace tolvan {
 
-ConfiguredAppServices::ConfiguredAppServices(const std::string& applicationFolder, std::vector<std::string> guarded,
-                                             bool diagnostic, std::string layoutFile, const HostFront& front)
+ConfiguredAppServices::ConfiguredAppServices(const std::string& applicationFolder, FileGuard guard, bool diagnostic,
+                                             std::string layoutFile, const HostFront& front)
     : front_(front),
       diagnostic_(diagnostic),
-      files_(applicationFolder, std::move(guarded)),
-      registry_(ValueFile(files_, front_.clock, std::move(layoutFile), &front_.interruption)) {}
+      files_(applicationFolder, std::move(guard)),
+      registry_(ValueFile(front_.clock, std::move(layoutFile), &front_.interruption)) {}
 
 std::int32_t ConfiguredAppServices::ReadRegistry(std::string_view section, std::string_view key,
                                                  std::int32_t defaultValue) const {

@@ -13,9 +13,9 @@ namespace tolvan {
 /// The services of a host that is described by its configuration file.
 class ConfiguredAppServices final : public AppServices {
  public:
-  /// `applicationFolder`, `layoutFile` and the paths of `guarded` are absolute; see PosixFileHelper.
-  ConfiguredAppServices(const std::string& applicationFolder, std::vector<std::string> guarded, bool diagnostic,
-                        std::string layoutFile, const HostFront& front);
+  /// `applicationFolder` and `layoutFile` are absolute.
+  ConfiguredAppServices(const std::string& applicationFolder, FileGuard guard, bool diagnostic, std::string layoutFile,
+                        const HostFront& front);
 
   std::string ApplicationFolder() const override { return files_.NormalizeFolder({}); }
   bool DiagnosticFlag() const override { return diagnostic_; }

@@ -27,7 +27,7 @@ ConfiguredHostApplication::ConfiguredHostApplication(HostConfiguration configura
     : configuration_(std::move(configuration)),
       interruption_(front.interruption),
       dialect_(MakeSqlDialect(configuration_.database.engine)),
-      settings_(ValueFile(services.Files(), front.clock, std::move(settingsFile), &front.interruption)),
+      settings_(ValueFile(front.clock, std::move(settingsFile), &front.interruption)),
       mail_(loader_, MailOptionsOf(configuration_), services.Files(), front.interruption,
             front.userPresent ? &front.dialogs : nullptr),
       http_(loader_, front.interruption) {}

@@ -44,16 +44,26 @@ SettingsLocation LocationOf(const HostConfiguration& configuration) {
   return LocateSettings(configuration.filePath, FolderNamedBy(configuration, "ajustes", configuration.settingsFolder));
 }
 
-// What a shop cannot afford to lose to a path chosen by mistake. A database whose path cannot be used is reported when
-// it is opened.
-std::vector<std::string> FilesToGuard(const HostConfiguration& configuration) {
-  std::vector<std::string> files{configuration.filePath};
-  const std::string& database = configuration.database.connection;
-  if (configuration.database.engine != DatabaseEngine::Sqlite || IsWindowsPath(database)) return files;
-  for (const char* part : {"", "-wal", "-shm", "-journal"}) {
-    files.push_back(ResolvePath(database, FolderOfConfiguration(configuration)) + part);
+// The engine keeps its own files beside the one that a link leads to.
+void GuardDatabase(FileGuard& guard, const std::string& path) {
+  for (const std::string& database : {path, CanonicalPath(path)}) {
+    for (const char* part : {"", "-wal", "-shm", "-journal"}) guard.AddFile(database + part);
   }
-  return files;
+}
+
+FileGuard GuardOf(const HostConfiguration& configuration, const SettingsLocation& location) {
+  FileGuard guard;
+  guard.AddFile(configuration.filePath);
+  // Locks and damaged files that were put aside stand beside the settings, and so do those of other configurations.
+  guard.AddFilesNamed(".ajustes", FolderOf(location.settingsFile));
+  guard.AddFilesNamed(".ventanas", FolderOf(location.layoutFile));
+  if (configuration.database.engine != DatabaseEngine::Sqlite) return guard;
+  try {
+    GuardDatabase(guard, ResolvePath(configuration.database.connection, FolderOfConfiguration(configuration)));
+  } catch (const HostError&) {
+    // A path that cannot be used leads to no database, which is reported when it is opened.
+  }
+  return guard;
 }
 
 }  // namespace
@@ -73,7 +83,7 @@ ConfiguredHostFactory::ConfiguredHostFactory(HostConfiguration configuration, co
       location_(LocationOf(configuration_)) {}
 
 std::unique_ptr<AppServices> ConfiguredHostFactory::CreateAppServices() {
-  return std::make_unique<ConfiguredAppServices>(applicationFolder_, FilesToGuard(configuration_),
+  return std::make_unique<ConfiguredAppServices>(applicationFolder_, GuardOf(configuration_, location_),
                                                  configuration_.diagnostic, location_.layoutFile, front_);
 }
 

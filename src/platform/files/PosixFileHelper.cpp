@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 
 #include "base/Text.h"
@@ -52,24 +51,24 @@ std::optional<struct stat> StatusOf(const std::string& path) {
   return status;
 }
 
-bool AreOneFile(const std::string& path, const std::string& other) {
-  const auto status = StatusOf(path);
-  const auto otherStatus = StatusOf(other);
-  return status && otherStatus && status->st_dev == otherStatus->st_dev && status->st_ino == otherStatus->st_ino;
-}
-
 }  // namespace
 
-PosixFileHelper::PosixFileHelper(std::string_view applicationFolder, std::vector<std::string> guarded)
-    : applicationFolder_(Collapsed(applicationFolder)), guarded_(std::move(guarded)) {}
+PosixFileHelper::PosixFileHelper(std::string_view applicationFolder, FileGuard guard)
+    : applicationFolder_(Collapsed(applicationFolder)), guard_(std::move(guard)) {}
 
 std::string PosixFileHelper::Resolve(std::string_view path) const {
   return ResolvePath(path, applicationFolder_);
 }
 
-bool PosixFileHelper::IsGuarded(const std::string& path) const {
-  return std::any_of(guarded_.begin(), guarded_.end(),
-                     [&](const std::string& guarded) { return AreOneFile(path, guarded); });
+std::string PosixFileHelper::ResolveForChange(std::string_view path) const {
+  // A name that ends in a separator means a folder; collapsed, it would become the name of a file.
+  if (path.empty() || path.ends_with('/')) throw SystemFailure(EISDIR, path);
+  std::string resolved = Resolve(path);
+  if (!guard_.Holds(resolved)) return resolved;
+  throw HostError(HostErrorKind::Access,
+                  "es un archivo propio de la tienda (su base de datos, su configuración o sus ajustes) y no se "
+                  "reemplaza ni se borra",
+                  resolved);
 }
 
 std::string PosixFileHelper::NormalizeFolder(std::string_view folder) const {
@@ -128,7 +127,7 @@ void PosixFileHelper::MakeFolder(std::string_view path) {
 
 bool PosixFileHelper::DeleteFile(std::string_view path) noexcept {
   try {
-    return !path.empty() && ::unlink(Resolve(path).c_str()) == 0;
+    return ::unlink(ResolveForChange(path).c_str()) == 0;
   } catch (const std::exception&) {
     return false;
   }
@@ -148,12 +147,7 @@ std::optional<HostError> PosixFileHelper::WriteTextFile(std::string_view text, s
 }
 
 std::unique_ptr<WholeFile> PosixFileHelper::CreateWhole(std::string_view path) {
-  // A name that ends in a separator means a folder; collapsed, it would become the name of a file.
-  if (path.empty() || path.ends_with('/')) throw SystemFailure(EISDIR, path);
-  const std::string resolved = Resolve(path);
-  if (IsGuarded(resolved))
-    throw HostError(HostErrorKind::Access, "es un archivo del sistema y no se reemplaza", resolved);
-  return std::make_unique<PosixWholeFile>(resolved);
+  return std::make_unique<PosixWholeFile>(ResolveForChange(path));
 }
 
 std::unique_ptr<InputFile> PosixFileHelper::OpenInput(std::string_view path) {

@@ -2,17 +2,16 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "host/FileHelper.h"
+#include "platform/files/FileGuard.h"
 
 namespace tolvan {
 
 class PosixFileHelper final : public FileHelper {
  public:
-  /// `applicationFolder` is absolute, and so are the paths of `guarded`: files that are never replaced through this
-  /// object, under whatever name they are reached.
-  explicit PosixFileHelper(std::string_view applicationFolder, std::vector<std::string> guarded = {});
+  /// `applicationFolder` is absolute. `guard` holds the store's own files; without one there are none.
+  explicit PosixFileHelper(std::string_view applicationFolder, FileGuard guard = {});
 
   /// A Windows path comes back as it is with one separator at its end, so that messages show what is configured.
   std::string NormalizeFolder(std::string_view folder) const override;
@@ -30,10 +29,12 @@ class PosixFileHelper final : public FileHelper {
 
  private:
   std::string Resolve(std::string_view path) const;
-  bool IsGuarded(const std::string& path) const;
+
+  /// Every operation that deletes, replaces or truncates a file begins here: the guard is asked nowhere else.
+  std::string ResolveForChange(std::string_view path) const;
 
   std::string applicationFolder_;
-  std::vector<std::string> guarded_;
+  FileGuard guard_;
 };
 
 }  // namespace tolvan

@@ -1,6 +1,7 @@
 #include "platform/files/PosixPath.h"
 
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -46,6 +47,17 @@ std::string ResolvePath(std::string_view path, std::string_view base) {
 std::string FolderOf(std::string_view absolutePath) {
   const std::size_t separator = absolutePath.rfind('/');
   return separator == 0 || separator == std::string_view::npos ? "/" : std::string(absolutePath.substr(0, separator));
+}
+
+std::string_view NameOf(std::string_view absolutePath) {
+  return absolutePath.substr(absolutePath.rfind('/') + 1);
+}
+
+bool AreOneFile(const std::string& path, const std::string& other) {
+  struct stat one {};
+  struct stat two {};
+  if (::stat(path.c_str(), &one) != 0 || ::stat(other.c_str(), &two) != 0) return false;
+  return one.st_dev == two.st_dev && one.st_ino == two.st_ino;
 }
 
 std::string HomeFolder() {

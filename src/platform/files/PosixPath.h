@@ -24,6 +24,12 @@ std::string ResolvePath(std::string_view path, std::string_view base);
 /// The folder part of an absolute path, "/" for a file in the root folder.
 std::string FolderOf(std::string_view absolutePath);
 
+/// What follows the folder: "" for the root folder.
+std::string_view NameOf(std::string_view absolutePath);
+
+/// Whether both paths are there and lead to one file or folder, be it by another spelling or a link.
+bool AreOneFile(const std::string& path, const std::string& other);
+
 /// The user's home folder without a separator at the end; empty when there is none.
 std::string HomeFolder();
 

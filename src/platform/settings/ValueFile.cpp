@@ -20,9 +20,8 @@ std::string TimeStamp(const DateTime& moment) {
 
 }  // namespace
 
-ValueFile::ValueFile(FileHelper& files, Clock& clock, std::string path, const Interruption* interruption,
-                     std::chrono::milliseconds wait)
-    : files_(files), clock_(clock), path_(std::move(path)), interruption_(interruption), wait_(wait) {}
+ValueFile::ValueFile(Clock& clock, std::string path, const Interruption* interruption, std::chrono::milliseconds wait)
+    : clock_(clock), path_(std::move(path)), interruption_(interruption), wait_(wait) {}
 
 ValueFile::Content ValueFile::Read() {
   if (std::optional<NamedValues> values = ReadOnce()) return {std::move(*values), false, {}};
@@ -48,7 +47,7 @@ NamedValues ValueFile::Change(const std::function<void(NamedValues&)>& change, c
   return values;
 }
 
-std::optional<NamedValues> ValueFile::ReadOnce() const {
+std::optional<NamedValues> ValueFile::ReadOnce() {
   constexpr std::uint64_t mostBytes = 16U << 20;
   try {
     const std::unique_ptr<InputFile> file = files_.OpenInput(path_);
@@ -62,7 +61,7 @@ std::optional<NamedValues> ValueFile::ReadOnce() const {
   }
 }
 
-std::string ValueFile::PutAside() const {
+std::string ValueFile::PutAside() {
   const std::string base = path_ + ".danado-" + TimeStamp(clock_.Now());
   std::string aside = base;
   for (int number = 2; files_.FileExists(aside); ++number) aside = base + "-" + std::to_string(number);

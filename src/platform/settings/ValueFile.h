@@ -10,8 +10,8 @@
 #include <string>
 
 #include "host/Clock.h"
-#include "host/FileHelper.h"
 #include "host/Interruption.h"
+#include "platform/files/PosixFileHelper.h"
 #include "platform/settings/KeyValueText.h"
 
 namespace tolvan {
@@ -20,7 +20,7 @@ class ValueFile {
  public:
   /// `path` is absolute. Its folder is made when something is written. `wait` is how long a change waits for another
   /// program, unless the user does not want to (null: he is not asked). What is referred to must outlive the object.
-  ValueFile(FileHelper& files, Clock& clock, std::string path, const Interruption* interruption = nullptr,
+  ValueFile(Clock& clock, std::string path, const Interruption* interruption = nullptr,
             std::chrono::milliseconds wait = std::chrono::milliseconds(5000));
 
   struct Content {
@@ -41,15 +41,15 @@ class ValueFile {
 
  private:
   /// Nothing when the file is damaged; no values when there is none.
-  std::optional<NamedValues> ReadOnce() const;
+  std::optional<NamedValues> ReadOnce();
 
   /// The new path, empty when the file could not be moved. The lock must be held.
-  std::string PutAside() const;
+  std::string PutAside();
 
   void Write(const NamedValues& values);
   std::string LockPath() const { return path_ + ".lock"; }
 
-  FileHelper& files_;
+  PosixFileHelper files_{"/"};  // its own and unguarded: what it writes is what others must not
   Clock& clock_;
   std::string path_;
   const Interruption* interruption_;

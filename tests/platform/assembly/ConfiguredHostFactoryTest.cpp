@@ -3,7 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "contract/TemporaryFolder.h"
+#include "platform/assembly/DeferredSpreadsheetApplication.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
 #include "support/LoopbackServer.h"
@@ -38,19 +41,45 @@ class ConfiguredHostFactoryTest : public testing::Test {
   std::unique_ptr<HostContext> context_;
 };
 
-TEST_F(ConfiguredHostFactoryTest, NeverReplacesItsOwnFiles) {
+// Each operation that deletes, replaces or truncates, on each file of the store's own, under each kind of name.
+TEST_F(ConfiguredHostFactoryTest, NothingTouchesTheFilesOfTheStore) {
   namespace fs = std::filesystem;
-  test::WriteFile(folder_.File("tienda.db"), "la tienda");
-  test::WriteFile(folder_.File("tienda.db-wal"), "lo último");
-  fs::create_symlink(folder_.File("tienda.db"), folder_.File("enlace.tolpak"));
-  fs::create_hard_link(folder_.File("tienda.db"), folder_.File("otro.tolpak"));
+  fs::create_directories(folder_.Path() / "datos");
+  fs::create_directories(folder_.Path() / "disco");
+  test::WriteFile(folder_.File("disco/tienda.db"), "");
+  fs::create_symlink("disco/tienda.db", folder_.File("tienda.db"));
   Assemble("[base_de_datos]\nconexion = ./tienda.db\n");
-  for (const char* name : {"tienda.db", "tienda.db-wal", "tolvan.ini", "enlace.tolpak", "otro.tolpak"}) {
-    EXPECT_THROW(services_->Files().CreateWhole(folder_.File(name)), HostError) << name;
-    EXPECT_TRUE(services_->Files().WriteTextFile("x", folder_.File(name))) << name;
+  FileHelper& files = services_->Files();
+  DeferredSpreadsheetApplication spreadsheets(clock_, files, folder_.File(""));
+  const std::vector<std::function<void(const std::string&)>> operations = {
+      [&](const std::string& path) { EXPECT_FALSE(files.DeleteFile(path)) << path; },
+      [&](const std::string& path) { EXPECT_TRUE(files.WriteTextFile("x", path)) << path; },
+      [&](const std::string& path) { EXPECT_THROW(files.CreateWhole(path), HostError) << path; },
+      [&](const std::string& path) {
+        EXPECT_THROW(spreadsheets.CreateFromTemplate({}, 0)->SaveAs(path), HostError) << path;
+      }};
+  const auto isRefused = [&](const std::string& path) {
+    for (const auto& operation : operations) operation(path);
+  };
+  for (const std::string own :
+       {"tienda.db", "disco/tienda.db", "disco/tienda.db-wal", "disco/tienda.db-shm", "disco/tienda.db-journal",
+        "tienda.db-journal", "tolvan.ini", "datos/%2E.+tolvan.ini.ajustes", "datos/%2E.+tolvan.ini.ajustes.lock",
+        "datos/otra.ini.ajustes.danado-20240131-080000", "datos/%2E.+tolvan.ini.ventanas"}) {
+    const std::string path = folder_.File(own);
+    isRefused(path);
+    isRefused(folder_.File("disco/..//datos/../" + own));
+    test::WriteFile(path, "propio");
+    fs::create_symlink(path, folder_.File("enlace.xlsx"));
+    fs::create_hard_link(fs::canonical(path), folder_.File("otro.xlsx"));
+    for (const std::string& name : {own, "disco/../" + own, std::string("enlace.xlsx"), std::string("otro.xlsx")})
+      isRefused(folder_.File(name));
+    EXPECT_EQ(test::ReadFile(path), "propio");
+    for (const char* link : {"enlace.xlsx", "otro.xlsx"}) EXPECT_TRUE(fs::remove(folder_.File(link))) << own;
   }
-  EXPECT_EQ(test::ReadFile(folder_.File("tienda.db")), "la tienda");
-  EXPECT_FALSE(services_->Files().WriteTextFile("x", folder_.File("tienda.txt")));
+  for (const char* free : {"tienda.txt", "disco/tolvan.ini", "datos/informe.csv", "tienda.db.ajustes"}) {
+    EXPECT_FALSE(files.WriteTextFile("x", folder_.File(free))) << free;
+    EXPECT_TRUE(files.DeleteFile(folder_.File(free))) << free;
+  }
 }
 
 TEST_F(ConfiguredHostFactoryTest, OpensTheDatabaseOnlyWhenItIsAskedFor) {

@@ -9,7 +9,6 @@
 #include <random>
 
 #include "contract/TemporaryFolder.h"
-#include "platform/files/PosixFileHelper.h"
 #include "platform/settings/FileLock.h"
 #include "platform/settings/LayoutRegistry.h"
 #include "support/ChildProcess.h"
@@ -25,7 +24,7 @@ constexpr std::string_view section = "IMPEXP";
 
 class TextSettingsStoreTest : public testing::Test {
  protected:
-  ValueFile File() { return {files_, clock_, path_, nullptr, std::chrono::milliseconds(50)}; }
+  ValueFile File() { return {clock_, path_, nullptr, std::chrono::milliseconds(50)}; }
 
   /// A program of its own: its settings defined and loaded.
   TextSettingsStore Opened() {
@@ -40,7 +39,6 @@ class TextSettingsStoreTest : public testing::Test {
   std::string Stored(const char* index) { return Opened().Get(section, index).value(); }
 
   test::TemporaryFolder folder_;
-  PosixFileHelper files_{folder_.Path().native()};
   test::FakeClock clock_;
   std::string path_ = folder_.File("ajustes/tienda.ajustes");
 };
@@ -83,7 +81,7 @@ TEST_F(TextSettingsStoreTest, LosesNothingOfTwoPrograms) {
 
   const auto setMany = [this](const char* index) {
     for (int round = 1; round <= 200; ++round) {
-      TextSettingsStore store(ValueFile(files_, clock_, path_));
+      TextSettingsStore store(ValueFile(clock_, path_));
       store.Define(std::int16_t{0}, "n", index, "CUENTA", 1, 0);
       store.Load("CUENTA");
       store.Set("CUENTA", index, std::to_string(std::stoi(*store.Get("CUENTA", index)) + 1));
@@ -130,7 +128,7 @@ TEST_F(TextSettingsStoreTest, PutsADamagedFileAside) {
 TEST_F(TextSettingsStoreTest, TellsWhyNothingWasSaved) {
   TextSettingsStore store = Opened();
   store.Set(section, "4", "8");
-  files_.MakeFolder(folder_.File("ajustes"));
+  std::filesystem::create_directory(folder_.File("ajustes"));
   {
     const FileLock other(path_ + ".lock", std::chrono::milliseconds(0));
     EXPECT_EQ(test::KindThrownBy([&] { store.Save(section); }), HostErrorKind::Busy);
