@@ -57,9 +57,7 @@ OrderDefinition OrderDemo::Definition() const {
 ExitCode OrderDemo::Run(OrderCall& call) const {
   const Date today = DemoDay(call);
   const DemoPlaces places = PlacesOfDemo(call.Given().arguments.front());
-  MakeDemoStore(places, today);
-  const std::unique_ptr<CommandHost> host = call.OpenHost(places.host);
-  StoreSettings(*host, today.PlusDays(-1));
+  MakeDemoStore(places, today, [&] { StoreSettings(*call.OpenHost(places.host), today.PlusDays(-1)); });
   Print(call, places);
   return ExitCode::Done;
 }

@@ -37,10 +37,28 @@ TEST_F(DemoStore, ReplacesADemoStoreAndNothingElse) {
   EXPECT_NE(kept, before);
 
   WriteFile(places.host, "[host]\n");
-  const auto result = test::CommandRunner().Run({"demo", places.folder});
-  EXPECT_EQ(result.code, 1);
-  EXPECT_NE(result.messages.find("no son de una tienda de demostración"), std::string::npos);
+  WriteFile(folder.File("ajustes"), "de otra tienda");
+  for (const std::string& other : {places.folder, folder.File("")}) {
+    const auto result = test::CommandRunner().Run({"demo", other});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_NE(result.messages.find("no son de una tienda de demostración"), std::string::npos);
+  }
   EXPECT_EQ(ReadFile(places.database), kept);
+  EXPECT_EQ(test::NamesIn(folder.Path()), (std::vector<std::string>{"ajustes", "tienda"}));
+}
+
+// As on a disk that is full: what failed can be asked for again.
+TEST_F(DemoStore, LeavesNothingOfAFailedOne) {
+  const auto fail = [](const DemoPlaces& where) {
+    MakeDemoStore(where, Date::FromParts(2024, 4, 1), [] { throw HostError(HostErrorKind::Full, ""); });
+  };
+  EXPECT_THROW(fail(PlacesOfDemo(folder.File("nueva/dentro"))), HostError);
+  WriteFile(places.exportFolder + "/240131.txt", "0001");
+  EXPECT_THROW(fail(places), HostError);
+  EXPECT_EQ(test::NamesIn(folder.Path()), std::vector<std::string>{"tienda"});
+  EXPECT_FALSE(std::filesystem::exists(places.database));
+  EXPECT_EQ(ReadFile(places.exportFolder + "/240131.txt"), "0001");
+  EXPECT_EQ(runner.Run({"demo", places.folder}).code, 0);
 }
 
 TEST_F(DemoStore, ItsPriceListsHoldTheSameRowsOfEveryKind) {

@@ -1,16 +1,13 @@
 #include "cli/demo/DemoFiles.h"
 
-#include <fstream>
-
-#include "host/HostError.h"
+#include "platform/files/PosixFileHelper.h"
 
 namespace tolvan {
 
 void WriteDemoFile(const std::string& path, std::string_view content) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file << content;
-  file.close();
-  if (!file) throw HostError(HostErrorKind::Access, "no se pudo escribir el archivo", path);
+  const std::unique_ptr<WholeFile> file = PosixFileHelper("/").CreateWhole(path);
+  file->Write(content);
+  file->Commit();
 }
 
 }  // namespace tolvan

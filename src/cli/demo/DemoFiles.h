@@ -5,7 +5,7 @@
 
 namespace tolvan {
 
-/// Writes a whole file over one that is there. Throws HostError Access.
+/// Writes a whole file over one that is there. `path` is absolute. Throws HostError.
 void WriteDemoFile(const std::string& path, std::string_view content);
 
 }  // namespace tolvan

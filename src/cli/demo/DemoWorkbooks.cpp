@@ -121,12 +121,12 @@ void WriteDemoWorkbooks(const DemoPlaces& places, Date today) {
   const fs::path templates = fs::path(places.folder) / "PlantillasImpresion" / "Excel";
   const fs::path examples(places.examples);
   const std::string templatePath = templates / "FormatoMigracion001.XLT";
-  fs::create_directories(templates);
+  PosixFileHelper files(places.folder);
+  files.MakeFolder(templates.native());
   WriteDemoFile(templatePath, data::templateXls);
   WriteDemoFile(templates / "FormatoMigracion001.xlsx", data::templateXlsx);
   WriteDemoFile(examples / "precios.xls", data::examplePricesXls);
   const DayClock clock(today);
-  PosixFileHelper files(places.folder);
   DeferredSpreadsheetApplication spreadsheets(clock, files, places.exportFolder);
   WritePrices(spreadsheets, templatePath, examples / "precios.xlsx");
   WriteMovilnet(spreadsheets, examples / "movilnet.xlsx");
