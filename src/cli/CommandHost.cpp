@@ -54,7 +54,9 @@ DatabaseServices& CommandHost::RequireDatabase() const {
 }
 
 std::string CommandHost::Notice() const {
-  return Context().application.Settings().Notice();
+  const std::string ofConfiguration = factory_->Notice();
+  const std::string ofSettings = Context().application.Settings().Notice();
+  return ofConfiguration + (ofConfiguration.empty() || ofSettings.empty() ? "" : "\r\n") + ofSettings;
 }
 
 }  // namespace tolvan

@@ -9,6 +9,8 @@
 
 namespace tolvan {
 
+class ConfiguredHostFactory;
+
 class CommandHost {
  public:
   /// Reads the configuration at `path` and makes the component. Throws CommandFailure Unreachable.
@@ -24,11 +26,11 @@ class CommandHost {
   /// CommandFailure Unreachable.
   DatabaseServices& RequireDatabase() const;
 
-  /// What the user should be told about the settings; empty when all was well.
+  /// What the user should be told about the configuration and the settings; empty when all was well.
   std::string Notice() const;
 
  private:
-  std::unique_ptr<HostFactory> factory_;
+  std::unique_ptr<ConfiguredHostFactory> factory_;
   std::unique_ptr<clsImpExp> component_;
 };
 

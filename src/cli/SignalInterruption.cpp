@@ -13,10 +13,13 @@ extern "C" void OnSignal(int) {
   requested = 1;
 }
 
-void Install(int signal) {
+/// A signal that the program was started without, as by nohup, stays ignored.
+void Install(int signal, unsigned flags) {
   struct sigaction handler {};
+  sigaction(signal, nullptr, &handler);
+  if (handler.sa_handler == SIG_IGN) return;
   handler.sa_handler = OnSignal;
-  handler.sa_flags = static_cast<int>(SA_RESETHAND);  // the second one takes the default way
+  handler.sa_flags = static_cast<int>(flags);
   sigemptyset(&handler.sa_mask);
   sigaction(signal, &handler, nullptr);
 }
@@ -25,8 +28,10 @@ void Install(int signal) {
 
 SignalInterruption::SignalInterruption(std::ostream& messages, bool drawsThere)
     : messages_(messages), drawsThere_(drawsThere) {
-  Install(SIGINT);
-  Install(SIGTERM);
+  constexpr unsigned once = SA_RESETHAND;  // the second one takes the default way
+  Install(SIGINT, once);
+  Install(SIGTERM, once);
+  Install(SIGHUP, 0);             // a terminal that closes may send it twice, and nobody is waiting there any more
   std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is a failed write, not a sudden end
   std::signal(SIGXFSZ, SIG_IGN);  // and so is a file that grows past the user's limit
 }

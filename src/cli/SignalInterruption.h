@@ -7,8 +7,9 @@
 
 namespace tolvan {
 
-/// The user's wish to stop, told by SIGINT (Ctrl-C) or SIGTERM. One object per process: it installs the handlers. A
-/// second signal of the kind ends the process at once, for a user who does not want to wait.
+/// The user's wish to stop, told by SIGINT (Ctrl-C), SIGTERM or SIGHUP (the terminal was closed). One object per
+/// process: it installs the handlers. A second signal of the first two kinds ends the process at once, for a user who
+/// does not want to wait.
 class SignalInterruption : public Interruption {
  public:
   /// Waits are told to `messages`, which must outlive the object. `drawsThere`: an unfinished line may stand there,

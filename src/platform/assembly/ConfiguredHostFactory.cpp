@@ -1,7 +1,10 @@
 #include "platform/assembly/ConfiguredHostFactory.h"
 
+#include <algorithm>
+#include <cctype>
 #include <filesystem>
 
+#include "base/Text.h"
 #include "platform/assembly/ConfiguredAppServices.h"
 #include "platform/assembly/ConfiguredHostApplication.h"
 #include "platform/configuration/HostConfigurationReader.h"
@@ -66,6 +69,16 @@ FileGuard GuardOf(const HostConfiguration& configuration, const SettingsLocation
   return guard;
 }
 
+// A path as one word of a shell's command.
+std::string ShellWord(const std::string& path) {
+  const bool isPlain = std::ranges::all_of(path, [](char character) {
+    return std::isalnum(static_cast<unsigned char>(character)) != 0 ||
+           std::string_view("/._-").find(character) != std::string_view::npos;
+  });
+  if (isPlain) return path;
+  return "'" + ReplaceAll(path, "'", "'\\''") + "'";
+}
+
 }  // namespace
 
 HostConfiguration OpenHostConfiguration(const std::string& path) {
@@ -81,6 +94,13 @@ ConfiguredHostFactory::ConfiguredHostFactory(HostConfiguration configuration, co
       front_(front),
       applicationFolder_(ExistingFolder(configuration_, "carpeta", configuration_.applicationFolder)),
       location_(LocationOf(configuration_)) {}
+
+std::string ConfiguredHostFactory::Notice() const {
+  const std::string& path = configuration_.filePath;
+  if (!HasPassword(configuration_) || !IsReadableByEverybody(path)) return {};
+  return "Cualquier usuario de este equipo puede leer la contraseña que está en " + path +
+         ". Para evitarlo:\r\n  chmod 600 " + ShellWord(path);
+}
 
 std::unique_ptr<AppServices> ConfiguredHostFactory::CreateAppServices() {
   return std::make_unique<ConfiguredAppServices>(applicationFolder_, GuardOf(configuration_, location_),

@@ -23,6 +23,9 @@ class ConfiguredHostFactory final : public HostFactory {
   std::unique_ptr<AppServices> CreateAppServices() override;
   std::unique_ptr<HostContext> CreateHostContext(AppServices& services) override;
 
+  /// What the user should be told about the configuration, in Spanish; empty when all is well.
+  std::string Notice() const;
+
   const std::string& ApplicationFolder() const { return applicationFolder_; }
   const SettingsLocation& Location() const { return location_; }
 

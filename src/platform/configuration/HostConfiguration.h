@@ -53,4 +53,7 @@ struct HostConfiguration {
 /// The folder of the configuration file, absolute, without a separator at its end.
 std::string FolderOfConfiguration(const HostConfiguration& configuration);
 
+/// Whether the mail account or the connection string has a password.
+bool HasPassword(const HostConfiguration& configuration);
+
 }  // namespace tolvan

@@ -60,6 +60,11 @@ bool AreOneFile(const std::string& path, const std::string& other) {
   return one.st_dev == two.st_dev && one.st_ino == two.st_ino;
 }
 
+bool IsReadableByEverybody(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && (status.st_mode & S_IROTH) != 0;
+}
+
 std::string HomeFolder() {
   const char* home = std::getenv("HOME");
   if (home == nullptr || *home != '/') {

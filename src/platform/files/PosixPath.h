@@ -30,6 +30,9 @@ std::string_view NameOf(std::string_view absolutePath);
 /// Whether both paths are there and lead to one file or folder, be it by another spelling or a link.
 bool AreOneFile(const std::string& path, const std::string& other);
 
+/// Whether the file's own mode lets every user of the machine read it.
+bool IsReadableByEverybody(const std::string& path);
+
 /// The user's home folder without a separator at the end; empty when there is none.
 std::string HomeFolder();
 

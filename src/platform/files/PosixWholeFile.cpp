@@ -17,24 +17,28 @@ constexpr std::size_t bufferSize = 256U << 10;
 
 std::string FollowedLinks(const std::string& path) {
   const std::unique_ptr<char, void (*)(void*)> real(::realpath(path.c_str(), nullptr), std::free);
-  return real ? std::string(real.get()) : path;
+  if (!real) throw SystemFailure(errno, path);
+  return real.get();
 }
 
 }  // namespace
 
-PosixWholeFile::PosixWholeFile(std::string path) : path_(std::move(path)), target_(FollowedLinks(path_)) {
+PosixWholeFile::PosixWholeFile(std::string path) : path_(std::move(path)), target_(path_) {
   struct stat status {};
-  const bool exists = ::stat(target_.c_str(), &status) == 0;
-  if (exists && S_ISDIR(status.st_mode)) throw SystemFailure(EISDIR, path_);
-  if (exists && !S_ISREG(status.st_mode)) throw HostError(HostErrorKind::Access, "no es un archivo", path_);
-  if (exists && ::access(target_.c_str(), W_OK) != 0) throw SystemFailure(errno, path_);
+  if (::stat(path_.c_str(), &status) != 0) {
+    if (errno != ENOENT) throw SystemFailure(errno, path_);
+    temporary_.emplace(FolderOf(target_));
+    return;
+  }
+  if (S_ISDIR(status.st_mode)) throw SystemFailure(EISDIR, path_);
+  if (!S_ISREG(status.st_mode)) throw HostError(HostErrorKind::Access, "no es un archivo", path_);
+  if (::access(path_.c_str(), W_OK) != 0) throw SystemFailure(errno, path_);
+  target_ = FollowedLinks(path_);
   temporary_.emplace(FolderOf(target_));
-  if (exists) CopyRightsOfTarget();
+  CopyRights(status);
 }
 
-void PosixWholeFile::CopyRightsOfTarget() {
-  struct stat status {};
-  if (::stat(target_.c_str(), &status) != 0) return;
+void PosixWholeFile::CopyRights(const struct stat& status) {
   // Another owner can only be set by a privileged user; everybody else becomes the owner of what he writes. The mode
   // comes after, because a change of owner takes bits of it away.
   [[maybe_unused]] const int owned = ::fchown(temporary_->Number(), status.st_uid, status.st_gid);

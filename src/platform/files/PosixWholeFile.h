@@ -5,6 +5,8 @@
 // not replaced although its folder would allow it, and neither is anything that is no regular file.
 #pragma once
 
+#include <sys/stat.h>
+
 #include <optional>
 #include <string>
 
@@ -22,7 +24,7 @@ class PosixWholeFile final : public WholeFile {
   void Commit() override;
 
  private:
-  void CopyRightsOfTarget();
+  void CopyRights(const struct stat& status);
   void FlushBuffer();
   [[noreturn]] void Abandon(int errorNumber);
 

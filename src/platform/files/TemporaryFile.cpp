@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <optional>
 
 #include "platform/files/SystemFailure.h"
 
@@ -14,10 +15,12 @@ namespace {
 
 constexpr int mostWriters = 64;  // in one folder at the same time
 
-bool NameLeadsTo(const std::string& path, int file) {
+// Nothing when the system does not tell; errno says why.
+std::optional<bool> NameLeadsTo(const std::string& path, int file) {
   struct stat named {};
   struct stat opened {};
-  if (::lstat(path.c_str(), &named) != 0 || ::fstat(file, &opened) != 0) return false;
+  if (::fstat(file, &opened) != 0) return std::nullopt;
+  if (::lstat(path.c_str(), &named) != 0) return errno == ENOENT ? std::optional(false) : std::nullopt;
   return named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
@@ -34,8 +37,8 @@ bool RemoveAbandoned(const std::string& path) {
   struct stat status {};
   if (::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
   if (::flock(file.Number(), LOCK_EX | LOCK_NB) != 0) return false;
-  if (!NameLeadsTo(path, file.Number())) return true;
-  return ::unlink(path.c_str()) == 0;
+  const std::optional<bool> isThis = NameLeadsTo(path, file.Number());
+  return isThis && (!*isThis || ::unlink(path.c_str()) == 0);
 }
 
 }  // namespace
@@ -57,7 +60,14 @@ bool TemporaryFile::TakeName(const std::string& candidate) {
       if (!RemoveAbandoned(candidate)) return false;
       continue;
     }
-    if (!LockIsOurs(file.Number()) || !NameLeadsTo(candidate, file.Number())) continue;
+    if (!LockIsOurs(file.Number())) continue;
+    const std::optional<bool> isOurs = NameLeadsTo(candidate, file.Number());
+    if (!isOurs) {
+      const int errorNumber = errno;
+      ::unlink(candidate.c_str());
+      throw SystemFailure(errorNumber, folder_);
+    }
+    if (!*isOurs) continue;
     file_ = std::move(file);
     path_ = candidate;
     return true;

@@ -2,9 +2,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <functional>
 
+#include "base/Text.h"
 #include "contract/TemporaryFolder.h"
 #include "platform/assembly/DeferredSpreadsheetApplication.h"
 #include "support/FakeHost.h"
@@ -115,6 +117,23 @@ TEST_F(ConfiguredHostFactoryTest, NamesFoldersFromTheConfiguration) {
     EXPECT_THAT(error.what(), HasSubstr("tolvan.ini")) << unusable;
   }
   EXPECT_THROW(OpenHostConfiguration(folder_.File("otro.ini")), HostError);
+}
+
+TEST_F(ConfiguredHostFactoryTest, TellsOfAPasswordThatEverybodyCanRead) {
+  const std::string path = std::filesystem::canonical(folder_.Path()) / "dueño's.ini";
+  const HostFront front{dialogs_, clock_, interruption_, false};
+  const auto notice = [&](const std::string& text, mode_t mode) {
+    test::WriteFile(path, text);
+    ::chmod(path.c_str(), mode);
+    return ConfiguredHostFactory(OpenHostConfiguration(path), front).Notice();
+  };
+  const std::string mail = "[correo]\nclave = secreto\n";
+  const std::string database = "[base_de_datos]\nmotor = postgresql\nconexion = Server=x; PWD = y;\n";
+  for (const std::string& text : {mail, database}) {
+    EXPECT_THAT(notice(text, 0644), testing::EndsWith("\r\n  chmod 600 '" + ReplaceAll(path, "'", "'\\''") + "'"));
+    EXPECT_EQ(notice(text, 0640), "");
+  }
+  EXPECT_EQ(notice("[base_de_datos]\nmotor = postgresql\nconexion = Server=x;Pwd=;\n", 0644), "");
 }
 
 TEST_F(ConfiguredHostFactoryTest, SendsMailAndRequestsThroughTheModule) {

@@ -1,9 +1,13 @@
 #include "platform/files/PosixWholeFile.h"
 
 #include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -108,6 +112,29 @@ TEST(PosixWholeFile, LeavesTheOldFileWhenTheDiskIsFull) {
     return seen + " " + std::to_string(NamesIn(folder.Path()).size());
   });
   EXPECT_EQ(outcome, "full full viejo 1");
+}
+
+// From here on the system refuses this process to look at an open file.
+void RefuseFstat() {
+  sock_filter program[] = {{BPF_LD | BPF_W | BPF_ABS, 0, 0, offsetof(seccomp_data, nr)},
+                           {BPF_JMP | BPF_JEQ | BPF_K, 1, 0, __NR_fstat},
+                           {BPF_JMP | BPF_JEQ | BPF_K, 0, 1, __NR_newfstatat},
+                           {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ERRNO | EIO},
+                           {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW}};
+  const sock_fprog filter{std::size(program), program};
+  ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+  ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter);
+}
+
+TEST(TemporaryFile, IsGoneWhenItCannotBeLookedAt) {
+  const test::TemporaryFolder folder;
+  const std::string outcome = test::RunInChild([&]() -> std::string {
+    RefuseFstat();
+    return test::KindThrownBy([&] { const TemporaryFile file(folder.Path()); }) == HostErrorKind::Failed ? "failed"
+                                                                                                         : "";
+  });
+  EXPECT_EQ(outcome, "failed");
+  EXPECT_TRUE(NamesIn(folder.Path()).empty());
 }
 
 TEST(PosixWholeFile, RespectsWhatMayNotBeWritten) {

@@ -133,7 +133,7 @@ TEST_F(TextSettingsStoreTest, TellsWhyNothingWasSaved) {
     const FileLock other(path_ + ".lock", std::chrono::milliseconds(0));
     EXPECT_EQ(test::KindThrownBy([&] { store.Save(section); }), HostErrorKind::Busy);
     const test::ImpatientUser user;
-    const auto change = [&] { ValueFile(files_, clock_, path_, &user).Change([](NamedValues&) {}); };
+    const auto change = [&] { ValueFile(clock_, path_, &user).Change([](NamedValues&) {}); };
     EXPECT_EQ(test::KindThrownBy(change), HostErrorKind::Interrupted);
     EXPECT_EQ(user.told, "Otro programa está guardando las opciones; esperando… Ya.");
   }
