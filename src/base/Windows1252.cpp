@@ -47,6 +47,14 @@ std::optional<std::string> ToWindows1252(std::string_view text) {
   return bytes;
 }
 
+std::string_view FirstBeyondWindows1252(std::string_view text) {
+  for (std::size_t position = 0; position < text.size();) {
+    const std::size_t begin = position;
+    if (!ByteOf(NextCodePoint(text, position))) return text.substr(begin, position - begin);
+  }
+  return {};
+}
+
 std::string ToWindows1252(std::string_view text, char substitute) {
   std::string bytes;
   bytes.reserve(text.size());

@@ -17,4 +17,7 @@ std::optional<std::string> ToWindows1252(std::string_view text);
 /// The same with `substitute` for every character that has no byte.
 std::string ToWindows1252(std::string_view text, char substitute);
 
+/// The first character of a UTF-8 text that has no byte in the code page; empty when all have one.
+std::string_view FirstBeyondWindows1252(std::string_view text);
+
 }  // namespace tolvan

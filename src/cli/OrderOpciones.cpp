@@ -8,6 +8,7 @@
 #include "base/Text.h"
 #include "cli/CommandHost.h"
 #include "cli/Suggestion.h"
+#include "export/DailySalesExport.h"
 #include "services/ApplicationError.h"
 
 namespace tolvan {
@@ -60,6 +61,9 @@ void Write(CommandHost& host, const std::vector<Wish>& wishes) {
     if (!IsValidUtf8(*wish.value)) {
       throw CommandFailure(ExitCode::Usage, "El valor de " + std::string(wish.setting.key) + " no es texto UTF-8");
     }
+    const std::string objection =
+        wish.setting.index == Setting::CodigoTienda ? StoreCodeObjection(*wish.value) : std::string();
+    if (!objection.empty()) throw CommandFailure(ExitCode::Failed, "No se guardó nada: " + objection);
     try {
       host.Context().settings.SetText(wish.setting.index, *wish.value);
     } catch (const ApplicationError& error) {

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "base/Windows1252.h"
 #include "services/ResourceTexts.h"
 #include "services/StoredDate.h"
 #include "services/SumDaySales.h"
@@ -68,6 +69,13 @@ std::string DailySalesFileName(Date reportDate) {
   return TwoDigits(reportDate.Year() % 100) + TwoDigits(reportDate.Month()) + TwoDigits(reportDate.Day()) + ".txt";
 }
 
+std::string StoreCodeObjection(std::string_view storeCode) {
+  const std::string_view lost = FirstBeyondWindows1252(storeCode);
+  if (lost.empty()) return {};
+  return "la opción MicrosExp_CodigoTienda (código de la empresa) tiene el carácter «" + std::string(lost) +
+         "», que no existe en la codificación del archivo (Windows-1252)";
+}
+
 DailySalesResult DailySalesExport::Run(bool interactive, std::string& errorText) {
   DailySalesResult result;
   try {
@@ -86,6 +94,8 @@ void DailySalesExport::Export(bool interactive, DailySalesResult& result, std::s
                                 .endMinutes = settings.Integer(Setting::HoraFinalVentaMinutos),
                                 .reportDate = interactive ? StoredReportDate(settings) : yesterday,
                                 .quoted = settings.Integer(Setting::MostrarComillas) != 0};
+  const std::string objection = StoreCodeObjection(record.storeCode);
+  if (!objection.empty()) throw HostError(HostErrorKind::InvalidValue, objection);
   const Currency total = SumDaySales(context_->application.Database(), record.reportDate, false);
   result.record = FormatDailySales(record, total);
   const std::string forcedName = settings.Text(Setting::NombreArchivo);
@@ -102,15 +112,14 @@ void DailySalesExport::Export(bool interactive, DailySalesResult& result, std::s
 }
 
 bool DailySalesExport::Write(DailySalesResult& result, std::string& errorText) {
-  FileHelper& files = context_->Files();
   // An old file must not be taken for today's when today's cannot be written, so it goes first, come what may.
-  static_cast<void>(files.DeleteFile(result.path));
+  static_cast<void>(context_->Files().DeleteFile(result.path));
   if (context_->services.DiagnosticFlag()) {
     Dialogs& dialogs = context_->UserDialogs();
     dialogs.ShowMessage(MessageIcon::None, context_->application.ProductName(), result.record);
     dialogs.ShowMessage(MessageIcon::None, context_->application.ProductName(), result.path);
   }
-  result.writeFailure = files.WriteTextFile(result.record, result.path);
+  result.writeFailure = context_->Files().WriteTextFile(result.record, result.path);
   result.written = !result.writeFailure;
   if (!result.written) {
     errorText.append(lineBreak).append(ResourceText(text_id::pathError)).append(lineBreak).append(result.path);

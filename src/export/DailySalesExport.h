@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "base/Calendar.h"
 #include "base/Currency.h"
@@ -38,6 +39,9 @@ std::string FormatDailySales(const DailySalesRecord& record, Currency total);
 /// The report date that the settings hold, carried when its parts run over (day 31 of February is in March). Throws
 /// HostError InvalidValue when they are no date at all.
 Date StoredReportDate(const ImpExpSettings& settings);
+
+/// Why the file cannot hold a store code, in Spanish with the character and the setting; empty when it can.
+std::string StoreCodeObjection(std::string_view storeCode);
 
 /// The default name of the file: "240131.txt".
 std::string DailySalesFileName(Date reportDate);

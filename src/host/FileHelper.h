@@ -71,8 +71,8 @@ class FileHelper {
   /// False when the file is still there or never was. One of the store's own stays.
   virtual bool DeleteFile(std::string_view path) noexcept = 0;
 
-  /// Writes a text file anew: whole or not at all, in Windows-1252 ("?" for what it does not hold), with nothing added.
-  /// The failure, or nothing when the file was written.
+  /// Writes a text file anew: whole or not at all, in Windows-1252, with nothing added. The failure, or nothing when
+  /// the file was written; a character that the code page does not hold is InvalidValue.
   virtual std::optional<HostError> WriteTextFile(std::string_view text, std::string_view path) noexcept = 0;
 
   /// Begins a file that replaces `path` on Commit. Throws HostError; Access for one of the store's own.

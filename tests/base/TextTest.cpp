@@ -218,8 +218,10 @@ TEST(Windows1252, ACharacterWithoutAByteIsRefusedOrReplaced) {
   for (const std::string& lost :
        {std::string("\u0080"), std::string("Ω"), std::string("\U0001F600"), std::string("\xC3")}) {
     EXPECT_EQ(ToWindows1252("a" + lost + "ñ"), std::nullopt);
+    EXPECT_EQ(FirstBeyondWindows1252("€ñ" + lost + "Ω"), lost);
     EXPECT_EQ(ToWindows1252("a" + lost + "ñ", '?'), "a?\xF1");
   }
+  EXPECT_EQ(FirstBeyondWindows1252("€ñ"), "");
 }
 
 }  // namespace

@@ -54,6 +54,29 @@ TEST_F(DailySalesOrders, AFolderThatIsNotThereIsTheTextOfTheComponentAndItsCause
   EXPECT_NE(result.messages.find("no existe"), std::string::npos);
 }
 
+// The provider's own contract joins every operation with every such file; here every order that writes one is there.
+TEST_F(DailySalesOrders, NoOrderWritesOverTheDatabase) {
+  const std::string link = folder.File("lista.xlsx");
+  std::filesystem::create_hard_link(places.database, link);
+  runner.Run({"opciones", "6=.", "9=tienda.db"});
+  const std::vector<std::vector<std::string>> orders = {
+      {"vexlor"},
+      {"ventas"},
+      {"plantilla", link},
+      {"plantilla", link, "--con-datos"},
+      {"colector", link, "--proposito", "conteo"},
+      {"importar-rnc", places.examples + "/DGII_RNC.TXT", "--rechazos", link},
+      {"importar-excel", places.examples + "/precios.xlsx", "--informe", link}};
+  for (const std::vector<std::string>& order : orders) {
+    auto words = order;
+    words.insert(words.begin(), "--si");
+    const auto result = runner.Run(words);
+    EXPECT_EQ(result.code, 1) << order.front();
+    EXPECT_NE(result.messages.find("es un archivo propio de la tienda"), std::string::npos) << result.messages;
+    EXPECT_TRUE(ReadFile(places.database).starts_with("SQLite format 3")) << order.front();
+  }
+}
+
 TEST_F(DailySalesOrders, AHostThatCannotBeReachedIsExitCodeFour) {
   const std::string ini = ReadFile(places.host);
   const std::vector<std::pair<std::string, std::string>> cases = {

@@ -26,6 +26,11 @@ TEST_F(OrderOpciones, ARefusedValueChangesNothing) {
   EXPECT_EQ(result.messages,
             "Error al intentar guardar opciones del sistema: MicrosExp_HoraFinalVenta_Horas no admite "
             "\"tarde\"\n");
+  const auto code = runner.Run({"opciones", "9=x.txt", "0=Peñón €Ω"});
+  EXPECT_EQ(code.code, 1);
+  EXPECT_NE(code.messages.find("MicrosExp_CodigoTienda (código de la empresa) tiene el carácter «Ω»"),
+            std::string::npos);
+  EXPECT_EQ(runner.Run({"opciones", "9"}).output, "MicrosExp_NombreArchivo=\n");
   EXPECT_EQ(runner.Run({"opciones", "0"}).output, "MicrosExp_CodigoTienda=0001\n");
   EXPECT_EQ(runner.Run({"opciones", "Nada=1"}).code, 2);
   EXPECT_EQ(runner.Run({"opciones", "16"}).code, 2);

@@ -98,9 +98,15 @@ TEST(DailySalesExport, AFailedWriteTellsThePathRemovesTheOldFileAndSendsNothing)
   EXPECT_TRUE(host.application.mail.sent.empty());
 }
 
-TEST(DailySalesExport, ADatabaseThatFailsLeavesTheEarlierFile) {
+TEST(DailySalesExport, ACodeOrADatabaseThatFailsLeavesTheEarlierFile) {
   SalesHost host;
   host.services.files.contents["/out/240131.txt"] = "earlier";
+  const std::string code = host.settings.Text(Setting::CodigoTienda);
+  host.settings.SetText(Setting::CodigoTienda, "店1");
+  EXPECT_FALSE(host.Run(true).succeeded);
+  EXPECT_NE(host.errorText.find("MicrosExp_CodigoTienda (código de la empresa) tiene el carácter «店»"),
+            std::string::npos);
+  host.settings.SetText(Setting::CodigoTienda, code);
   host.application.databaseFailure = HostError(HostErrorKind::Busy, "la tienda está ocupada");
   EXPECT_FALSE(host.Run(true).succeeded);
   EXPECT_NE(host.errorText.find("la tienda está ocupada"), std::string::npos);

@@ -135,8 +135,14 @@ bool PosixFileHelper::DeleteFile(std::string_view path) noexcept {
 
 std::optional<HostError> PosixFileHelper::WriteTextFile(std::string_view text, std::string_view path) noexcept {
   try {
+    const std::optional<std::string> bytes = ToWindows1252(text);
+    if (!bytes) {
+      return HostError(HostErrorKind::InvalidValue,
+                       "el carácter «" + std::string(FirstBeyondWindows1252(text)) + "» no existe en Windows-1252",
+                       std::string(path));
+    }
     const std::unique_ptr<WholeFile> file = CreateWhole(path);
-    file->Write(ToWindows1252(text, '?'));
+    file->Write(*bytes);
     file->Commit();
     return std::nullopt;
   } catch (const HostError& error) {
