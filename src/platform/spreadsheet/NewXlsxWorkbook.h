@@ -1,14 +1,15 @@
-// A new workbook, written by libxlsxwriter into a temporary file. The file is read back before it takes its place,
-// because the library does not notice a device that fills up under its own temporary files.
+// A new workbook, kept in memory until it is written whole into its place: it needs no temporary file that a full disk
+// could cut.
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
+#include <vector>
 
 #include "base/Calendar.h"
 #include "host/FileHelper.h"
 #include "host/SpreadsheetApplication.h"
+#include "platform/spreadsheet/NewSheet.h"
 
 namespace tolvan {
 
@@ -21,9 +22,9 @@ class NewXlsxWorkbook : public NewWorkbook {
     std::uint32_t headingRows = 0;  ///< rows of the template's headings; data begins below them
   };
 
-  /// `files` must outlive the object. Throws HostError Full, Access or Failed.
-  NewXlsxWorkbook(FileHelper& files, Options options);
-  ~NewXlsxWorkbook() override;
+  /// `files` must outlive the object.
+  NewXlsxWorkbook(FileHelper& files, Options options)
+      : files_(files), options_(std::move(options)), lastRow_(options_.headingRows) {}
 
   /// A row of the template's headings, to its own place. Rows come in ascending order, before any AppendRow.
   void WriteHeading(const SheetRow& row);
@@ -33,16 +34,11 @@ class NewXlsxWorkbook : public NewWorkbook {
   std::string OpenForUser() override;
 
  private:
-  struct Book;
-  void WriteCell(std::uint32_t row, std::uint32_t column, const NewCell& cell, void* textFormat, void* numberFormat);
-  void Finish();
-  void Verify() const;
-
   FileHelper& files_;
   Options options_;
-  std::unique_ptr<Book> book_;
-  std::uint32_t nextRow_;  // from 0
-  std::uint64_t cellsWritten_ = 0;
+  NewSheet sheet_;
+  std::uint32_t lastRow_;  // from 1
+  bool beginsWithHeading_ = false;
 };
 
 }  // namespace tolvan

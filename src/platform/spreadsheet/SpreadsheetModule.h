@@ -1,6 +1,6 @@
 // The entry points of the module that holds the readers and writers of workbooks, the reader of zips, and their
-// libraries. It is a library of its own, loaded when one of them is first used: linking libxml2, libzip and
-// libxlsxwriter costs every start of a program about as much as a short order itself takes.
+// libraries. It is a library of its own, loaded when one of them is first used: linking libxml2 and libzip costs every
+// start of a program about as much as a short order itself takes.
 #pragma once
 
 #include <string>

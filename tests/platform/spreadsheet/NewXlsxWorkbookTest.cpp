@@ -99,8 +99,8 @@ TEST_F(NewXlsxWorkbookTest, RefusesWhatNoCellHolds) {
 TEST_F(NewXlsxWorkbookTest, LeavesTheOldFileWhenTheDeviceIsFull) {
   Write(path, 3);
   const std::string before = test::ReadFile(path);
-  // At every size some other of the library's own files is the one that is cut, which it does not notice by itself.
-  for (const std::size_t bytes : {2'000U, 20'000U, 100'000U, 400'000U}) {
+  ::setenv("TMPDIR", "/no/such/folder", 1);  // no other place takes part
+  for (const std::size_t bytes : {2'000U, 20'000U, 100'000U}) {
     const std::string result = test::RunInChild([&]() -> std::string {
       test::LimitFileSizes(bytes);
       try {

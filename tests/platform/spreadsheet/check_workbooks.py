@@ -162,7 +162,10 @@ def main():
             path = folder / f'random{seed}{suffix}'
             make_random(path, seed)
             check_good(program, path, None, judge)
-            count += 1
+            copy = path.with_name(f'copy{seed}{suffix[1:]}.xlsx')
+            subprocess.run([program, path, copy], check=True)
+            check_good(program, copy, None, by_openpyxl)
+            count += 2
     for suffix, judge in (('.xlsx', by_openpyxl), ('.XLT', by_xlrd)):
         check_good(program, TEMPLATES / ('FormatoMigracion001' + suffix), None, judge)
         count += 1
