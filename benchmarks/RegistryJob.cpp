@@ -5,8 +5,8 @@
 
 #include "NobodyThere.h"
 #include "fiscal/TaxpayerRegistryImport.h"
-#include "platform/files/PosixFileHelper.h"
-#include "platform/spreadsheet/ZipArchiveReader.h"
+#include "spreadsheet/ZipArchiveReader.h"
+#include "system/posix/PosixFileHelper.h"
 
 namespace tolvan::bench {
 

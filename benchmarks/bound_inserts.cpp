@@ -10,8 +10,8 @@
 
 #include "Bench.h"
 #include "BenchFolder.h"
-#include "platform/sql/SqliteDialect.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
+#include "database/sql/SqliteDialect.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::bench {
 namespace {

@@ -12,12 +12,12 @@
 #include "Bench.h"
 #include "BenchFolder.h"
 #include "NobodyThere.h"
-#include "platform/files/PosixFileHelper.h"
-#include "platform/sql/SqlScript.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
-#include "platform/xml/PugiXmlLibrary.h"
+#include "database/sql/SqlScript.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
+#include "system/posix/PosixFileHelper.h"
 #include "transport/ItemDefinitionFile.h"
 #include "transport/basComponenteXML.h"
+#include "xml/PugiXmlLibrary.h"
 
 namespace tolvan::data {
 extern const std::string_view sqliteSchema;

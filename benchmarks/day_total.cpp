@@ -6,8 +6,8 @@
 
 #include "Bench.h"
 #include "BenchFolder.h"
-#include "platform/sql/SqlScript.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
+#include "database/sql/SqlScript.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::data {
 extern const std::string_view sqliteSchema;

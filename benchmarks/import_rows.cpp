@@ -10,11 +10,11 @@
 #include "Bench.h"
 #include "BenchFolder.h"
 #include "NobodyThere.h"
+#include "database/sql/SqlScript.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
 #include "import/ItemStatements.h"
 #include "import/ItemWriter.h"
 #include "import/TemplateClassifier.h"
-#include "platform/sql/SqlScript.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::data {
 extern const std::string_view sqliteSchema;

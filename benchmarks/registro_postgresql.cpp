@@ -9,9 +9,9 @@
 #include "RegistryGenerator.h"
 #include "RegistryJob.h"
 #include "base/Text.h"
-#include "platform/odbc/OdbcDatabaseServices.h"
-#include "platform/sql/PostgreSqlDialect.h"
-#include "platform/sql/SqlScript.h"
+#include "database/odbc/OdbcDatabaseServices.h"
+#include "database/sql/PostgreSqlDialect.h"
+#include "database/sql/SqlScript.h"
 #include "support/CountingRelay.h"
 #include "support/PostgresServer.h"
 

@@ -12,9 +12,9 @@
 #include "BenchFolder.h"
 #include "RegistryGenerator.h"
 #include "RegistryJob.h"
-#include "platform/sql/SqlScript.h"
-#include "platform/sql/SqliteDialect.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
+#include "database/sql/SqlScript.h"
+#include "database/sql/SqliteDialect.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::data {
 extern const std::string_view sqliteSchema;

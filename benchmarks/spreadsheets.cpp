@@ -18,9 +18,9 @@
 #include "BenchFolder.h"
 #include "NobodyThere.h"
 #include "import/TemplateRow.h"
-#include "platform/spreadsheet/WorkbookFile.h"
-#include "platform/spreadsheet/XlsReader.h"
-#include "platform/spreadsheet/XlsxReader.h"
+#include "spreadsheet/WorkbookFile.h"
+#include "spreadsheet/XlsReader.h"
+#include "spreadsheet/XlsxReader.h"
 
 namespace tolvan::bench {
 namespace {

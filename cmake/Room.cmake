@@ -17,20 +17,20 @@ function(tolvan_room name)
   add_library(tolvan_${name} STATIC ${ROOM_SOURCES})
   target_link_libraries(tolvan_${name} PUBLIC tolvan_house ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
   # What a module carries must be able to lie anywhere.
-  if(name MATCHES "^(base|host|platform_.*)$")
+  if(name MATCHES "^(base|host|system|sql|odbc|spreadsheet|network|xml)$")
     set_target_properties(tolvan_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
   endif()
 endfunction()
 
-# tolvan_module(<provider> <file>...): the library libtolvan_<provider>.so beside the programs, made of the room
-# tolvan_platform_<provider> and the files of its entry points, for a program to load when it first needs it. It carries
+# tolvan_module(<name> <room> <file>...): the library libtolvan_<name>.so beside the programs, made of the target <room>
+# of a provider and the files of its entry points, for a program to load when it first needs it. It carries
 # its own copy of what it uses of the rooms below, and shows nothing but its entry points.
-function(tolvan_module provider)
-  add_library(tolvan_${provider}_module MODULE ${ARGN})
-  target_link_libraries(tolvan_${provider}_module PRIVATE tolvan_house tolvan_platform_${provider})
-  target_link_options(tolvan_${provider}_module PRIVATE LINKER:--exclude-libs,ALL)
-  set_target_properties(tolvan_${provider}_module PROPERTIES
-    OUTPUT_NAME tolvan_${provider}
+function(tolvan_module name room)
+  add_library(tolvan_${name}_module MODULE ${ARGN})
+  target_link_libraries(tolvan_${name}_module PRIVATE tolvan_house ${room})
+  target_link_options(tolvan_${name}_module PRIVATE LINKER:--exclude-libs,ALL)
+  set_target_properties(tolvan_${name}_module PROPERTIES
+    OUTPUT_NAME tolvan_${name}
     LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-  install(TARGETS tolvan_${provider}_module LIBRARY DESTINATION lib/tolvan-impexp)
+  install(TARGETS tolvan_${name}_module LIBRARY DESTINATION lib/tolvan-impexp)
 endfunction()

@@ -5,7 +5,7 @@
 
 - A file includes its own room and rooms further down, as the table below has it; never up, never sideways.
 - In the portable rooms a header is the standard library's (<filesystem> and threads aside, which the Windows build
-  does not promise) or the tree's own. Other headers stand in .cpp files of platform/ and the mains only; utf8proc in
+  does not promise) or the tree's own. Other headers stand in .cpp files of providers and fronts only; utf8proc in
   .cpp files of base/. The classes of desktop/ are windows of wxWidgets, so its headers name that toolkit.
 - The platform is chosen by source lists: no system macro in a portable room.
 - No source is longer than 500 lines. A class that two test files define at namespace scope would be one class in the
@@ -24,15 +24,16 @@ for action in ACTIONS:
 BELOW["ui"] = ACTIONS + BELOW["export"]
 BELOW["component"] = ["ui"] + BELOW["ui"]
 PORTABLE = list(BELOW)
-BELOW["platform"] = ["host", "base"]
+BELOW["system"] = ["host", "base"]
+for provider in ["database", "spreadsheet", "xml", "network"]:
+    BELOW[provider] = ["system", "host", "base"]
+PROVIDERS = [room for room in BELOW if room not in PORTABLE]
+BELOW["store"] = PROVIDERS + ["host", "base"]
+PROVIDERS.append("store")
 MAINS = ["cli", "desktop", "com"]
 for main_room in MAINS:
-    BELOW[main_room] = ["component", "platform"] + BELOW["component"]
+    BELOW[main_room] = ["component"] + PROVIDERS + BELOW["component"]
 
-# In platform/ a provider knows itself, what several engines share, the descriptors and paths of files/, and how to wait; what lies in platform/ itself, or in the folder
-# that assembles a host, knows every provider.
-PLATFORM_SHARED = ["sql", "files", "waiting"]
-PLATFORM_ASSEMBLY = ["", "assembly"]
 
 MOST_LINES = 500
 CHECKED_LENGTH = {".cpp", ".h", ".py", ".sh", ".cmake"}
@@ -68,16 +69,8 @@ def room_fault(parts, target):
     if other not in BELOW:
         return f'"{target}" is in no room: includes begin at src/'
     if other == room:
-        return platform_fault(parts, target.split("/")) if room == "platform" else None
-    return None if other in BELOW[room] else f'{room}/ may not include {other}/ ("{target}")'
-
-
-def platform_fault(parts, target):
-    provider = parts[1] if len(parts) > 2 else ""
-    other = target[1] if len(target) > 2 else ""
-    if other == provider or other in PLATFORM_SHARED or provider in PLATFORM_ASSEMBLY:
         return None
-    return f"platform/{provider}/ may not include another provider ({'/'.join(target)})"
+    return None if other in BELOW[room] else f'{room}/ may not include {other}/ ("{target}")'
 
 
 def header_fault(parts, header):
@@ -85,15 +78,15 @@ def header_fault(parts, header):
     room, is_source = parts[0], parts[-1].endswith(".cpp")
     if room in PORTABLE and header in NOT_PORTABLE:
         return f"<{header}> is not for portable rooms"
-    if header in SYSTEM and room == "platform":
+    if header in SYSTEM and parts[:2] == ("system", "posix"):
         return None
-    if header in STANDARD or (room in ["platform"] + MAINS and is_source):
+    if header in STANDARD or (room in PROVIDERS + MAINS and is_source):
         return None
     if room == "base" and is_source and header == "utf8proc.h":
         return None
     if room == "desktop" and header.startswith("wx/"):
         return None
-    return f"<{header}> is a vendor's header: only .cpp files of platform/ and the mains include one"
+    return f"<{header}> is a vendor's header: only .cpp files of providers and fronts include one"
 
 
 def check_includes(tree):
@@ -110,7 +103,7 @@ def check_includes(tree):
                 if fault:
                     yield f"{name}:{number}: {fault}"
             elif parts[0] in PORTABLE and SYSTEM_MACRO.match(line):
-                yield f"{name}:{number}: a system macro in a portable room; give the system its own file in platform/"
+                yield f"{name}:{number}: a system macro in a portable room; give the system its own file in system/"
 
 
 def check_lengths(tree):

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "host/SpreadsheetApplication.h"
-#include "platform/spreadsheet/WorkbookFile.h"
+#include "spreadsheet/WorkbookFile.h"
 
 namespace tolvan {
 

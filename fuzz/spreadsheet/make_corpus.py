@@ -8,7 +8,7 @@ import sys
 import zipfile
 
 TREE = pathlib.Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(TREE / 'tests/platform/spreadsheet'))
+sys.path.insert(0, str(TREE / 'tests/spreadsheet'))
 import xls_fixtures  # noqa: E402
 import xlsx_fixtures  # noqa: E402
 

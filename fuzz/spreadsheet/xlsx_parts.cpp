@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "ReadAll.h"
-#include "platform/spreadsheet/XlsxReader.h"
+#include "spreadsheet/XlsxReader.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "cli/CommandFailure.h"
-#include "platform/assembly/ConfiguredHostFactory.h"
+#include "store/ConfiguredHostFactory.h"
 
 namespace tolvan {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "component/clsImpExp.h"
-#include "platform/assembly/HostFront.h"
+#include "store/HostFront.h"
 
 namespace tolvan {
 

@@ -8,8 +8,8 @@
 #include "cli/CommandHost.h"
 #include "cli/ConsoleDialogs.h"
 #include "import/ImportReport.h"
-#include "platform/assembly/DeferredSpreadsheetApplication.h"
-#include "platform/hash/NettleHashService.h"
+#include "store/DeferredSpreadsheetApplication.h"
+#include "system/NettleHashService.h"
 #include "ui/ImportLauncher.h"
 
 namespace tolvan {

@@ -7,7 +7,7 @@
 #include "cli/CommandHost.h"
 #include "cli/ConsoleDialogs.h"
 #include "cli/TerminalLine.h"
-#include "platform/assembly/DeferredXmlLibrary.h"
+#include "store/DeferredXmlLibrary.h"
 #include "transport/ItemDefinitionFile.h"
 #include "transport/basComponenteXML.h"
 

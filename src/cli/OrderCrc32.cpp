@@ -9,7 +9,7 @@
 #include "cli/AbsolutePath.h"
 #include "cli/TerminalLine.h"
 #include "host/Interruption.h"
-#include "platform/files/PosixInputFile.h"
+#include "system/posix/PosixInputFile.h"
 #include "transport/CRC32.h"
 #include "transport/Crc32Digest.h"
 

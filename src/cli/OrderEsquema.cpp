@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "cli/CommandHost.h"
-#include "platform/sql/SqlScript.h"
+#include "database/sql/SqlScript.h"
 
 namespace tolvan {
 

@@ -8,7 +8,7 @@
 #include "cli/CommandHost.h"
 #include "cli/ConsoleDialogs.h"
 #include "import/TemplateExport.h"
-#include "platform/assembly/DeferredSpreadsheetApplication.h"
+#include "store/DeferredSpreadsheetApplication.h"
 
 namespace tolvan {
 namespace {

@@ -11,8 +11,8 @@
 #include "cli/Command.h"
 #include "cli/DescriptorBuffer.h"
 #include "cli/SignalInterruption.h"
-#include "platform/clock/SystemClock.h"
-#include "platform/files/SystemFailure.h"
+#include "system/posix/SystemClock.h"
+#include "system/posix/SystemFailure.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "desktop/DesktopHost.h"
 
-#include "platform/assembly/ConfiguredHostFactory.h"
+#include "store/ConfiguredHostFactory.h"
 
 namespace tolvan {
 

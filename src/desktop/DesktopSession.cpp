@@ -18,12 +18,12 @@
 #include "desktop/ProgramIcon.h"
 #include "desktop/ProgramPlaces.h"
 #include "desktop/StatusImportarWindow.h"
-#include "platform/assembly/ConfiguredHostFactory.h"
-#include "platform/assembly/DeferredSpreadsheetApplication.h"
-#include "platform/assembly/DeferredXmlLibrary.h"
-#include "platform/files/PosixFileHelper.h"
-#include "platform/hash/NettleHashService.h"
 #include "services/ResourceTexts.h"
+#include "store/ConfiguredHostFactory.h"
+#include "store/DeferredSpreadsheetApplication.h"
+#include "store/DeferredXmlLibrary.h"
+#include "system/NettleHashService.h"
+#include "system/posix/PosixFileHelper.h"
 
 namespace tolvan {
 namespace {

@@ -1,9 +1,9 @@
 #include "cli/DemoStoreFixture.h"
 
-#include "platform/files/PosixFileHelper.h"
-#include "platform/spreadsheet/LocalSpreadsheetApplication.h"
-#include "platform/sql/SqlScript.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
+#include "database/sql/SqlScript.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
+#include "spreadsheet/LocalSpreadsheetApplication.h"
+#include "system/posix/PosixFileHelper.h"
 
 namespace tolvan::test {
 

@@ -2,7 +2,7 @@
 
 #include "cli/DemoStoreFixture.h"
 #include "cli/demo/DemoCatalogue.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
 #include "services/SumDaySales.h"
 #include "support/FileContent.h"
 

@@ -4,10 +4,10 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/DemoStoreFixture.h"
-#include "platform/files/PosixFileHelper.h"
-#include "platform/spreadsheet/LocalSpreadsheetApplication.h"
+#include "spreadsheet/LocalSpreadsheetApplication.h"
 #include "support/ChildProcess.h"
 #include "support/FileContent.h"
+#include "system/posix/PosixFileHelper.h"
 
 namespace tolvan {
 namespace {

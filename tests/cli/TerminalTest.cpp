@@ -14,8 +14,8 @@
 #include "cli/DemoStoreFixture.h"
 #include "cli/DescriptorBuffer.h"
 #include "cli/Order.h"
-#include "platform/files/FileDescriptor.h"
 #include "support/ChildProcess.h"
+#include "system/posix/FileDescriptor.h"
 
 namespace tolvan {
 namespace {

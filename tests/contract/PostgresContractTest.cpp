@@ -1,6 +1,6 @@
 #include "contract/DatabaseContract.h"
-#include "platform/odbc/OdbcDatabaseServices.h"
-#include "platform/sql/PostgreSqlDialect.h"
+#include "database/odbc/OdbcDatabaseServices.h"
+#include "database/sql/PostgreSqlDialect.h"
 #include "support/PostgresServer.h"
 
 namespace tolvan::test {

@@ -1,6 +1,6 @@
 #include "contract/DatabaseContract.h"
-#include "platform/sql/SqliteDialect.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
+#include "database/sql/SqliteDialect.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::test {
 namespace {

@@ -2,9 +2,9 @@
 #include <gtk/gtk.h>
 #include <wx/dataview.h>
 
+#include "database/sqlite/SqliteDatabaseServices.h"
 #include "desktop/ListHeader.h"
 #include "desktop/WindowTest.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::test {
 namespace {

@@ -19,7 +19,7 @@
 #include "desktop/DesktopSession.h"
 #include "desktop/GtkWindows.h"
 #include "desktop/WxText.h"
-#include "platform/clock/SystemClock.h"
+#include "system/posix/SystemClock.h"
 
 namespace tolvan::test {
 namespace {

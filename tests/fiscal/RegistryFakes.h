@@ -7,14 +7,14 @@
 #include <vector>
 
 #include "contract/TemporaryFolder.h"
+#include "database/sql/SqlScript.h"
+#include "database/sql/SqliteDialect.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
 #include "fiscal/TaxpayerRegistryImport.h"
-#include "platform/files/PosixFileHelper.h"
-#include "platform/spreadsheet/ZipArchiveReader.h"
-#include "platform/sql/SqlScript.h"
-#include "platform/sql/SqliteDialect.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
+#include "spreadsheet/ZipArchiveReader.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
+#include "system/posix/PosixFileHelper.h"
 
 namespace tolvan::data {
 extern const std::string_view sqliteSchema;

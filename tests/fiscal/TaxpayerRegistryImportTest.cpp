@@ -5,9 +5,9 @@
 #include <random>
 
 #include "base/Text.h"
+#include "database/sql/MakeSqlDialect.h"
 #include "fiscal/RegistryFakes.h"
 #include "fiscal/RejectionReport.h"
-#include "platform/sql/MakeSqlDialect.h"
 
 namespace tolvan {
 namespace {

@@ -10,12 +10,12 @@
 #include <vector>
 
 #include "contract/TemporaryFolder.h"
+#include "database/sql/SqlScript.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
 #include "host/SpreadsheetApplication.h"
 #include "import/ImportReview.h"
-#include "platform/hash/NettleHashService.h"
-#include "platform/sql/SqlScript.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
 #include "support/FakeHost.h"
+#include "system/NettleHashService.h"
 #include "ui/ReviewListModel.h"
 
 namespace tolvan::data {

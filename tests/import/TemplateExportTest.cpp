@@ -3,11 +3,11 @@
 #include <random>
 
 #include "base/NumberText.h"
+#include "database/sql/SqlServerDialect.h"
 #include "import/AlternateUnitRule.h"
 #include "import/ItemQueries.h"
 #include "import/StoreFixture.h"
 #include "import/clsIE_PreciosExcel.h"
-#include "platform/sql/SqlServerDialect.h"
 
 namespace tolvan {
 namespace {

@@ -1,8 +1,8 @@
 // A server whose tables lie on a full disk: a small file system of its own.
 #include <gmock/gmock.h>
 
-#include "platform/odbc/OdbcDatabaseServices.h"
-#include "platform/sql/PostgreSqlDialect.h"
+#include "database/odbc/OdbcDatabaseServices.h"
+#include "database/sql/PostgreSqlDialect.h"
 #include "servers/ServerStore.h"
 
 namespace tolvan::test {

@@ -6,8 +6,8 @@
 #include <functional>
 #include <thread>
 
-#include "platform/odbc/OdbcDatabaseServices.h"
-#include "platform/sql/PostgreSqlDialect.h"
+#include "database/odbc/OdbcDatabaseServices.h"
+#include "database/sql/PostgreSqlDialect.h"
 #include "servers/ServerStore.h"
 
 namespace tolvan::test {

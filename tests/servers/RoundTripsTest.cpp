@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 
 #include "base/Text.h"
-#include "platform/odbc/OdbcDatabaseServices.h"
-#include "platform/sql/PostgreSqlDialect.h"
+#include "database/odbc/OdbcDatabaseServices.h"
+#include "database/sql/PostgreSqlDialect.h"
 #include "servers/ServerStore.h"
 #include "support/CountingRelay.h"
 

@@ -5,7 +5,7 @@
 
 #include <chrono>
 
-#include "platform/odbc/OdbcDatabaseServices.h"
+#include "database/odbc/OdbcDatabaseServices.h"
 #include "support/FakeHost.h"
 #include "support/PostgresServer.h"
 #include "support/ThrownBy.h"

@@ -1,7 +1,7 @@
 #include "servers/ServerStore.h"
 
-#include "platform/odbc/OdbcDatabaseServices.h"
-#include "platform/sql/SqlScript.h"
+#include "database/odbc/OdbcDatabaseServices.h"
+#include "database/sql/SqlScript.h"
 
 namespace tolvan::data {
 extern const std::string_view postgreSqlSchema;

@@ -5,9 +5,9 @@
 #include <chrono>
 
 #include "contract/TemporaryFolder.h"
+#include "database/sql/SqlServerDialect.h"
 #include "host/HostError.h"
-#include "platform/assembly/ConfiguredHostFactory.h"
-#include "platform/sql/SqlServerDialect.h"
+#include "store/ConfiguredHostFactory.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
 #include "support/LoopbackServer.h"

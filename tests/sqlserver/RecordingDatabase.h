@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-#include "platform/sql/SqlServerDialect.h"
+#include "database/sql/SqlServerDialect.h"
 #include "support/FakeHost.h"
 
 namespace tolvan::test {

@@ -8,13 +8,13 @@
 #include <regex>
 
 #include "base/Text.h"
+#include "database/odbc/OdbcBatch.h"
 #include "export/DailySalesExport.h"
 #include "export/SalesUpload.h"
 #include "import/StoreFixture.h"
 #include "import/TemplateExport.h"
 #include "import/clsIE_PreciosExcel.h"
 #include "import/clsIE_PreciosMovilnet.h"
-#include "platform/odbc/OdbcBatch.h"
 #include "services/SumDaySales.h"
 #include "sqlserver/RecordingDatabase.h"
 #include "support/RegistryRun.h"

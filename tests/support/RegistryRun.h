@@ -5,10 +5,10 @@
 #include "fiscal/IdentifierChecks.h"
 #include "fiscal/RejectionReport.h"
 #include "fiscal/TaxpayerRegistryImport.h"
-#include "platform/files/PosixFileHelper.h"
 #include "services/clsCallBackProgreso.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
+#include "system/posix/PosixFileHelper.h"
 
 namespace tolvan::test {
 

@@ -3,15 +3,15 @@
 #include <cstdlib>
 
 #include "base/Text.h"
-#include "platform/files/PosixFileHelper.h"
-#include "platform/sql/MakeSqlDialect.h"
-#include "platform/xml/PugiXmlLibrary.h"
+#include "database/sql/MakeSqlDialect.h"
 #include "support/ChildProcess.h"
 #include "support/FakeHost.h"
+#include "system/posix/PosixFileHelper.h"
 #include "transport/ItemDefinitionQueries.h"
 #include "transport/MissingXmlLibrary.h"
 #include "transport/TransportFakes.h"
 #include "transport/basComponenteXML.h"
+#include "xml/PugiXmlLibrary.h"
 
 namespace tolvan::test {
 namespace {

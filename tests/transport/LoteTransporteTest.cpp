@@ -4,8 +4,8 @@
 #include <barrier>
 #include <thread>
 
-#include "platform/sql/MakeSqlDialect.h"
-#include "platform/sql/SqliteDialect.h"
+#include "database/sql/MakeSqlDialect.h"
+#include "database/sql/SqliteDialect.h"
 #include "transport/TransportFakes.h"
 
 namespace tolvan::test {

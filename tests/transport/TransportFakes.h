@@ -6,8 +6,8 @@
 #include <string>
 
 #include "contract/TemporaryFolder.h"
-#include "platform/sql/SqlScript.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
+#include "database/sql/SqlScript.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
 #include "support/FileContent.h"
 
 namespace tolvan::test {

@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 
 #include "base/Text.h"
-#include "platform/xml/PugiXmlLibrary.h"
 #include "support/FakeHost.h"
 #include "transport/XMLUtil.h"
 #include "transport/basComponenteXML.h"
+#include "xml/PugiXmlLibrary.h"
 
 namespace tolvan::test {
 namespace {

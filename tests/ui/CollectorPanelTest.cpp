@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/xml/PugiXmlLibrary.h"
 #include "support/FakeHost.h"
+#include "xml/PugiXmlLibrary.h"
 
 namespace tolvan::test {
 namespace {

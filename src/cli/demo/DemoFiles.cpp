@@ -1,6 +1,6 @@
 #include "cli/demo/DemoFiles.h"
 
-#include "platform/files/PosixFileHelper.h"
+#include "system/posix/PosixFileHelper.h"
 
 namespace tolvan {
 

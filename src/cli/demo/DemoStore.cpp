@@ -12,11 +12,11 @@
 #include "cli/demo/DemoFiles.h"
 #include "cli/demo/DemoRegistry.h"
 #include "cli/demo/DemoWorkbooks.h"
+#include "database/sql/SqlScript.h"
+#include "database/sqlite/SqliteDatabaseServices.h"
 #include "host/HostError.h"
-#include "platform/files/PosixFileHelper.h"
-#include "platform/files/SystemFailure.h"
-#include "platform/sql/SqlScript.h"
-#include "platform/sqlite/SqliteDatabaseServices.h"
+#include "system/posix/PosixFileHelper.h"
+#include "system/posix/SystemFailure.h"
 
 namespace tolvan {
 

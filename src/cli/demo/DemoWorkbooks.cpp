@@ -9,8 +9,8 @@
 #include "cli/demo/DemoFiles.h"
 #include "cli/demo/DemoRandom.h"
 #include "import/TemplateExport.h"
-#include "platform/assembly/DeferredSpreadsheetApplication.h"
-#include "platform/files/PosixFileHelper.h"
+#include "store/DeferredSpreadsheetApplication.h"
+#include "system/posix/PosixFileHelper.h"
 
 namespace tolvan {
 

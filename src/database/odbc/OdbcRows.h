@@ -1,0 +1,14 @@
+// Reads the rows of a result into values of the recordset, by the type of each column.
+#pragma once
+
+#include <memory>
+
+#include "database/sql/BufferedRecordset.h"
+#include "host/SqlDialect.h"
+
+namespace tolvan {
+
+/// All rows of the current result of an ODBC statement with `columnCount` columns. Throws HostError.
+std::unique_ptr<BufferedRecordset> ReadOdbcRows(void* statement, std::size_t columnCount, DatabaseEngine engine);
+
+}  // namespace tolvan

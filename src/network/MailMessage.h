@@ -1,0 +1,50 @@
+// The message that carries a file: its headers and its parts, in libcurl's form.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "host/FileHelper.h"
+#include "network/CurlTransfer.h"
+#include "network/SmtpOptions.h"
+
+struct curl_mime;
+struct curl_mimepart;
+
+namespace tolvan {
+
+class MailMessage {
+ public:
+  /// `file` stands at its beginning and must outlive the message. Throws std::bad_alloc.
+  MailMessage(CurlTransfer& transfer, const SmtpOptions& options, const std::string& recipient, InputFile& file,
+              const std::string& fileName);
+
+  MailMessage(const MailMessage&) = delete;
+  MailMessage& operator=(const MailMessage&) = delete;
+
+  /// Why the file could not be read to its end; nothing while it could.
+  const std::optional<HostError>& ReadFailure() const { return readFailure_; }
+
+ private:
+  struct MimeDeleter {
+    void operator()(curl_mime* mime) const;
+  };
+
+  void SetHeaders(CurlTransfer& transfer, const SmtpOptions& options, const std::string& recipient,
+                  const std::string& fileName);
+  void AddText(const SmtpOptions& options, const std::string& fileName);
+  void AddFile(const std::string& fileName);
+  curl_mimepart* NewPart();
+  std::size_t Read(char* buffer, std::size_t size);
+  static std::size_t ReadCallback(char* buffer, std::size_t size, std::size_t count, void* message);
+
+  InputFile& file_;
+  std::uint64_t left_;
+  std::optional<HostError> readFailure_;
+  CurlList headers_;
+  std::unique_ptr<curl_mime, MimeDeleter> mime_;
+};
+
+}  // namespace tolvan

@@ -1,0 +1,27 @@
+#include "store/ConfiguredAppServices.h"
+
+#include "base/EmailAddress.h"
+
+namespace tolvan {
+
+ConfiguredAppServices::ConfiguredAppServices(const std::string& applicationFolder, FileGuard guard, bool diagnostic,
+                                             std::string layoutFile, const HostFront& front)
+    : front_(front),
+      diagnostic_(diagnostic),
+      files_(applicationFolder, std::move(guard)),
+      registry_(ValueFile(front_.clock, std::move(layoutFile), &front_.interruption)) {}
+
+std::int32_t ConfiguredAppServices::ReadRegistry(std::string_view section, std::string_view key,
+                                                 std::int32_t defaultValue) const {
+  return registry_.Read(section, key, defaultValue);
+}
+
+void ConfiguredAppServices::WriteRegistry(std::string_view section, std::string_view key, std::int32_t value) noexcept {
+  registry_.Write(section, key, value);
+}
+
+bool ConfiguredAppServices::IsEmailAddress(std::string_view text) const {
+  return tolvan::IsEmailAddress(text);
+}
+
+}  // namespace tolvan

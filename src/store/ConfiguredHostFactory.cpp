@@ -1,0 +1,114 @@
+#include "store/ConfiguredHostFactory.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+
+#include "base/Text.h"
+#include "store/ConfiguredAppServices.h"
+#include "store/ConfiguredHostApplication.h"
+#include "store/HostConfigurationReader.h"
+#include "system/posix/PosixPath.h"
+
+namespace tolvan {
+namespace {
+
+class ConfiguredHostContext final : public HostContext {
+ public:
+  ConfiguredHostContext(const HostConfiguration& configuration, const std::string& settingsFile, const HostFront& front,
+                        AppServices& services)
+      : application_(configuration, settingsFile, front, services) {}
+
+  HostApplication& Application() override { return application_; }
+
+ private:
+  ConfiguredHostApplication application_;
+};
+
+// A folder that the configuration names, relative to its own.
+std::string FolderNamedBy(const HostConfiguration& configuration, const std::string& key, const std::string& value) {
+  try {
+    return ResolvePath(value, FolderOfConfiguration(configuration));
+  } catch (const HostError& error) {
+    throw HostError(HostErrorKind::Configuration,
+                    configuration.filePath + ": el valor «" + value + "» de «" + key + "» no sirve: " + error.what());
+  }
+}
+
+std::string ExistingFolder(const HostConfiguration& configuration, const std::string& key, const std::string& value) {
+  std::string folder = FolderNamedBy(configuration, key, value);
+  if (PosixFileHelper(folder).FolderExists({})) return folder;
+  throw HostError(HostErrorKind::Configuration,
+                  configuration.filePath + ": la carpeta «" + folder + "» de «" + key + "» no existe");
+}
+
+SettingsLocation LocationOf(const HostConfiguration& configuration) {
+  if (configuration.settingsFolder.empty()) return LocateSettings(configuration.filePath, {});
+  return LocateSettings(configuration.filePath, FolderNamedBy(configuration, "ajustes", configuration.settingsFolder));
+}
+
+// The engine keeps its own files beside the one that a link leads to.
+void GuardDatabase(FileGuard& guard, const std::string& path) {
+  for (const std::string& database : {path, CanonicalPath(path)}) {
+    for (const char* part : {"", "-wal", "-shm", "-journal"}) guard.AddFile(database + part);
+  }
+}
+
+FileGuard GuardOf(const HostConfiguration& configuration, const SettingsLocation& location) {
+  FileGuard guard;
+  guard.AddFile(configuration.filePath);
+  // Locks and damaged files that were put aside stand beside the settings, and so do those of other configurations.
+  guard.AddFilesNamed(".ajustes", FolderOf(location.settingsFile));
+  guard.AddFilesNamed(".ventanas", FolderOf(location.layoutFile));
+  if (configuration.database.engine != DatabaseEngine::Sqlite) return guard;
+  try {
+    GuardDatabase(guard, ResolvePath(configuration.database.connection, FolderOfConfiguration(configuration)));
+  } catch (const HostError&) {
+    // A path that cannot be used leads to no database, which is reported when it is opened.
+  }
+  return guard;
+}
+
+// A path as one word of a shell's command.
+std::string ShellWord(const std::string& path) {
+  const bool isPlain = std::ranges::all_of(path, [](char character) {
+    return std::isalnum(static_cast<unsigned char>(character)) != 0 ||
+           std::string_view("/._-").find(character) != std::string_view::npos;
+  });
+  if (isPlain) return path;
+  return "'" + ReplaceAll(path, "'", "'\\''") + "'";
+}
+
+}  // namespace
+
+HostConfiguration OpenHostConfiguration(const std::string& path) {
+  std::error_code error;
+  const std::string absolute = std::filesystem::absolute(path, error).native();
+  if (error || path.empty()) throw HostError(HostErrorKind::Configuration, "la ruta «" + path + "» no sirve");
+  PosixFileHelper files("/");
+  return ReadHostConfiguration(files, CanonicalPath(absolute));
+}
+
+ConfiguredHostFactory::ConfiguredHostFactory(HostConfiguration configuration, const HostFront& front)
+    : configuration_(std::move(configuration)),
+      front_(front),
+      applicationFolder_(ExistingFolder(configuration_, "carpeta", configuration_.applicationFolder)),
+      location_(LocationOf(configuration_)) {}
+
+std::string ConfiguredHostFactory::Notice() const {
+  const std::string& path = configuration_.filePath;
+  if (!HasPassword(configuration_) || !IsReadableByEverybody(path)) return {};
+  return "Cualquier usuario de este equipo puede leer la contraseña que está en " + path +
+         ". Para evitarlo:\r\n  chmod 600 " + ShellWord(path);
+}
+
+std::unique_ptr<AppServices> ConfiguredHostFactory::CreateAppServices() {
+  return std::make_unique<ConfiguredAppServices>(applicationFolder_, GuardOf(configuration_, location_),
+                                                 configuration_.diagnostic, location_.layoutFile, front_);
+}
+
+std::unique_ptr<HostContext> ConfiguredHostFactory::CreateHostContext(AppServices& services) {
+  return std::make_unique<ConfiguredHostContext>(configuration_, location_.settingsFile, front_, services);
+}
+
+}  // namespace tolvan

@@ -1,0 +1,39 @@
+// From a tolvan.ini to the two objects the component begins with.
+#pragma once
+
+#include <string>
+
+#include "host/HostContext.h"
+#include "store/HostConfiguration.h"
+#include "store/HostFront.h"
+#include "system/posix/SettingsLocation.h"
+
+namespace tolvan {
+
+/// Reads the host configuration at `path`, which may be relative to the current folder. Symbolic links are followed:
+/// folders relative to the configuration begin where the file really lies. Throws HostError Configuration.
+HostConfiguration OpenHostConfiguration(const std::string& path);
+
+class ConfiguredHostFactory final : public HostFactory {
+ public:
+  /// `configuration` as OpenHostConfiguration gives it. Throws HostError Configuration when a folder that it names
+  /// cannot be used.
+  ConfiguredHostFactory(HostConfiguration configuration, const HostFront& front);
+
+  std::unique_ptr<AppServices> CreateAppServices() override;
+  std::unique_ptr<HostContext> CreateHostContext(AppServices& services) override;
+
+  /// What the user should be told about the configuration, in Spanish; empty when all is well.
+  std::string Notice() const;
+
+  const std::string& ApplicationFolder() const { return applicationFolder_; }
+  const SettingsLocation& Location() const { return location_; }
+
+ private:
+  HostConfiguration configuration_;
+  HostFront front_;
+  std::string applicationFolder_;
+  SettingsLocation location_;
+};
+
+}  // namespace tolvan

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <memory>
+
+#include "host/ArchiveReader.h"
+#include "spreadsheet/SpreadsheetModule.h"
+#include "system/posix/ModuleLoader.h"
+
+namespace tolvan {
+
+/// The archive reader of the spreadsheet module, loaded when the first archive is opened.
+class DeferredArchiveReader final : public ArchiveReader {
+ public:
+  std::unique_ptr<Archive> OpenArchive(std::string_view path) override;
+
+ private:
+  ModuleLoader module_{spreadsheetModuleFile, "el módulo de libros de Excel y archivos comprimidos"};
+  std::unique_ptr<ArchiveReader> reader_;
+};
+
+}  // namespace tolvan
