@@ -12,6 +12,7 @@
 #include "Bench.h"
 #include "BenchFolder.h"
 #include "NobodyThere.h"
+#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "system/posix/PosixFileHelper.h"
@@ -19,9 +20,7 @@
 #include "transport/basComponenteXML.h"
 #include "xml/PugiXmlLibrary.h"
 
-namespace tolvan::data {
-extern const std::string_view sqliteSchema;
-}
+namespace tolvan::data {}
 
 namespace tolvan::bench {
 namespace {

@@ -6,12 +6,11 @@
 
 #include "Bench.h"
 #include "BenchFolder.h"
+#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 
-namespace tolvan::data {
-extern const std::string_view sqliteSchema;
-}
+namespace tolvan::data {}
 
 namespace tolvan::bench {
 namespace {

@@ -10,15 +10,14 @@
 #include "Bench.h"
 #include "BenchFolder.h"
 #include "NobodyThere.h"
+#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "import/ItemStatements.h"
 #include "import/ItemWriter.h"
 #include "import/TemplateClassifier.h"
 
-namespace tolvan::data {
-extern const std::string_view sqliteSchema;
-}
+namespace tolvan::data {}
 
 namespace tolvan::bench {
 namespace {

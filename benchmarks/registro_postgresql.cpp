@@ -11,13 +11,12 @@
 #include "base/Text.h"
 #include "database/odbc/OdbcDatabaseServices.h"
 #include "database/sql/PostgreSqlDialect.h"
+#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "support/CountingRelay.h"
 #include "support/PostgresServer.h"
 
-namespace tolvan::data {
-extern const std::string_view postgreSqlSchema;
-}
+namespace tolvan::data {}
 
 namespace tolvan::bench {
 namespace {
@@ -26,8 +25,8 @@ constexpr std::uint32_t lines = 100'000;
 constexpr int tripsAim = lines / 500;
 
 void Import(const std::string& connection, const std::string& registry) {
-  OdbcDatabaseServices database({.connection = connection});
-  const RegistryCounts counts = ImportRegistry(database, PostgreSqlDialect(), registry);
+  OdbcDatabaseServices database({.dialect = &test::postgreSqlDialect, .connection = connection});
+  const RegistryCounts counts = ImportRegistry(database, test::postgreSqlDialect, registry);
   if (counts.newCustomers != static_cast<std::int32_t>(lines) || counts.errors != 0)
     Stop("the import counted otherwise");
 }
@@ -45,7 +44,7 @@ int Main() {
   const std::string name = server.MakeDatabase();
   const std::string connection = server.ConnectionString(name);
   {
-    OdbcDatabaseServices database({.connection = connection});
+    OdbcDatabaseServices database({.dialect = &test::postgreSqlDialect, .connection = connection});
     RunSqlScript(database, data::postgreSqlSchema);
   }
   const auto empty = [&] { server.Psql(name, "TRUNCATE Clientes"); };

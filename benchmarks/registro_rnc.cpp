@@ -12,13 +12,12 @@
 #include "BenchFolder.h"
 #include "RegistryGenerator.h"
 #include "RegistryJob.h"
+#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sql/SqliteDialect.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 
-namespace tolvan::data {
-extern const std::string_view sqliteSchema;
-}
+namespace tolvan::data {}
 
 namespace tolvan::bench {
 namespace {

@@ -9,33 +9,7 @@
 
 namespace tolvan {
 
-namespace data {
-extern const std::string_view sqliteSchema;
-extern const std::string_view sqlServerSchema;
-extern const std::string_view postgreSqlSchema;
-extern const std::string_view accessSchema;
-}  // namespace data
-
 namespace {
-
-struct EngineSchema {
-  const char* name;  ///< as "motor" in tolvan.ini
-  std::string_view script;
-};
-
-EngineSchema SchemaOf(DatabaseEngine engine) {
-  switch (engine) {
-    case DatabaseEngine::SqlServer:
-      return {"sqlserver", data::sqlServerSchema};
-    case DatabaseEngine::PostgreSql:
-      return {"postgresql", data::postgreSqlSchema};
-    case DatabaseEngine::Access:
-      return {"access", data::accessSchema};
-    case DatabaseEngine::Sqlite:
-      break;
-  }
-  return {"sqlite", data::sqliteSchema};
-}
 
 /// The names behind CREATE TABLE, in the order of the script.
 std::vector<std::string> TablesOf(std::string_view script) {
@@ -66,16 +40,16 @@ OrderDefinition OrderEsquema::Definition() const {
 
 ExitCode OrderEsquema::Run(OrderCall& call) const {
   CommandHost& host = call.Host();
-  const EngineSchema schema = SchemaOf(host.Context().application.Dialect().Engine());
-  const std::vector<std::string> tables = TablesOf(schema.script);
+  const EngineTraits& engine = host.Context().application.Dialect().Engine();
+  const std::vector<std::string> tables = TablesOf(engine.schema);
   const bool create = call.Given().Has("--crear");
-  if (create) RunSqlScript(host.RequireDatabase(), schema.script);
+  if (create) RunSqlScript(host.RequireDatabase(), engine.schema);
   if (call.WantsJson()) {
-    call.PrintJson(nlohmann::ordered_json{{"motor", schema.name}, {"tablas", tables}}.dump(2));
+    call.PrintJson(nlohmann::ordered_json{{"motor", engine.name}, {"tablas", tables}}.dump(2));
   } else if (create) {
-    call.Out() << "Motor:  " << schema.name << "\nTablas: " << tables.size() << '\n';
+    call.Out() << "Motor:  " << engine.name << "\nTablas: " << tables.size() << '\n';
   } else {
-    call.Out() << schema.script;
+    call.Out() << engine.schema;
   }
   return ExitCode::Done;
 }

@@ -6,12 +6,6 @@
 namespace tolvan {
 namespace {
 
-/// Statements given to the database in one call: for the embedded engine few enough that their memory stays in the
-/// processor's cache, for a server many, because each call is a round trip.
-std::size_t ChunkSizeFor(DatabaseEngine engine) {
-  return engine == DatabaseEngine::Sqlite ? 256 : 2'000;
-}
-
 /// Into how many parts a failing group is taken apart.
 constexpr std::size_t partCount = 16;
 
@@ -32,7 +26,7 @@ bool IsFailureOfStatement(const HostError& error) {
 RegistryBatchWriter::RegistryBatchWriter(DatabaseServices& database, const SqlDialect& dialect,
                                          const Interruption& interruption, bool active)
     : database_(database), interruption_(interruption), statement_(dialect, active) {
-  statements_.assign(statement_.HasStatementForMany() ? 1 : ChunkSizeFor(dialect.Engine()), statement_.Blank());
+  statements_.assign(statement_.HasStatementForMany() ? 1 : dialect.Engine().statementsPerCall, statement_.Blank());
 }
 
 std::optional<HostError> RegistryBatchWriter::Write(RegistryBatch& batch) {

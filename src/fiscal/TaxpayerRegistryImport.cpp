@@ -15,11 +15,6 @@ constexpr std::string_view finishedTitle = "Operación finalizada";
 /// What a batch may hold at most, so that memory does not grow with long names.
 constexpr std::size_t batchTextLimit = 24U << 20;
 
-/// Large batches keep an embedded table's pages hot; a server gets short transactions, because others work on it too.
-std::size_t UsualBatchLines(DatabaseEngine engine) {
-  return engine == DatabaseEngine::Sqlite ? 200'000 : 4'000;
-}
-
 /// File sizes scaled to the 32 bits of a progress bar.
 class ProgressScale {
  public:
@@ -52,7 +47,7 @@ bool HoldsNul(std::string_view name) {
 TaxpayerRegistryImport::TaxpayerRegistryImport(const RegistryImportHost& host, RegistryObserver* observer)
     : host_(host),
       observer_(observer),
-      batchLines_(UsualBatchLines(host.dialect.Engine())),
+      batchLines_(host.dialect.Engine().rowsPerTransaction),
       writer_(host.database, host.dialect, host.interruption, false) {}
 
 void TaxpayerRegistryImport::ElegirArchivo() {

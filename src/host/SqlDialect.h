@@ -6,17 +6,17 @@
 #include <string>
 #include <string_view>
 
+#include "host/EngineTraits.h"
 #include "host/SqlStatement.h"
 
 namespace tolvan {
-
-enum class DatabaseEngine { Sqlite, SqlServer, PostgreSql, Access };
 
 class SqlDialect {
  public:
   virtual ~SqlDialect() = default;
 
-  virtual DatabaseEngine Engine() const = 0;
+  /// They live as long as the program.
+  virtual const EngineTraits& Engine() const = 0;
 
   /// The text of a literal, ready to stand in a statement. Throws HostError InvalidValue for a text that the engine
   /// cannot hold (one with a NUL).

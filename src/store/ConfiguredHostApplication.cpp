@@ -2,9 +2,6 @@
 
 #include <algorithm>
 
-#include "database/sql/MakeSqlDialect.h"
-#include "store/DatabaseProviders.h"
-
 namespace tolvan {
 namespace {
 
@@ -26,7 +23,7 @@ ConfiguredHostApplication::ConfiguredHostApplication(HostConfiguration configura
                                                      const HostFront& front, AppServices& services)
     : configuration_(std::move(configuration)),
       interruption_(front.interruption),
-      dialect_(MakeSqlDialect(configuration_.database.engine)),
+      dialect_(configuration_.database.engine->makeDialect()),
       settings_(ValueFile(front.clock, std::move(settingsFile), &front.interruption)),
       mail_(loader_, MailOptionsOf(configuration_), services.Files(), front.interruption,
             front.userPresent ? &front.dialogs : nullptr),
@@ -38,7 +35,7 @@ bool ConfiguredHostApplication::HasPermission(std::string_view name) const {
 }
 
 DatabaseServices& ConfiguredHostApplication::Database() {
-  if (!database_) database_ = OpenConfiguredDatabase(configuration_, interruption_);
+  if (!database_) database_ = configuration_.database.engine->open(configuration_, *dialect_, interruption_);
   return *database_;
 }
 

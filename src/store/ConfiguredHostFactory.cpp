@@ -60,7 +60,7 @@ FileGuard GuardOf(const HostConfiguration& configuration, const SettingsLocation
   // Locks and damaged files that were put aside stand beside the settings, and so do those of other configurations.
   guard.AddFilesNamed(".ajustes", FolderOf(location.settingsFile));
   guard.AddFilesNamed(".ventanas", FolderOf(location.layoutFile));
-  if (configuration.database.engine != DatabaseEngine::Sqlite) return guard;
+  if (!configuration.database.engine->Traits().isFile) return guard;
   try {
     GuardDatabase(guard, ResolvePath(configuration.database.connection, FolderOfConfiguration(configuration)));
   } catch (const HostError&) {
@@ -81,12 +81,12 @@ std::string ShellWord(const std::string& path) {
 
 }  // namespace
 
-HostConfiguration OpenHostConfiguration(const std::string& path) {
+HostConfiguration OpenHostConfiguration(const std::string& path, std::span<const DatabaseEngine> engines) {
   std::error_code error;
   const std::string absolute = std::filesystem::absolute(path, error).native();
   if (error || path.empty()) throw HostError(HostErrorKind::Configuration, "la ruta «" + path + "» no sirve");
   PosixFileHelper files("/");
-  return ReadHostConfiguration(files, CanonicalPath(absolute));
+  return ReadHostConfiguration(files, CanonicalPath(absolute), engines);
 }
 
 ConfiguredHostFactory::ConfiguredHostFactory(HostConfiguration configuration, const HostFront& front)

@@ -12,7 +12,8 @@ namespace tolvan {
 
 /// Reads the host configuration at `path`, which may be relative to the current folder. Symbolic links are followed:
 /// folders relative to the configuration begin where the file really lies. Throws HostError Configuration.
-HostConfiguration OpenHostConfiguration(const std::string& path);
+HostConfiguration OpenHostConfiguration(const std::string& path,
+                                        std::span<const DatabaseEngine> engines = DatabaseEngines());
 
 class ConfiguredHostFactory final : public HostFactory {
  public:

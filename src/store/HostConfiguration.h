@@ -3,15 +3,17 @@
 
 #include <chrono>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
-#include "host/SqlDialect.h"
+#include "store/DatabaseEngines.h"
 
 namespace tolvan {
 
 struct DatabaseConfiguration {
-  DatabaseEngine engine = DatabaseEngine::Sqlite;
+  std::span<const DatabaseEngine> known = DatabaseEngines();  ///< those that `motor` may name
+  const DatabaseEngine* engine = &known.front();              ///< one of `known`
   std::string connection = "tienda.db";  ///< a file, relative to the configuration, or an ODBC connection string
   std::chrono::seconds statementLimit{30};
 };

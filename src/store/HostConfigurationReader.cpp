@@ -41,7 +41,11 @@ bool HasControl(std::string_view line) {
 
 class Reader {
  public:
-  explicit Reader(const std::string& path) { configuration_.filePath = path; }
+  Reader(const std::string& path, std::span<const DatabaseEngine> engines) {
+    configuration_.filePath = path;
+    configuration_.database.known = engines;
+    configuration_.database.engine = &engines.front();
+  }
 
   HostConfiguration Read(std::string_view content);
 
@@ -128,11 +132,13 @@ void Reader::TakeValue(const ConfigurationKey& key, std::string_view value) {
 
 }  // namespace
 
-HostConfiguration ParseHostConfiguration(std::string_view content, const std::string& path) {
-  return Reader(path).Read(content);
+HostConfiguration ParseHostConfiguration(std::string_view content, const std::string& path,
+                                         std::span<const DatabaseEngine> engines) {
+  return Reader(path, engines).Read(content);
 }
 
-HostConfiguration ReadHostConfiguration(FileHelper& files, const std::string& path) {
+HostConfiguration ReadHostConfiguration(FileHelper& files, const std::string& path,
+                                        std::span<const DatabaseEngine> engines) {
   std::string content;
   try {
     const std::unique_ptr<InputFile> file = files.OpenInput(path);
@@ -142,7 +148,7 @@ HostConfiguration ReadHostConfiguration(FileHelper& files, const std::string& pa
   } catch (const HostError& error) {
     throw HostError(HostErrorKind::Configuration, path + ": " + error.what(), {}, error.NativeCode());
   }
-  return ParseHostConfiguration(content, path);
+  return ParseHostConfiguration(content, path, engines);
 }
 
 }  // namespace tolvan

@@ -14,11 +14,13 @@
 
 namespace tolvan {
 
-/// Reads the file at `path`, absolute. Throws HostError Configuration; the text names the file, and every line that
-/// cannot be used with its number and the cause.
-HostConfiguration ReadHostConfiguration(FileHelper& files, const std::string& path);
+/// Reads the file at `path`, absolute; `engines` are those that it may name. Throws HostError Configuration; the text
+/// names the file, and every line that cannot be used with its number and the cause.
+HostConfiguration ReadHostConfiguration(FileHelper& files, const std::string& path,
+                                        std::span<const DatabaseEngine> engines = DatabaseEngines());
 
 /// The same from the content of the file.
-HostConfiguration ParseHostConfiguration(std::string_view content, const std::string& path);
+HostConfiguration ParseHostConfiguration(std::string_view content, const std::string& path,
+                                         std::span<const DatabaseEngine> engines = DatabaseEngines());
 
 }  // namespace tolvan

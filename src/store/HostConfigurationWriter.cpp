@@ -29,7 +29,7 @@ std::string WriteHostConfiguration(const HostConfiguration& configuration) {
     text.append(EntryOf(key, key.write(configuration)));
   }
   // Reading it back is the one sure test of what a file can give.
-  const HostConfiguration again = ParseHostConfiguration(text, configuration.filePath);
+  const HostConfiguration again = ParseHostConfiguration(text, configuration.filePath, configuration.database.known);
   for (const ConfigurationKey& key : ConfigurationKeys()) {
     if (key.write(again) == key.write(configuration)) continue;
     throw HostError(HostErrorKind::InvalidValue, "el valor de «" + std::string(key.name) + "» no cabe en el archivo");

@@ -1,21 +1,10 @@
 #include "store/ValueRules.h"
 
-#include <array>
-
 #include "base/EmailAddress.h"
 #include "base/Text.h"
 
 namespace tolvan {
 namespace {
-
-struct EngineName {
-  DatabaseEngine engine;
-  std::string_view name;
-};
-
-constexpr std::array engineNames{
-    EngineName{DatabaseEngine::Sqlite, "sqlite"}, EngineName{DatabaseEngine::SqlServer, "sqlserver"},
-    EngineName{DatabaseEngine::PostgreSql, "postgresql"}, EngineName{DatabaseEngine::Access, "access"}};
 
 Complaint TakeIf(bool usable, std::string_view value, std::string& target, std::string_view complaint) {
   if (!usable) return std::string(complaint);
@@ -98,20 +87,18 @@ Complaint TakeNames(std::string_view value, std::vector<std::string>& target) {
   return std::nullopt;
 }
 
-Complaint TakeEngine(std::string_view value, DatabaseEngine& target) {
-  for (const EngineName& known : engineNames) {
-    if (known.name != value) continue;
-    target = known.engine;
-    return std::nullopt;
+Complaint TakeEngine(std::string_view value, DatabaseConfiguration& target) {
+  std::string names;
+  for (const DatabaseEngine& engine : target.known) {
+    const std::string_view name = engine.Traits().name;
+    if (name == value) {
+      target.engine = &engine;
+      return std::nullopt;
+    }
+    const bool last = &engine == &target.known.back();
+    names.append(names.empty() ? "" : last ? " o " : ", ").append(name);
   }
-  return "debe ser sqlite, sqlserver, postgresql o access";
-}
-
-std::string_view NameOfEngine(DatabaseEngine engine) {
-  for (const EngineName& known : engineNames) {
-    if (known.engine == engine) return known.name;
-  }
-  return {};
+  return "debe ser " + names;
 }
 
 Complaint TakeAddress(std::string_view value, bool mayBeEmpty, std::string& target) {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/SqlDialect.h"
+#include "store/HostConfiguration.h"
 
 namespace tolvan {
 
@@ -27,8 +27,7 @@ Complaint TakeSeparator(std::string_view value, std::string& target);
 /// Names separated by commas or blanks.
 Complaint TakeNames(std::string_view value, std::vector<std::string>& target);
 
-Complaint TakeEngine(std::string_view value, DatabaseEngine& target);
-std::string_view NameOfEngine(DatabaseEngine engine);
+Complaint TakeEngine(std::string_view value, DatabaseConfiguration& target);
 
 /// A mail address, or empty where `mayBeEmpty`.
 Complaint TakeAddress(std::string_view value, bool mayBeEmpty, std::string& target);

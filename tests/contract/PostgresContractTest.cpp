@@ -8,7 +8,8 @@ namespace {
 
 DatabaseFixture MakePostgresFixture(const TemporaryFolder&) {
   PostgresServer& server = PostgresServer::Shared();
-  const OdbcOptions options{.connection = server.ConnectionString(server.MakeDatabase())};
+  const OdbcOptions options{.dialect = &postgreSqlDialect,
+                            .connection = server.ConnectionString(server.MakeDatabase())};
   return {std::make_unique<OdbcDatabaseServices>(options), std::make_unique<PostgreSqlDialect>(),
           "CREATE TABLE Prueba (Codigo VARCHAR(20) NOT NULL PRIMARY KEY, Cantidad BIGINT CHECK (Cantidad >= 0),"
           " Precio NUMERIC(19,4), Activo SMALLINT, Fecha TIMESTAMP(0), Nota VARCHAR(200))"};

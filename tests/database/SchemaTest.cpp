@@ -7,14 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
-
-namespace tolvan::data {
-extern const std::string_view sqliteSchema;
-extern const std::string_view sqlServerSchema;
-extern const std::string_view postgreSqlSchema;
-extern const std::string_view accessSchema;
-}  // namespace tolvan::data
 
 namespace tolvan::test {
 namespace {

@@ -2,15 +2,21 @@
 
 #include <array>
 
-#include "database/sql/MakeSqlDialect.h"
+#include "database/sql/AccessDialect.h"
+#include "database/sql/PostgreSqlDialect.h"
+#include "database/sql/SqlServerDialect.h"
+#include "database/sql/SqliteDialect.h"
 #include "host/HostError.h"
 
 namespace tolvan::test {
 namespace {
 
-constexpr std::array engines{DatabaseEngine::Sqlite, DatabaseEngine::SqlServer, DatabaseEngine::PostgreSql,
-                             DatabaseEngine::Access};
-using Texts = std::array<std::string, engines.size()>;  // in the order of `engines`
+const SqliteDialect sqlite;
+const SqlServerDialect sqlServer;
+const PostgreSqlDialect postgreSql;
+const AccessDialect access;
+const std::array<const SqlDialect*, 4> dialects{&sqlite, &sqlServer, &postgreSql, &access};
+using Texts = std::array<std::string, dialects.size()>;  // in the order of `dialects`
 
 Texts Same(const std::string& text) {
   return {text, text, text, text};
@@ -35,9 +41,8 @@ TEST(SqlDialectTest, LiteralsOfEveryEngine) {
       {*Currency::Parse("-0.0001"), Same("-0.0001")},
       {*Currency::Parse("3.0000"), Same("3")},
   };
-  for (std::size_t index = 0; index < engines.size(); ++index) {
-    const auto dialect = MakeSqlDialect(engines[index]);
-    ASSERT_EQ(dialect->Engine(), engines[index]);
+  for (std::size_t index = 0; index < dialects.size(); ++index) {
+    const SqlDialect* dialect = dialects[index];
     for (const auto& [literal, texts] : cases) EXPECT_EQ(dialect->Literal(literal), texts[index]);
     EXPECT_THROW(dialect->Literal(std::string("a\0b", 3)), HostError);
   }
@@ -59,14 +64,14 @@ TEST(SqlDialectTest, TheCustomerInsertOfEveryEngine) {
           "SELECT '101', 'D''Óleo', '101', 1, 0, False FROM (SELECT COUNT(*) AS Presentes FROM Clientes WHERE "
           "idCliente = '101') AS Clave WHERE Clave.Presentes = 0",
   };
-  for (std::size_t index = 0; index < engines.size(); ++index) {
-    const auto dialect = MakeSqlDialect(engines[index]);
+  for (std::size_t index = 0; index < dialects.size(); ++index) {
+    const SqlDialect* dialect = dialects[index];
     EXPECT_EQ(dialect->InsertUnlessPresent("CLIENTES", "Clientes", columns, values).Render(*dialect), texts[index]);
   }
 }
 
 TEST(SqlDialectTest, AStatementIsRenderedWithItsLiteralsInPlace) {
-  const auto dialect = MakeSqlDialect(DatabaseEngine::SqlServer);
+  const SqlDialect* dialect = &sqlServer;
   SqlStatement condition(" WHERE Codigo = ");
   condition.Text("? o ''=?").Sql(" AND Activo = ").Boolean(true);
   SqlStatement statement("UPDATE T SET Nota = ");

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "contract/TemporaryFolder.h"
+#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sql/SqliteDialect.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
@@ -16,9 +17,7 @@
 #include "support/FileContent.h"
 #include "system/posix/PosixFileHelper.h"
 
-namespace tolvan::data {
-extern const std::string_view sqliteSchema;
-}
+namespace tolvan::data {}
 
 namespace tolvan::test {
 

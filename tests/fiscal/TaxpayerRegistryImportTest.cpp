@@ -5,7 +5,7 @@
 #include <random>
 
 #include "base/Text.h"
-#include "database/sql/MakeSqlDialect.h"
+#include "database/sql/SqlServerDialect.h"
 #include "fiscal/RegistryFakes.h"
 #include "fiscal/RejectionReport.h"
 
@@ -177,12 +177,12 @@ TEST(TaxpayerRegistryImport, ReportsRejectedLinesWithTheirCause) {
 }
 
 TEST(CustomerStatement, IsTheHostsStatementOnItsServer) {
-  const auto dialect = MakeSqlDialect(DatabaseEngine::SqlServer);
-  const CustomerStatement customer(*dialect, false);
+  const SqlServerDialect dialect;
+  const CustomerStatement customer(dialect, false);
   SqlStatement statement = customer.Blank();
   customer.Fill(statement, {.code = "00100000009", .name = "OTRO", .personeria = 0});
   customer.Fill(statement, {.code = "101012341", .name = "O'HARA", .personeria = 1});
-  EXPECT_EQ(statement.Render(*dialect),
+  EXPECT_EQ(statement.Render(dialect),
             "IF NOT EXISTS (SELECT * FROM Clientes WHERE idCliente = '101012341') "
             "INSERT INTO CLIENTES ( idCliente, Descripcion, RIF, TipoCliente, PersoneriaCliente, Activo ) "
             "VALUES ('101012341', 'O''HARA', '101012341', 1, 1, 0 ) ");

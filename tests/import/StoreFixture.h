@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "contract/TemporaryFolder.h"
+#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "host/SpreadsheetApplication.h"
@@ -18,9 +19,7 @@
 #include "system/NettleHashService.h"
 #include "ui/ReviewListModel.h"
 
-namespace tolvan::data {
-extern const std::string_view sqliteSchema;
-}
+namespace tolvan::data {}
 
 namespace tolvan::test {
 

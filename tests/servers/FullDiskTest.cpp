@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 
 #include "database/odbc/OdbcDatabaseServices.h"
-#include "database/sql/PostgreSqlDialect.h"
 #include "servers/ServerStore.h"
 
 namespace tolvan::test {
@@ -25,11 +24,11 @@ TEST(FullDisk, EndsTheRegistryWithWhatFitsAndAnImportWithNothing) {
   for (const char* what : {"TABLE Clientes", "INDEX Clientes_pkey", "TABLE Precios", "INDEX Precios_pkey"}) {
     store.Ask("ALTER " + std::string(what) + " SET TABLESPACE chico");
   }
-  OdbcDatabaseServices database({.connection = store.connection});
+  OdbcDatabaseServices database({.dialect = &postgreSqlDialect, .connection = store.connection});
   constexpr int customers = 30'000;
   const std::string registry = MakeRegistry(customers);
 
-  const RegistryRun full = ImportRegistry(database, PostgreSqlDialect(), registry);
+  const RegistryRun full = ImportRegistry(database, postgreSqlDialect, registry);
   EXPECT_FALSE(full.finished);
   EXPECT_THAT(full.message, HasSubstr("No queda espacio disponible"));
   EXPECT_GT(full.counts.newCustomers, 0);
@@ -51,7 +50,7 @@ TEST(FullDisk, EndsTheRegistryWithWhatFitsAndAnImportWithNothing) {
     store.Ask("ALTER " + std::string(what) + " SET TABLESPACE pg_default");
   }
   EXPECT_TRUE(apply().applied) << "there is room again";
-  const RegistryRun rest = ImportRegistry(database, PostgreSqlDialect(), registry);
+  const RegistryRun rest = ImportRegistry(database, postgreSqlDialect, registry);
   EXPECT_TRUE(rest.finished) << rest.message;
   EXPECT_EQ(rest.counts.newCustomers, customers - full.counts.newCustomers);
 }

@@ -7,7 +7,6 @@
 #include <thread>
 
 #include "database/odbc/OdbcDatabaseServices.h"
-#include "database/sql/PostgreSqlDialect.h"
 #include "servers/ServerStore.h"
 
 namespace tolvan::test {
@@ -73,7 +72,7 @@ class ImportFailures : public ::testing::Test {
   }
 
   ServerStore store_;
-  OdbcDatabaseServices database_{{.connection = store_.connection}};
+  OdbcDatabaseServices database_{{.dialect = &postgreSqlDialect, .connection = store_.connection}};
 };
 
 constexpr auto whenSomeBlocksAreWritten = "TRIGGER Lento AFTER INSERT ON Items FOR EACH ROW WHEN (NEW.idItem = 'N125')";
@@ -113,7 +112,7 @@ TEST_F(ImportFailures, AProcessKilledWhileItWritesOrCommitsTheRegistryEndsIt) {
   for (const auto& [trigger, message] : cases) {
     SleepIn(trigger + " FOR EACH ROW WHEN (NEW.Descripcion = 'EMPRESA 6000, SRL')");
     RegistryRun run;
-    Disturb("PgSleep", KillProcess, [&] { run = ImportRegistry(database_, PostgreSqlDialect(), registry); });
+    Disturb("PgSleep", KillProcess, [&] { run = ImportRegistry(database_, postgreSqlDialect, registry); });
     EXPECT_FALSE(run.finished);
     EXPECT_EQ(run.counts.newCustomers, 4'000);
     EXPECT_EQ(run.counts.errors, 0);
@@ -122,7 +121,7 @@ TEST_F(ImportFailures, AProcessKilledWhileItWritesOrCommitsTheRegistryEndsIt) {
     store_.server.WaitUntilItAnswers();
     EXPECT_EQ(store_.Ask("SELECT count(*) FROM Clientes"), "4000");
     store_.Ask("DROP TRIGGER Lento ON Clientes");
-    EXPECT_EQ(ImportRegistry(database_, PostgreSqlDialect(), registry).counts.newCustomers, 5'000);
+    EXPECT_EQ(ImportRegistry(database_, postgreSqlDialect, registry).counts.newCustomers, 5'000);
     store_.Ask("DELETE FROM Clientes");
   }
 }

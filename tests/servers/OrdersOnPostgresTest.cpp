@@ -60,7 +60,7 @@ class OrdersOnPostgres : public ::testing::Test {
     const CommandResult schema = server_.runner.Run({"--json", "esquema", "--crear"});
     EXPECT_EQ(schema.code, 0) << schema.messages;
     SqliteDatabaseServices source({.path = server_.places.folder + "/tienda.db"});
-    OdbcDatabaseServices target({.connection = postgres_.ConnectionString(database_)});
+    OdbcDatabaseServices target({.dialect = &postgreSqlDialect, .connection = postgres_.ConnectionString(database_)});
     const json document = json::parse(schema.output);
     EXPECT_EQ(document["motor"], "postgresql");
     for (const auto& table : document["tablas"]) CopyTable(source, target, table.get<std::string>());
@@ -121,7 +121,7 @@ class OrdersOnPostgres : public ::testing::Test {
 
   void ExpectSameRows(const std::string& query) {
     SqliteDatabaseServices local({.path = local_.places.folder + "/tienda.db"});
-    OdbcDatabaseServices server({.connection = postgres_.ConnectionString(database_)});
+    OdbcDatabaseServices server({.dialect = &postgreSqlDialect, .connection = postgres_.ConnectionString(database_)});
     EXPECT_EQ(Rows(server, query), Rows(local, query)) << query;
   }
 
@@ -193,7 +193,8 @@ TEST_F(OrdersOnPostgres, KeepTheSameBatches) {
 }
 
 TEST_F(OrdersOnPostgres, TheUserMayDoNothingElse) {
-  OdbcDatabaseServices database({.connection = postgres_.ConnectionString(database_, User())});
+  OdbcDatabaseServices database(
+      {.dialect = &postgreSqlDialect, .connection = postgres_.ConnectionString(database_, User())});
   for (const char* text :
        {"DELETE FROM Items", "DELETE FROM Precios", "UPDATE Items SET Descripcion = 'x'", "UPDATE Precios SET Inv = 7",
         "UPDATE Ventas SET GranTotal = 0", "UPDATE Clientes SET Activo = 1", "SELECT Descripcion FROM Clientes",

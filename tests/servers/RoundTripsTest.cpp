@@ -3,7 +3,6 @@
 
 #include "base/Text.h"
 #include "database/odbc/OdbcDatabaseServices.h"
-#include "database/sql/PostgreSqlDialect.h"
 #include "servers/ServerStore.h"
 #include "support/CountingRelay.h"
 
@@ -15,7 +14,8 @@ class RoundTrips : public ::testing::Test {
   ServerStore store_;
   CountingRelay relay_{store_.server.Folder()};
   OdbcDatabaseServices database_{
-      {.connection = ReplaceAll(store_.connection, store_.server.Folder().string(), relay_.Folder().string())}};
+      {.dialect = &postgreSqlDialect,
+       .connection = ReplaceAll(store_.connection, store_.server.Folder().string(), relay_.Folder().string())}};
 };
 
 TEST_F(RoundTrips, OfTheTemplateAreFew) {
@@ -41,10 +41,10 @@ TEST_F(RoundTrips, OfTheRegistryAreFewAndItsCountsExact) {
   constexpr int customers = 10'000;
   const std::string registry = MakeRegistry(customers);
   const std::string some = registry.substr(0, registry.find('\n', registry.size() / 10) + 1);
-  const std::int32_t known = ImportRegistry(database_, PostgreSqlDialect(), some + some).counts.newCustomers;
+  const std::int32_t known = ImportRegistry(database_, postgreSqlDialect, some + some).counts.newCustomers;
   EXPECT_EQ(known, std::ranges::count(some, '\n'));
   RegistryRun run;
-  const int trips = relay_.RoundTripsOf([&] { run = ImportRegistry(database_, PostgreSqlDialect(), registry + some); });
+  const int trips = relay_.RoundTripsOf([&] { run = ImportRegistry(database_, postgreSqlDialect, registry + some); });
   ASSERT_TRUE(run.finished) << run.message;
   EXPECT_LE(trips, run.counts.lines / 500);
   EXPECT_GE(trips, 2) << "the relay counts nothing";
@@ -58,7 +58,7 @@ TEST_F(RoundTrips, AFailingStatementOfTheRegistryCountsAloneAndTheNextOfItsCodeG
   store_.Ask("ALTER TABLE Clientes ADD CHECK (Descripcion <> 'MALA')");
   const std::string registry =
       "101012341|MALA\r\n" + MakeRegistry(2'000) + "101012341|BUENA \"\\\\{},'\r\n101012341|X\r\n";
-  const RegistryRun run = ImportRegistry(database_, PostgreSqlDialect(), registry);
+  const RegistryRun run = ImportRegistry(database_, postgreSqlDialect, registry);
   ASSERT_TRUE(run.finished) << run.message;
   EXPECT_EQ(run.counts.newCustomers, 2'001);
   EXPECT_EQ(run.counts.errors, 1);

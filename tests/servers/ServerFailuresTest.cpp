@@ -35,7 +35,8 @@ class ServerFailures : public ::testing::Test {
   PostgresServer& server_ = PostgresServer::Shared();
   std::string name_ = server_.MakeDatabase();
   FakeInterruption interruption_;
-  OdbcDatabaseServices database_{{.connection = server_.ConnectionString(name_),
+  OdbcDatabaseServices database_{{.dialect = &postgreSqlDialect,
+                                  .connection = server_.ConnectionString(name_),
                                   .statementLimit = seconds(1),
                                   .grace = milliseconds(500),
                                   .interruption = &interruption_}};

@@ -1,11 +1,10 @@
 #include "servers/ServerStore.h"
 
 #include "database/odbc/OdbcDatabaseServices.h"
+#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 
-namespace tolvan::data {
-extern const std::string_view postgreSqlSchema;
-}
+namespace tolvan::data {}
 
 namespace tolvan::test {
 namespace {
@@ -20,7 +19,7 @@ INSERT INTO Departamentos (idDepartamento) VALUES ('DEF');
 }  // namespace
 
 ServerStore::ServerStore(PostgresServer& home) : server(home) {
-  OdbcDatabaseServices database({.connection = connection});
+  OdbcDatabaseServices database({.dialect = &postgreSqlDialect, .connection = connection});
   RunSqlScript(database, data::postgreSqlSchema);
   RunSqlScript(database, content);
   host.application.permissions = {"importar-precios"};

@@ -170,7 +170,7 @@ TEST_F(SqlServerStatements, AreTakenByAnIndependentGrammar) {
     EXPECT_TRUE(next != recording.texts.end() && next->starts_with(agreed)) << agreed;
   }
   std::vector<std::string> texts(recording.texts.begin(), recording.texts.end());
-  texts.push_back(BatchText(DatabaseEngine::SqlServer, texts));  // as the provider sends them together
+  texts.push_back(BatchText(BatchForm::WithRowCounts, texts));  // as the provider sends them together
   for (const char* script : {"data/esquema/sqlserver.sql", "data/permisos/sqlserver.sql"}) {
     for (const std::string& text : SplitSqlScript(ReadFile(tree / script))) {
       texts.push_back(ReplaceAll(text, "GRANT UPDATE", "GRANT INSERT"));  // the grammar has no such right

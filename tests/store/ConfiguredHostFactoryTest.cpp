@@ -8,6 +8,8 @@
 
 #include "base/Text.h"
 #include "contract/TemporaryFolder.h"
+#include "database/sql/SqlScript.h"
+#include "database/sql/SqliteDialect.h"
 #include "store/DeferredSpreadsheetApplication.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
@@ -24,9 +26,13 @@ class ConfiguredHostFactoryTest : public testing::Test {
   /// Makes the host of a configuration with that text.
   void Assemble(const std::string& text, bool userPresent = false) {
     test::WriteFile(folder_.File("tolvan.ini"), "[host]\najustes = datos\n" + text);
+    AssembleWith(DatabaseEngines(), userPresent);
+  }
+
+  void AssembleWith(std::span<const DatabaseEngine> engines, bool userPresent = false) {
     const HostFront front{dialogs_, clock_, interruption_, userPresent};
     context_.reset();
-    ConfiguredHostFactory factory(OpenHostConfiguration(folder_.File("tolvan.ini")), front);
+    ConfiguredHostFactory factory(OpenHostConfiguration(folder_.File("tolvan.ini"), engines), front);
     services_ = factory.CreateAppServices();
     context_ = factory.CreateHostContext(*services_);
   }
@@ -94,7 +100,34 @@ TEST_F(ConfiguredHostFactoryTest, OpensTheDatabaseOnlyWhenItIsAskedFor) {
   EXPECT_EQ(&database, &context_->Application().Database());
   Assemble("[base_de_datos]\nmotor = postgresql\nconexion = Server=x\n");
   EXPECT_EQ(KindOfDatabaseFailure(), HostErrorKind::Configuration);
-  EXPECT_EQ(context_->Application().Dialect().Engine(), DatabaseEngine::PostgreSql);
+  EXPECT_EQ(context_->Application().Dialect().Engine().name, "postgresql");
+}
+
+/// An engine that nobody has: its tables have another script, its statements those of the one below it.
+class InventedDialect final : public SqliteDialect {
+ public:
+  const EngineTraits& Engine() const override {
+    static const EngineTraits traits{
+        .name = "inventado", .schema = "CREATE TABLE Prueba (Codigo TEXT)", .isFile = true};
+    return traits;
+  }
+};
+
+TEST_F(ConfiguredHostFactoryTest, TakesAnEngineThatIsOneMoreRow) {
+  const std::array engines{DatabaseEngines().front(), DatabaseEngine{[]() -> std::unique_ptr<SqlDialect> {
+                                                                       return std::make_unique<InventedDialect>();
+                                                                     },
+                                                                     OpenSqliteFile}};
+  test::WriteFile(folder_.File("suya.db"), "");
+  test::WriteFile(folder_.File("tolvan.ini"),
+                  "[host]\najustes = datos\n[base_de_datos]\nmotor = inventado\nconexion = suya.db\n");
+  AssembleWith(engines);
+  HostApplication& application = context_->Application();
+  RunSqlScript(application.Database(), application.Dialect().Engine().schema);
+  EXPECT_EQ(application.Database().Execute(SqlStatement("INSERT INTO Prueba VALUES ('A')")), 1);
+  EXPECT_THROW(services_->Files().CreateWhole(folder_.File("suya.db")), HostError) << "a file engine's is guarded";
+  EXPECT_THAT(test::ThrownBy([&] { Assemble("[base_de_datos]\nmotor = inventado\n"); }).what(),
+              HasSubstr("debe ser sqlite, sqlserver, postgresql o access"));
 }
 
 TEST_F(ConfiguredHostFactoryTest, NamesFoldersFromTheConfiguration) {

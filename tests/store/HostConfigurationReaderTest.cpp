@@ -39,7 +39,7 @@ TEST(HostConfigurationReader, ReadsValuesAndComments) {
   EXPECT_EQ(c.storeId, "0042");
   EXPECT_EQ(c.permissions, (std::vector<std::string>{"a", "b", "c", "d"}));
   EXPECT_EQ(c.separator, "");
-  EXPECT_EQ(c.database.engine, DatabaseEngine::PostgreSql);
+  EXPECT_EQ(c.database.engine->Traits().name, "postgresql");
   EXPECT_EQ(c.database.connection, "Driver={PostgreSQL};Server=bd;Pwd=a=b;Database=t");
   EXPECT_EQ(c.lookup.host, "localhost:8080");
   EXPECT_EQ(c.lookup.viewState, "/wEPDwUK+a==");

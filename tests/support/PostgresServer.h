@@ -11,9 +11,12 @@
 #include <vector>
 
 #include "contract/TemporaryFolder.h"
+#include "database/sql/PostgreSqlDialect.h"
 #include "host/DatabaseServices.h"
 
 namespace tolvan::test {
+
+inline const PostgreSqlDialect postgreSqlDialect;
 
 /// The server's process that serves that connection.
 inline pid_t BackendOf(DatabaseServices& database) {

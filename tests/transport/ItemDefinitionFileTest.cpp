@@ -3,7 +3,8 @@
 #include <cstdlib>
 
 #include "base/Text.h"
-#include "database/sql/MakeSqlDialect.h"
+#include "database/sql/AccessDialect.h"
+#include "database/sql/SqlServerDialect.h"
 #include "support/ChildProcess.h"
 #include "support/FakeHost.h"
 #include "system/posix/PosixFileHelper.h"
@@ -178,11 +179,10 @@ TEST_F(ItemDefinitionFileTest, WithoutTheLibraryTheUserIsTold) {
 
 TEST(ItemDefinitionQueriesTest, ExactTexts) {
   const struct {
-    DatabaseEngine engine;
+    std::shared_ptr<SqlDialect> dialect;
     std::string yes, no;
-  } cases[] = {{DatabaseEngine::SqlServer, "1", "0"}, {DatabaseEngine::Access, "True", "False"}};
-  for (const auto& [engine, yes, no] : cases) {
-    const auto dialect = MakeSqlDialect(engine);
+  } cases[] = {{std::make_shared<SqlServerDialect>(), "1", "0"}, {std::make_shared<AccessDialect>(), "True", "False"}};
+  for (const auto& [dialect, yes, no] : cases) {
     const std::string condition = " I.Oculto = " + no + " AND I.Activo = " + yes + " AND I.TipoItem = 0 ";
     EXPECT_EQ(CollectorItemsQuery().Render(*dialect),
               "SELECT IU.idItem, IU.idUnidad, I.Descripcion, I.RequiereSeriales, D.RequerirReglasSeriales FROM "

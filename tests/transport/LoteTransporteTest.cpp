@@ -4,7 +4,8 @@
 #include <barrier>
 #include <thread>
 
-#include "database/sql/MakeSqlDialect.h"
+#include "database/sql/AccessDialect.h"
+#include "database/sql/SqlServerDialect.h"
 #include "database/sql/SqliteDialect.h"
 #include "transport/TransportFakes.h"
 
@@ -28,13 +29,12 @@ class LoteTransporteTest : public ::testing::Test {
 
 TEST_F(LoteTransporteTest, StatementsOfEachEngine) {
   const struct {
-    DatabaseEngine engine;
+    std::shared_ptr<SqlDialect> dialect;
     std::string moment;
-  } cases[] = {{DatabaseEngine::SqlServer, "GETDATE()"},
-               {DatabaseEngine::Sqlite, SqliteDialect().CurrentMoment()},
-               {DatabaseEngine::Access, "Now()"}};
-  for (const auto& [engine, moment] : cases) {
-    const auto dialect = MakeSqlDialect(engine);
+  } cases[] = {{std::make_shared<SqlServerDialect>(), "GETDATE()"},
+               {std::make_shared<SqliteDialect>(), SqliteDialect().CurrentMoment()},
+               {std::make_shared<AccessDialect>(), "Now()"}};
+  for (const auto& [dialect, moment] : cases) {
     const LoteTransporte batches(database_, *dialect, 3, 12);
     EXPECT_EQ(batches.FindStatement("idLoteTransporte, FechaCierre").Render(*dialect),
               "SELECT idLoteTransporte, FechaCierre FROM LoteTransporteSubida WHERE idCompania = 3 AND idSedeCompania "

@@ -12,6 +12,7 @@
 #include "cli/demo/DemoFiles.h"
 #include "cli/demo/DemoRegistry.h"
 #include "cli/demo/DemoWorkbooks.h"
+#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "host/HostError.h"
@@ -20,9 +21,7 @@
 
 namespace tolvan {
 
-namespace data {
-extern const std::string_view sqliteSchema;
-}
+namespace data {}
 
 namespace {
 

@@ -76,11 +76,11 @@ std::vector<BatchResult> AssignInOrder(std::span<const std::string> statements, 
 
 }  // namespace
 
-std::size_t StatementsTogether(DatabaseEngine engine, std::span<const std::string> statements, bool inTransaction) {
+std::size_t StatementsTogether(BatchForm form, std::span<const std::string> statements, bool inTransaction) {
   // A text has to stay well below what servers take at once.
   constexpr std::size_t mostBytes = 4'000'000;
-  if (engine == DatabaseEngine::Access) return 1;
-  if (engine == DatabaseEngine::PostgreSql && !inTransaction && !std::ranges::all_of(statements, IsQuery)) return 1;
+  if (form == BatchForm::OneByOne) return 1;
+  if (form == BatchForm::Separated && !inTransaction && !std::ranges::all_of(statements, IsQuery)) return 1;
   std::size_t bytes = 0;
   std::size_t count = 0;
   for (; count < statements.size() && (count == 0 || bytes + statements[count].size() <= mostBytes); ++count) {
@@ -89,21 +89,21 @@ std::size_t StatementsTogether(DatabaseEngine engine, std::span<const std::strin
   return count;
 }
 
-std::string BatchText(DatabaseEngine engine, std::span<const std::string> statements) {
+std::string BatchText(BatchForm form, std::span<const std::string> statements) {
   // What goes alone needs nothing around it; its count comes by itself.
   std::string text;
-  const bool server = engine == DatabaseEngine::SqlServer;
+  const bool counted = form == BatchForm::WithRowCounts;
   for (const std::string& statement : statements) {
-    if (!text.empty()) text += server ? "\n" : ";\n";
+    if (!text.empty()) text += counted ? "\n" : ";\n";
     text += statement;
-    if (server && !IsQuery(statement)) text += "\nSELECT @@ROWCOUNT";
+    if (counted && !IsQuery(statement)) text += "\nSELECT @@ROWCOUNT";
   }
   return text;
 }
 
-std::vector<BatchResult> AssignResults(DatabaseEngine engine, std::span<const std::string> statements,
+std::vector<BatchResult> AssignResults(BatchForm form, std::span<const std::string> statements,
                                        std::vector<BatchResult> results) {
-  if (engine == DatabaseEngine::SqlServer) return AssignServerResults(statements, std::move(results));
+  if (form == BatchForm::WithRowCounts) return AssignServerResults(statements, std::move(results));
   return AssignInOrder(statements, std::move(results));
 }
 

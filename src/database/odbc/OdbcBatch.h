@@ -16,14 +16,14 @@
 namespace tolvan {
 
 /// How many of the statements, from the first, go into the next text: at least one.
-std::size_t StatementsTogether(DatabaseEngine engine, std::span<const std::string> statements, bool inTransaction);
+std::size_t StatementsTogether(BatchForm form, std::span<const std::string> statements, bool inTransaction);
 
 /// The text of statements that go together.
-std::string BatchText(DatabaseEngine engine, std::span<const std::string> statements);
+std::string BatchText(BatchForm form, std::span<const std::string> statements);
 
 /// Gives each statement what came back for it, from the first on: at least one, fewer than `statements` when the text
 /// ended early. The last of them then has the error.
-std::vector<BatchResult> AssignResults(DatabaseEngine engine, std::span<const std::string> statements,
+std::vector<BatchResult> AssignResults(BatchForm form, std::span<const std::string> statements,
                                        std::vector<BatchResult> results);
 
 }  // namespace tolvan

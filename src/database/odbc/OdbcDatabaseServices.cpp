@@ -4,7 +4,6 @@
 
 #include "database/odbc/OdbcBatch.h"
 #include "database/sql/BufferedRecordset.h"
-#include "database/sql/MakeSqlDialect.h"
 
 namespace tolvan {
 namespace {
@@ -75,7 +74,7 @@ class OdbcDatabaseServices::OpenTransaction final : public Transaction {
 };
 
 OdbcDatabaseServices::OdbcDatabaseServices(OdbcOptions options)
-    : options_(std::move(options)), dialect_(MakeSqlDialect(options_.engine)) {
+    : options_(std::move(options)), dialect_(*options_.dialect) {
   Connect();
 }
 
@@ -98,7 +97,7 @@ std::vector<BatchResult> OdbcDatabaseServices::SendOne(const SqlStatement& state
   RequireUsable();
   std::string text;
   try {
-    text = statement.Render(*dialect_);
+    text = statement.Render(dialect_);
     std::vector<BatchResult> results = Send(text);
     const auto failed =
         std::ranges::find_if(results, [](const BatchResult& result) { return result.error.has_value(); });
@@ -120,7 +119,7 @@ std::vector<BatchResult> OdbcDatabaseServices::RunBatch(std::span<const SqlState
     std::optional<HostError> unwritable;
     for (const SqlStatement& statement : statements.subspan(results.size())) {
       try {
-        texts.push_back(statement.Render(*dialect_));
+        texts.push_back(statement.Render(dialect_));
       } catch (const HostError& error) {
         unwritable = error;
         break;
@@ -135,19 +134,19 @@ std::vector<BatchResult> OdbcDatabaseServices::RunBatch(std::span<const SqlState
 }
 
 std::vector<BatchResult> OdbcDatabaseServices::SendTogether(std::span<const std::string> texts) {
-  const bool saved = options_.engine == DatabaseEngine::PostgreSql && inTransaction_ && texts.size() > 1;
-  return saved ? SendSaved(texts) : AssignResults(options_.engine, texts, Send(BatchText(options_.engine, texts)));
+  const bool saved = Form() == BatchForm::Separated && inTransaction_ && texts.size() > 1;
+  return saved ? SendSaved(texts) : AssignResults(Form(), texts, Send(BatchText(Form(), texts)));
 }
 
 /// When one of many statements fails, psqlODBC tells the error and not whose it is. So they are sent behind a
 /// savepoint, and after a failure once more from there, one by one, up to the one that fails.
 std::vector<BatchResult> OdbcDatabaseServices::SendSaved(std::span<const std::string> texts) {
   std::vector<BatchResult> results =
-      Send("SAVEPOINT tolvan;\n" + BatchText(options_.engine, texts) + ";\nRELEASE SAVEPOINT tolvan");
+      Send("SAVEPOINT tolvan;\n" + BatchText(Form(), texts) + ";\nRELEASE SAVEPOINT tolvan");
   const auto failed = std::ranges::find_if(results, [](const BatchResult& result) { return result.error.has_value(); });
   if (failed == results.end() && results.size() == texts.size() + 2) {
     results.erase(results.begin());
-    return AssignResults(options_.engine, texts, std::move(results));
+    return AssignResults(Form(), texts, std::move(results));
   }
   if (failed != results.end() && !CanBeToldAgain(*failed->error)) {
     std::vector<BatchResult> first;
@@ -157,7 +156,7 @@ std::vector<BatchResult> OdbcDatabaseServices::SendSaved(std::span<const std::st
   Send("ROLLBACK TO SAVEPOINT tolvan");
   std::vector<BatchResult> single;
   for (const std::string& text : texts) {
-    single.push_back(std::move(AssignResults(options_.engine, {&text, 1}, Send(text)).front()));
+    single.push_back(std::move(AssignResults(Form(), {&text, 1}, Send(text)).front()));
     if (single.back().error) break;
   }
   return single;
@@ -165,8 +164,7 @@ std::vector<BatchResult> OdbcDatabaseServices::SendSaved(std::span<const std::st
 
 void OdbcDatabaseServices::RunRendered(std::span<const std::string> texts, std::vector<BatchResult>& results) {
   while (!texts.empty()) {
-    const std::span<const std::string> together =
-        texts.first(StatementsTogether(options_.engine, texts, inTransaction_));
+    const std::span<const std::string> together = texts.first(StatementsTogether(Form(), texts, inTransaction_));
     std::vector<BatchResult> settled;
     try {
       RequireUsable();

@@ -29,6 +29,7 @@ class OdbcDatabaseServices final : public DatabaseServices {
  private:
   class OpenTransaction;
 
+  BatchForm Form() const { return dialect_.Engine().batchForm; }
   void Connect();
   /// Throws the failure that ended the open transaction; connects anew when the connection was lost.
   void RequireUsable();
@@ -46,7 +47,7 @@ class OdbcDatabaseServices final : public DatabaseServices {
   void Rollback() noexcept;
 
   OdbcOptions options_;
-  std::unique_ptr<SqlDialect> dialect_;
+  const SqlDialect& dialect_;
   std::unique_ptr<OdbcWorker> worker_;  // null when the connection is lost
   bool inTransaction_ = false;
   std::optional<HostError> failure_;

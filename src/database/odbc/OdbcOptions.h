@@ -11,10 +11,10 @@ class Interruption;
 
 /// How a server database is opened and how long its calls may take.
 struct OdbcOptions {
+  /// The server's; never null. Must outlive the connection.
+  const SqlDialect* dialect = nullptr;
   /// The ODBC connection string, UTF-8. It may hold a password and never enters a message.
   std::string connection;
-  /// One of the engines that are reached over ODBC.
-  DatabaseEngine engine = DatabaseEngine::PostgreSql;
   /// How long the connecting may take.
   std::chrono::seconds loginLimit{15};
   /// How long the server may work on one call; at least one second.

@@ -17,13 +17,12 @@ namespace {
 
 enum class ColumnKind { Text, Integer, Boolean, Real, Decimal, Moment };
 
-ColumnKind KindOf(SQLSMALLINT type, DatabaseEngine engine) {
+ColumnKind KindOf(SQLSMALLINT type, const EngineTraits& engine) {
   switch (type) {
     case SQL_BIT:
       return ColumnKind::Boolean;
     case SQL_SMALLINT:
-      // What the schema for PostgreSQL declares its booleans as, and nothing else.
-      return engine == DatabaseEngine::PostgreSql ? ColumnKind::Boolean : ColumnKind::Integer;
+      return engine.smallIntegersAreBooleans ? ColumnKind::Boolean : ColumnKind::Integer;
     case SQL_TINYINT:
     case SQL_INTEGER:
     case SQL_BIGINT:
@@ -47,7 +46,7 @@ ColumnKind KindOf(SQLSMALLINT type, DatabaseEngine engine) {
 
 class RowReader {
  public:
-  RowReader(void* statement, std::size_t columnCount, DatabaseEngine engine) : statement_(statement) {
+  RowReader(void* statement, std::size_t columnCount, const EngineTraits& engine) : statement_(statement) {
     for (std::size_t column = 0; column < columnCount; ++column) Describe(column, engine);
   }
 
@@ -68,7 +67,7 @@ class RowReader {
     if (!SQL_SUCCEEDED(code)) throw MakeOdbcError(SQL_HANDLE_STMT, statement_);
   }
 
-  void Describe(std::size_t column, DatabaseEngine engine) {
+  void Describe(std::size_t column, const EngineTraits& engine) {
     std::array<SQLWCHAR, 256> name{};
     SQLSMALLINT length = 0;
     SQLSMALLINT type = 0;
@@ -144,7 +143,7 @@ class RowReader {
 
 }  // namespace
 
-std::unique_ptr<BufferedRecordset> ReadOdbcRows(void* statement, std::size_t columnCount, DatabaseEngine engine) {
+std::unique_ptr<BufferedRecordset> ReadOdbcRows(void* statement, std::size_t columnCount, const EngineTraits& engine) {
   RowReader reader(statement, columnCount, engine);
   std::vector<BufferedRecordset::Row> rows;
   for (BufferedRecordset::Row row; reader.Read(row); row.clear()) rows.push_back(std::move(row));

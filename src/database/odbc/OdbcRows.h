@@ -9,6 +9,6 @@
 namespace tolvan {
 
 /// All rows of the current result of an ODBC statement with `columnCount` columns. Throws HostError.
-std::unique_ptr<BufferedRecordset> ReadOdbcRows(void* statement, std::size_t columnCount, DatabaseEngine engine);
+std::unique_ptr<BufferedRecordset> ReadOdbcRows(void* statement, std::size_t columnCount, const EngineTraits& engine);
 
 }  // namespace tolvan

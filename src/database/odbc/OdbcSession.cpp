@@ -6,6 +6,7 @@
 
 #include <clocale>
 
+#include "base/Text.h"
 #include "database/odbc/OdbcErrors.h"
 #include "database/odbc/OdbcRows.h"
 #include "database/odbc/OdbcText.h"
@@ -24,12 +25,12 @@ SQLPOINTER Number(std::uintptr_t value) {
   return reinterpret_cast<SQLPOINTER>(value);  // NOLINT(performance-no-int-to-ptr): the interface's own way
 }
 
-/// psqlODBC's options without which it would work otherwise: a savepoint around every statement (two more round trips
-/// each), line ends converted, cursors. They stand at the end, where they win over the user's.
+/// The engine's options stand at the end, where they win over the user's.
 std::string WithDriverOptions(const OdbcOptions& options) {
-  if (options.engine != DatabaseEngine::PostgreSql) return options.connection;
+  const std::string_view added = options.dialect->Engine().driverOptions;
+  if (added.empty()) return options.connection;
   const bool ended = options.connection.empty() || options.connection.ends_with(';');
-  return options.connection + (ended ? "" : ";") + "Protocol=7.4-0;LFConversion=0;UseDeclareFetch=0;";
+  return options.connection + (ended ? "" : ";") + std::string(added);
 }
 
 }  // namespace
@@ -42,7 +43,7 @@ class OdbcSession::RunningStatement {
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, session.connection_, &handle))) {
       throw MakeOdbcError(SQL_HANDLE_DBC, session.connection_);
     }
-    if (session.options_.engine != DatabaseEngine::PostgreSql) {
+    if (session.options_.dialect->Engine().statementLimitSetting.empty()) {
       const auto seconds = static_cast<std::uintptr_t>(session.options_.statementLimit.count());
       SQLSetStmtAttrW(handle, SQL_ATTR_QUERY_TIMEOUT, Number(seconds), 0);
     }
@@ -70,7 +71,10 @@ class OdbcSession::RunningStatement {
     if (SQL_SUCCEEDED(code)) SQLNumResultCols(session_.statement_, &columns);
     try {
       if (columns > 0) {
-        return {{}, ReadOdbcRows(session_.statement_, static_cast<std::size_t>(columns), session_.options_.engine), {}};
+        return {
+            {},
+            ReadOdbcRows(session_.statement_, static_cast<std::size_t>(columns), session_.options_.dialect->Engine()),
+            {}};
       }
     } catch (const HostError& error) {
       return {{}, nullptr, error};
@@ -113,13 +117,12 @@ void OdbcSession::Open(const OdbcOptions& options) {
                                            nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
   if (!SQL_SUCCEEDED(code)) throw MakeOdbcError(SQL_HANDLE_DBC, connection_);
   connected_ = true;
-  if (options.engine == DatabaseEngine::PostgreSql) LimitStatements();
+  if (!options.dialect->Engine().statementLimitSetting.empty()) LimitStatements();
 }
 
-/// Once for the connection: psqlODBC would send it again and again, around every look-up of its own.
 void OdbcSession::LimitStatements() {
-  for (const BatchResult& result :
-       Run("SET statement_timeout = '" + std::to_string(options_.statementLimit.count()) + "s'")) {
+  const std::string_view setting = options_.dialect->Engine().statementLimitSetting;
+  for (const BatchResult& result : Run(ReplaceAll(setting, "?", std::to_string(options_.statementLimit.count())))) {
     if (result.error) throw HostError(*result.error);
   }
 }

@@ -1,6 +1,13 @@
 #include "database/sql/AccessDialect.h"
 
+#include "database/sql/Schemas.h"
+
 namespace tolvan {
+
+const EngineTraits& AccessDialect::Engine() const {
+  static const EngineTraits traits{.name = "access", .schema = data::accessSchema};
+  return traits;
+}
 
 std::string AccessDialect::CurrentMoment() const {
   return "Now()";

@@ -7,7 +7,7 @@ namespace tolvan {
 
 class AccessDialect final : public SqlDialectBase {
  public:
-  DatabaseEngine Engine() const override { return DatabaseEngine::Access; }
+  const EngineTraits& Engine() const override;
   std::string CurrentMoment() const override;
   SqlStatement InsertUnlessPresent(std::string_view table, std::string_view keyTable,
                                    std::span<const std::string_view> columns,

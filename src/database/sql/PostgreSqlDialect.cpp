@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "database/sql/Schemas.h"
+
 namespace tolvan {
 namespace {
 
@@ -62,6 +64,19 @@ std::string ArrayText(const Column& column, const SqlDialect& dialect) {
 }
 
 }  // namespace
+
+// psqlODBC would work otherwise without its options: a savepoint around every statement (two more round trips each),
+// line ends converted, cursors. A limit set on its statements it would send again and again, around every look-up of
+// its own.
+const EngineTraits& PostgreSqlDialect::Engine() const {
+  static const EngineTraits traits{.name = "postgresql",
+                                   .schema = data::postgreSqlSchema,
+                                   .batchForm = BatchForm::Separated,
+                                   .smallIntegersAreBooleans = true,
+                                   .driverOptions = "Protocol=7.4-0;LFConversion=0;UseDeclareFetch=0;",
+                                   .statementLimitSetting = "SET statement_timeout = '?s'"};
+  return traits;
+}
 
 std::string PostgreSqlDialect::CurrentMoment() const {
   return "LOCALTIMESTAMP";

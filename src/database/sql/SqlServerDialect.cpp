@@ -2,7 +2,15 @@
 
 #include <algorithm>
 
+#include "database/sql/Schemas.h"
+
 namespace tolvan {
+
+const EngineTraits& SqlServerDialect::Engine() const {
+  static const EngineTraits traits{
+      .name = "sqlserver", .schema = data::sqlServerSchema, .batchForm = BatchForm::WithRowCounts};
+  return traits;
+}
 
 std::string SqlServerDialect::CurrentMoment() const {
   return "GETDATE()";

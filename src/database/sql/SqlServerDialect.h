@@ -9,7 +9,7 @@ namespace tolvan {
 
 class SqlServerDialect final : public SqlDialectBase {
  public:
-  DatabaseEngine Engine() const override { return DatabaseEngine::SqlServer; }
+  const EngineTraits& Engine() const override;
   std::string CurrentMoment() const override;
   SqlStatement InsertUnlessPresent(std::string_view table, std::string_view keyTable,
                                    std::span<const std::string_view> columns,

@@ -1,6 +1,17 @@
 #include "database/sql/SqliteDialect.h"
 
+#include "database/sql/Schemas.h"
+
 namespace tolvan {
+
+const EngineTraits& SqliteDialect::Engine() const {
+  static const EngineTraits traits{.name = "sqlite",
+                                   .schema = data::sqliteSchema,
+                                   .isFile = true,
+                                   .statementsPerCall = 256,
+                                   .rowsPerTransaction = 200'000};
+  return traits;
+}
 
 std::string SqliteDialect::CurrentMoment() const {
   return "datetime('now','localtime')";

@@ -5,9 +5,9 @@
 
 namespace tolvan {
 
-class SqliteDialect final : public SqlDialectBase {
+class SqliteDialect : public SqlDialectBase {
  public:
-  DatabaseEngine Engine() const override { return DatabaseEngine::Sqlite; }
+  const EngineTraits& Engine() const override;
   std::string CurrentMoment() const override;
   SqlStatement InsertUnlessPresent(std::string_view table, std::string_view keyTable,
                                    std::span<const std::string_view> columns,

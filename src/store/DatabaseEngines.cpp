@@ -1,16 +1,41 @@
-#include "store/DatabaseProviders.h"
+#include "store/DatabaseEngines.h"
 
 #include <algorithm>
+#include <array>
 
 #include "database/odbc/OdbcModule.h"
+#include "database/sql/AccessDialect.h"
+#include "database/sql/PostgreSqlDialect.h"
+#include "database/sql/SqlServerDialect.h"
+#include "database/sql/SqliteDialect.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
+#include "store/HostConfiguration.h"
 #include "system/posix/ModuleLoader.h"
 #include "system/posix/PosixPath.h"
 
 namespace tolvan {
 namespace {
 
-std::unique_ptr<DatabaseServices> OpenSqlite(const HostConfiguration& configuration, const Interruption& interruption) {
+template <class Dialect>
+std::unique_ptr<SqlDialect> Make() {
+  return std::make_unique<Dialect>();
+}
+
+constexpr std::array engines{
+    DatabaseEngine{Make<SqliteDialect>, OpenSqliteFile},
+    DatabaseEngine{Make<SqlServerDialect>, OpenOdbcServer},
+    DatabaseEngine{Make<PostgreSqlDialect>, OpenOdbcServer},
+    DatabaseEngine{Make<AccessDialect>, OpenOdbcServer},
+};
+
+}  // namespace
+
+std::span<const DatabaseEngine> DatabaseEngines() {
+  return engines;
+}
+
+std::unique_ptr<DatabaseServices> OpenSqliteFile(const HostConfiguration& configuration, const SqlDialect& /*dialect*/,
+                                                 const Interruption& interruption) {
   SqliteOptions options;
   options.path = ResolvePath(configuration.database.connection, FolderOfConfiguration(configuration));
   options.busyWait = configuration.database.statementLimit;
@@ -19,10 +44,11 @@ std::unique_ptr<DatabaseServices> OpenSqlite(const HostConfiguration& configurat
   return std::make_unique<SqliteDatabaseServices>(options);
 }
 
-std::unique_ptr<DatabaseServices> OpenServer(const HostConfiguration& configuration, const Interruption& interruption) {
+std::unique_ptr<DatabaseServices> OpenOdbcServer(const HostConfiguration& configuration, const SqlDialect& dialect,
+                                                 const Interruption& interruption) {
   OdbcOptions options;
   options.connection = configuration.database.connection;
-  options.engine = configuration.database.engine;
+  options.dialect = &dialect;
   options.statementLimit = std::max(configuration.database.statementLimit, std::chrono::seconds(1));
   options.loginLimit = std::min(options.loginLimit, options.statementLimit);
   options.interruption = &interruption;
@@ -33,21 +59,6 @@ std::unique_ptr<DatabaseServices> OpenServer(const HostConfiguration& configurat
   const std::unique_ptr<HostError> failure(raised);
   if (failure) throw HostError(*failure);
   return database;
-}
-
-}  // namespace
-
-std::unique_ptr<DatabaseServices> OpenConfiguredDatabase(const HostConfiguration& configuration,
-                                                         const Interruption& interruption) {
-  switch (configuration.database.engine) {
-    case DatabaseEngine::Sqlite:
-      return OpenSqlite(configuration, interruption);
-    case DatabaseEngine::SqlServer:
-    case DatabaseEngine::PostgreSql:
-    case DatabaseEngine::Access:
-      break;
-  }
-  return OpenServer(configuration, interruption);
 }
 
 }  // namespace tolvan
