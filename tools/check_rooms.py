@@ -69,8 +69,15 @@ def room_fault(parts, target):
     if other not in BELOW:
         return f'"{target}" is in no room: includes begin at src/'
     if other == room:
-        return None
+        return engine_fault(parts, target.split("/"))
     return None if other in BELOW[room] else f'{room}/ may not include {other}/ ("{target}")'
+
+
+def engine_fault(parts, target):
+    """In database/ an engine knows itself and what all share."""
+    if parts[0] != "database" or target[1] in (parts[1], "sql"):
+        return None
+    return f"database/{parts[1]}/ may not include another engine ({'/'.join(target)})"
 
 
 def header_fault(parts, header):

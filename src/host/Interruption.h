@@ -6,7 +6,7 @@
 namespace tolvan {
 
 /// The user in front of running work, as those who work see him: whether he wants it stopped, and what he must know
-/// while it waits for somebody else. Everything but the first is for the waits of providers; see platform/waiting.
+/// while it waits for somebody else. Everything but the first is for the waits of providers; see system/Waiting.h.
 class Interruption {
  public:
   virtual ~Interruption() = default;

@@ -26,7 +26,7 @@ DAMAGED = '3'
 BEYOND_OPENPYXL = ('escape', 'overflow', 'not_a_number', 'prefixed_strict', 'utf16', 'backslashes', 'not_calculated',
                    'cells_in_disorder', 'iso_dates', 'no_references', 'several_sheets', 'dates1904')
 
-TEMPLATES = pathlib.Path(__file__).resolve().parents[3] / 'data/plantillas/PlantillasImpresion/Excel'
+TEMPLATES = pathlib.Path(__file__).resolve().parents[2] / 'data/plantillas/PlantillasImpresion/Excel'
 
 faults = []
 warnings.simplefilter('ignore')

@@ -40,7 +40,7 @@ struct SearchingView : StatusImportarView {
   void EnableAccept(bool) override {}
   void PopUpMenu(bool, bool, bool) override {}
   std::optional<std::string> PickItem(const SqlStatement& items, std::string_view) override {
-    return ItemSearch(*database, items).At(0).code;
+    return ItemSearch(*database, items, 0).At(0).code;
   }
   void ShowModal() override {}
   void Close() override {}
