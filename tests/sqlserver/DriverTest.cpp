@@ -127,7 +127,7 @@ TEST_F(SqlServerDriver, TellsTheKindsOfErrorsByTheServersNumbers) {
     const HostError error = ThrownBy([&] { Database().Execute(SqlStatement("UPDATE T SET a = 1")); });
     EXPECT_EQ(error.Kind(), kind) << number;
     EXPECT_EQ(error.NativeCode(), number);
-    EXPECT_THAT(TextForPeople(error), HasSubstr("dicho por el servidor"));
+    EXPECT_THAT(TextForPeople(error), HasSubstr("código " + std::to_string(number)));
   }
 }
 

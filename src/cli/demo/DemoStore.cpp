@@ -102,9 +102,10 @@ class Undoing {
 
   void Undo() const {
     std::error_code ignored;  // the failure that led here is the one to be told
-    const std::set<fs::path> after = Contents(places_);
-    for (auto path = after.rbegin(); path != after.rend(); ++path) {
-      if (!before_.contains(*path)) fs::remove(*path, ignored);
+    // What lies in a folder goes before the folder.
+    const std::set<fs::path> left = Contents(places_);
+    for (const fs::path& path : std::vector<fs::path>(left.rbegin(), left.rend())) {
+      if (!before_.contains(path)) fs::remove(path, ignored);
     }
     for (const fs::path& folder : missing_) fs::remove(folder, ignored);
   }
