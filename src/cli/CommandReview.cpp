@@ -40,12 +40,14 @@ void CommandReview::Review() {
     PrintReview(call_.Out(), importer_, columns);
     summary_.clear();
     RefrescarSumario();
+    const std::string note = importer_.NoteOfAll();
+    if (!note.empty()) summary_.push_back(ForTerminal(note));
     for (const std::string& text : summary_) {
       for (const std::string& line : WrapAtWords(text, columns.value_or(text.size() + 1))) call_.Out() << line << '\n';
     }
-    const std::string note = importer_.NoteOfAll();
-    if (!note.empty()) call_.Out() << ForTerminal(note) << '\n';
     call_.Out().flush();
+  } else if (importer_.End().foreignHeadings) {
+    call_.Messages() << ForTerminal(importer_.ReadingNote()) << '\n';
   }
   if (plan_.simulate) return WriteReport("No se pudo escribir el informe");
   if (!call_.Out()) {

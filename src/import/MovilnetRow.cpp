@@ -55,7 +55,8 @@ std::string Text(const SheetCell& cell, std::string_view name, std::string& reas
 constexpr SheetLayout movilnetLayout{.otherwise = "El libro no es una lista de precios de Movilnet",
                                      .firstRow = 4,
                                      .headings = headings,
-                                     .readsAsData = ReadsAsData};
+                                     .readsAsData = ReadsAsData,
+                                     .namesItsColumns = false};
 
 std::string WhyMovilnetEnds(const SheetRow& row) {
   for (const Needed& each : needed) {

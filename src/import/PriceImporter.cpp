@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/Text.h"
 #include "import/RegisteredSince.h"
 #include "services/MoneyFormat.h"
 
@@ -308,13 +309,18 @@ std::string PriceImporter::NoteOf(std::int32_t row) const {
 
 std::string PriceImporter::ReadingNote() const {
   std::string note;
+  if (end_.foreignHeadings) {
+    const std::uint32_t last = Layout().firstRow - 1;
+    note = "Los títulos de las filas " + std::to_string(last - 1) + " y " + std::to_string(last) +
+           " no son los de la plantilla; compruebe que cada columna es la que se espera. ";
+  }
   if (NumeroRenglones() == 0) {
-    note = "No se leyó ningún renglón";
+    note += "No se leyó ningún renglón";
     if (!end_.Early())
       return note + ": la hoja no tiene datos desde la fila " + std::to_string(Layout().firstRow) + ".";
     note += ". ";
   }
-  if (!end_.Early()) return note;
+  if (!end_.Early()) return std::string(TrimBlanks(note));
   note += "La lectura terminó en la fila " + std::to_string(end_.row) + " de la hoja: " + end_.why + ".";
   if (end_.following == 1) note += " Sigue 1 fila con datos que no se leyó.";
   if (end_.following > 1) note += " Siguen " + std::to_string(end_.following) + " filas con datos que no se leyeron.";

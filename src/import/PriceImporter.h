@@ -64,7 +64,8 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   /// Where the last reading ended.
   const ReadingEnd& End() const { return end_; }
 
-  /// That no row was read, or that the reading ended early, and why; empty when there is nothing to say. Spanish.
+  /// That the headings are foreign, that no row was read, or that the reading ended early, and why; empty when there is
+  /// nothing to say. Spanish.
   std::string ReadingNote() const;
 
   /// `number` is a row, from 1 to NumeroRenglones.

@@ -44,6 +44,14 @@ std::uint32_t OtherColumn(const SheetLayout& layout, const SheetRow& row, const 
   return other;
 }
 
+HeadingKind KindOf(const SheetLayout& layout, const SheetCell& cell) {
+  const std::string name = HeadingName(cell);
+  if (name.empty() || !IsRead(layout, cell.column)) return HeadingKind::None;
+  const bool known = std::any_of(layout.headings.begin(), layout.headings.end(),
+                                 [&](const ColumnHeading& heading) { return heading.name == name; });
+  return known ? HeadingKind::Known : HeadingKind::Foreign;
+}
+
 [[noreturn]] void Refuse(const SheetLayout& layout, const SheetRow& row, const std::string& why) {
   throw WrongList(std::string(layout.otherwise) + ": en la fila " + std::to_string(row.number) + " " + why + ".");
 }
@@ -54,18 +62,21 @@ std::string ColumnText(std::uint32_t column, std::string_view name) {
   return "la columna " + Letter(column) + " (" + std::string(name) + ")";
 }
 
-void CheckHeadingRow(const SheetLayout& layout, const SheetRow& row) {
-  if (row.number + headingRows < layout.firstRow) return;
+HeadingKind CheckHeadingRow(const SheetLayout& layout, const SheetRow& row) {
+  if (row.number + headingRows < layout.firstRow) return HeadingKind::None;
   if (layout.readsAsData(row)) {
     Refuse(layout, row, "ya hay datos, que deben comenzar en la " + std::to_string(layout.firstRow));
   }
+  HeadingKind kind = HeadingKind::None;
   for (const SheetCell& cell : row.cells) {
+    kind = std::max(kind, KindOf(layout, cell));
     const std::uint32_t other = OtherColumn(layout, row, cell);
     if (other == 0) continue;
     Refuse(layout, row,
            "la columna " + Letter(cell.column) + " se titula «" + std::string(TrimBlanks(cell.text)) +
                "», que corresponde a la columna " + Letter(other));
   }
+  return kind;
 }
 
 }  // namespace tolvan

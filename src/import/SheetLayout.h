@@ -25,6 +25,7 @@ struct SheetLayout {
   std::uint32_t firstRow;  ///< of the data; the two rows above it hold the headings
   std::span<const ColumnHeading> headings;
   bool (*readsAsData)(const SheetRow& row);  ///< whether a row would be taken as data, wherever it stood
+  bool namesItsColumns;                      ///< whether every such list has at least one of the headings
 };
 
 /// The workbook is not such a list; what() says why, Spanish, for people.
@@ -33,9 +34,12 @@ class WrongList : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Looks at a row above the data. Throws WrongList when it is clearly not the list's: it reads as data, or a column has
-/// the heading of another one.
-void CheckHeadingRow(const SheetLayout& layout, const SheetRow& row);
+/// What stands above the columns that are read.
+enum class HeadingKind { None, Foreign, Known };
+
+/// Looks at a row above the data: Foreign are texts of which none is a heading of the list. Throws WrongList when the
+/// row is clearly not the list's: it reads as data, or a column has the heading of another one.
+HeadingKind CheckHeadingRow(const SheetLayout& layout, const SheetRow& row);
 
 /// "la columna E (precio)".
 std::string ColumnText(std::uint32_t column, std::string_view name);

@@ -116,7 +116,8 @@ bool ReadsAsData(const SheetRow& row) {
 constexpr SheetLayout templateLayout{.otherwise = "El libro no está hecho con la plantilla",
                                      .firstRow = 5,
                                      .headings = headings,
-                                     .readsAsData = ReadsAsData};
+                                     .readsAsData = ReadsAsData,
+                                     .namesItsColumns = true};
 
 std::string WhyTemplateEnds(const SheetRow& row) {
   if (!HoldsNothing(row.At(column::code))) return {};

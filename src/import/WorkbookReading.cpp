@@ -53,15 +53,18 @@ ReadingEnd ReadDataRows(SpreadsheetApplication& application, std::string_view pa
                         const Interruption& interruption, StatusDisplay& status, const DataRowTaker& take) {
   const auto reader = application.OpenFirstWorksheet(path, interruption);
   DataRows rows(layout.firstRow, status, take);
+  HeadingKind headings = HeadingKind::None;
   for (SheetRow row; reader->NextRow(row);) {
     if (interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "", std::string(path));
     if (row.number < layout.firstRow) {
-      CheckHeadingRow(layout, row);
+      headings = std::max(headings, CheckHeadingRow(layout, row));
     } else {
       rows.Add(row);
     }
   }
-  return rows.End();
+  ReadingEnd end = rows.End();
+  end.foreignHeadings = layout.namesItsColumns && headings == HeadingKind::Foreign;
+  return end;
 }
 
 }  // namespace tolvan

@@ -19,7 +19,8 @@ using DataRowTaker = std::function<std::string(const SheetRow& row)>;
 struct ReadingEnd {
   std::uint32_t row = 0;  ///< the first row that was not taken, with or without data of its own; 0: nothing was left
   std::string why{};      ///< Spanish, such as "la fila está vacía"
-  std::int32_t following = 0;  ///< rows with data behind that row
+  std::int32_t following = 0;    ///< rows with data behind that row
+  bool foreignHeadings = false;  ///< above the data stand other headings than every such list has
 
   bool Early() const { return row > 0; }
 };

@@ -83,7 +83,8 @@ TEST_F(Review, FitsTheTerminalAndIsWholeElsewhere) {
   for (const std::string& code : codes) rows.push_back({code, "cafe molido de la loma alta", {}, {}, 10.5, 1234.0});
   const std::vector<std::string> words{"importar-excel", Workbook("lista.xlsx", 4, rows), "--simular"};
   const std::string whole = runner.Run(words).output;
-  EXPECT_EQ(std::ranges::count(whole, '\n'), 1'103 + 3 * 3 + 3);
+  EXPECT_EQ(std::ranges::count(whole, '\n'), 1'103 + 3 * 3 + 4);
+  EXPECT_NE(whole.find("\nLos títulos de las filas 3 y 4 no son los de la plantilla"), std::string::npos);
   EXPECT_EQ(whole.find('\x1B'), std::string::npos);
   for (const std::size_t columns : {40U, 60U, 80U, 120U}) {
     runner.columns = columns;
