@@ -36,7 +36,7 @@ void Read(const std::string& path, bool clean) {
   std::size_t cells = 0;
   std::size_t kept = 0;
   for (SheetRow row; reader.NextRow(row);) {
-    if (row.number < firstTemplateRow) continue;
+    if (row.number < templateLayout.firstRow) continue;
     ++rows;
     cells += row.cells.size();
     if (clean && ReadTemplateRow(row).reason.empty()) ++kept;
