@@ -130,7 +130,7 @@ TEST(CsvText, LeavesNothingForASpreadsheetToCalculate) {
                                                                {"-2", "'-2"},
                                                                {"@SUM(1)", "'@SUM(1)"},
                                                                {"\t=1", "'\t'=1"},
-                                                               {"\r\n", "\"'\r\n\""},
+                                                               {"\r", "\"'\r\""},
                                                                {" \u00A0=1", "' \u00A0=1"},
                                                                {"＝1", "'＝1"},
                                                                {"A; =1;B", "A;' =1;B"},

