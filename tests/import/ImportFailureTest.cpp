@@ -54,7 +54,8 @@ TEST_F(ImportFailure, InTheLastOfTenThousandRowsLeavesNothing) {
       SqlStatement("CREATE TRIGGER falla BEFORE UPDATE ON Precios WHEN NEW.idItem = 'EXENTO' BEGIN SELECT "
                    "RAISE(ABORT, 'precio bloqueado'); END"));
   const std::string before = Dump();
-  ExpectNotFinished(Import(), before, "Fila 10004 del libro, código EXENTO: ");
+  ExpectNotFinished(Import(), before,
+                    "Fila 10004 del libro, código EXENTO: La base de datos rechazó el registro: precio bloqueado");
 }
 
 TEST_F(ImportFailure, OfTheDatabaseLeavesNothing) {
