@@ -5,6 +5,7 @@
 
 #include "import/OriginFingerprint.h"
 #include "import/StoreFixture.h"
+#include "ui/ItemSearch.h"
 
 namespace tolvan {
 namespace {
@@ -98,7 +99,9 @@ TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
     EXPECT_FALSE(shown.AsignarItem(4, "NOEXISTE"));
     shown.PintarLV(list, 0, 1);
     host.services.dialogs.boxes.clear();
-    EXPECT_TRUE(shown.AsignarItem(4, "VIEJO"));
+    const ItemSearch search(*real, SqlStatement("SELECT 'VIEJO'"), 0);
+    EXPECT_EQ(search.At(0).price, Currency::FromUnits(118));
+    EXPECT_TRUE(shown.AsignarItem(4, search.At(0).code));
     shown.PintarLV(list, 4, 1);
     EXPECT_EQ(std::tuple(shown.NumeroRenglones(), shown.NumeroNuevos(), shown.NumeroAsociados()), std::tuple(4, 3, 1));
     shown.PintarLV(list, 0, 3);
