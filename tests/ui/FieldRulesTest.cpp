@@ -27,7 +27,6 @@ TEST_F(Fields, EnterGoesOnToTheNextField) {
   const std::vector<Case> cases{{"txtC1_CodigoTienda", {"tab"}},
                                 {"txtC1_NombreArchivo", {"tab"}},
                                 {"txtC1_Email", {"tab"}},
-                                {"chk1", {"tab"}},
                                 {"dtC1_HoraFinJornada", {"focus txtC1_NombreArchivo"}}};
   for (const Case& each : cases) {
     view.said.clear();

@@ -14,6 +14,7 @@ class FakeImporter : public IClaseImportar, public ReviewLineSource {
   ReviewLine LineOf(std::int32_t row) const override { return {"C" + std::to_string(row)}; }
   std::string NoteOf(std::int32_t row) const override { return row == 2 ? "repetido" : ""; }
   std::string NoteOfAll() const override { return note; }
+  std::string NoteOfChange() const override { return "También cambió otra. "; }
   std::optional<Currency> AmountOf(std::int32_t row, std::size_t column) const override {
     if (column != review_column::price || row % 5 == 0) return std::nullopt;
     return Currency::FromUnits(row % 3);
@@ -120,6 +121,9 @@ TEST_F(StatusImportar, TellsWhyTheSelectedRowIsNotProcessed) {
   importer.note = "Sobran filas.";
   form.lvStatus_ItemClick(0);
   EXPECT_EQ(view.note, "Sobran filas. Escoja un renglón para ver por qué no se procesa.");
+  EXPECT_TRUE(form.mnuRenglonR_Click(0, 3));
+  form.lvStatus_ItemClick(2);
+  EXPECT_EQ(view.note, "También cambió otra. repetido");
   form.tabFiltro_Click(1);
   form.ShowModal();
   EXPECT_EQ(view.note, "Sobran filas.");
