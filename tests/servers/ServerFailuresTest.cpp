@@ -88,5 +88,18 @@ TEST_F(ServerFailures, AnInterruptionEndsAStatementAndItsTransaction) {
   EXPECT_EQ(Count(), "0");
 }
 
+TEST_F(ServerFailures, AnInterruptionDoesNotStopACommit) {
+  Execute(
+      "CREATE FUNCTION Esperar() RETURNS trigger LANGUAGE plpgsql AS "
+      "$$BEGIN PERFORM pg_sleep(0.2); RETURN NULL; END$$");
+  Execute(
+      "CREATE CONSTRAINT TRIGGER Lento AFTER INSERT ON Prueba DEFERRABLE INITIALLY DEFERRED FOR EACH ROW "
+      "EXECUTE FUNCTION Esperar()");
+  auto transaction = BeginWithRows();
+  interruption_.requested = true;
+  transaction->Commit();
+  EXPECT_EQ(Count(), "2");
+}
+
 }  // namespace
 }  // namespace tolvan::test
