@@ -170,7 +170,7 @@ std::string PostgresServer::MakeDatabase() {
 
 std::string PostgresServer::ConnectionString(const std::string& database, const std::string& user) const {
   return "Driver={PostgreSQL Unicode};Server=" + folder_.Path().string() + ";Port=5432;Database=" + database +
-         ";Uid=" + (user.empty() ? administrator : user) + ";";
+         ";Uid=" + (user.empty() ? administrator : user);
 }
 
 std::string PostgresServer::Psql(const std::string& database, const std::string& text) const {
