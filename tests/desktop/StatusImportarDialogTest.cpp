@@ -42,7 +42,9 @@ TEST_F(StatusImportarDialog, AnExcelListIsReviewedAndApplied) {
     driver.Key("ctrl+Tab");
     EXPECT_TRUE(driver.Text("lbExp").starts_with("Estos renglones ya estan enlazados"));
     driver.Key("ctrl+Next");
-    EXPECT_EQ(driver.Text("txtNota"), "Escoja un renglón para ver por qué no se procesa.");
+    EXPECT_EQ(driver.Text("txtNota"),
+              "Los títulos de las filas 3 y 4 no son los de la plantilla; compruebe que cada columna es la que se "
+              "espera. Escoja un renglón para ver por qué no se procesa.");
     driver.Key("Down");
     EXPECT_EQ(driver.Text("txtNota"), "Fila 7 del libro: el código se repite: ya está en la fila 5 de la hoja.");
     for (const char* next : {"txtNota", "Check1", "bCancelar", "tabFiltro", "lvStatus"}) {

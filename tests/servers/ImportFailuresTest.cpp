@@ -94,6 +94,14 @@ TEST_F(ImportFailures, AProcessKilledWhileItAppliesLeavesNothingAndTheNextImport
   ExpectEverything();
 }
 
+TEST_F(ImportFailures, AServerKilledWhileItAppliesLeavesNothing) {
+  SleepIn(whenSomeBlocksAreWritten);
+  Disturb(
+      "PgSleep", [this](pid_t) { store_.server.Kill(); }, [&] { EXPECT_FALSE(Apply().applied); });
+  store_.server.Start();
+  ExpectNothing();
+}
+
 TEST_F(ImportFailures, AProcessKilledWhileItWritesOrCommitsTheRegistryEndsIt) {
   const std::string registry = MakeRegistry(9'000);
   const struct {

@@ -148,6 +148,12 @@ bool PostgresServer::TryStart() {
   return false;
 }
 
+void PostgresServer::Kill() {
+  Signal(SIGKILL);
+  ::waitpid(process_, nullptr, 0);
+  process_ = 0;
+}
+
 void PostgresServer::Signal(int signal) const {
   ::kill(process_, signal);
 }

@@ -50,6 +50,8 @@ class PostgresServer {
   std::string SmallDisk() const { return folder_.File("disco"); }
 
   void Start();
+  /// Without mercy: the processes are killed.
+  void Kill();
   void Signal(int signal) const;
   /// It comes back by itself after the loss of one process, which it does not notice at once. Throws std::runtime_error
   /// when it does not.
