@@ -5,8 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/Dialogs.h"
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 namespace tolvan::bench {
 

@@ -5,7 +5,7 @@
 
 #include "fiscal/RegistryCounts.h"
 #include "host/DatabaseServices.h"
-#include "host/SqlDialect.h"
+#include "host/SqlStatement.h"
 
 namespace tolvan::bench {
 

@@ -4,7 +4,7 @@
 
 #include <iosfwd>
 
-#include "host/Dialogs.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

@@ -8,7 +8,7 @@
 
 #include "cli/AbsolutePath.h"
 #include "cli/TerminalLine.h"
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 #include "system/posix/PosixInputFile.h"
 #include "transport/CRC32.h"
 #include "transport/Crc32Digest.h"

@@ -5,7 +5,7 @@
 
 #include "cli/CommandHost.h"
 #include "cli/demo/DemoStore.h"
-#include "host/Clock.h"
+#include "host/SystemServices.h"
 
 namespace tolvan {
 namespace {

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "cli/CommandHost.h"
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 // The system's own. NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 extern char** environ;

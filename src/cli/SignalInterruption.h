@@ -3,7 +3,7 @@
 #include <iosfwd>
 #include <string>
 
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

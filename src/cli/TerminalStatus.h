@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "cli/TerminalColumns.h"
-#include "host/StatusDisplay.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

@@ -7,7 +7,7 @@
 #include <memory>
 #include <utility>
 
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 #include "services/ProgressControls.h"
 
 namespace tolvan {

@@ -3,7 +3,7 @@
 
 #include <wx/dialog.h>
 
-#include "host/Dialogs.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

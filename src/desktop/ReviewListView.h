@@ -3,7 +3,7 @@
 
 #include <wx/dataview.h>
 
-#include "host/AppServices.h"
+#include "host/HostContext.h"
 #include "ui/ReviewListModel.h"
 #include "ui/WindowLayout.h"
 

@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "desktop/DesktopWork.h"
-#include "host/StatusDisplay.h"
+#include "host/UserInterface.h"
 
 class wxGauge;
 class wxStaticText;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "desktop/DesktopWork.h"
-#include "host/Dialogs.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

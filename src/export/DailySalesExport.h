@@ -9,7 +9,7 @@
 #include "base/Calendar.h"
 #include "base/Currency.h"
 #include "host/HostError.h"
-#include "host/MailService.h"
+#include "host/NetworkServices.h"
 #include "services/ComponentContext.h"
 
 namespace tolvan {

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/SqlDialect.h"
+#include "host/SqlStatement.h"
 
 namespace tolvan {
 

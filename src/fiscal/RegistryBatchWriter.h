@@ -13,7 +13,7 @@
 
 #include "fiscal/RegistryBatch.h"
 #include "host/DatabaseServices.h"
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

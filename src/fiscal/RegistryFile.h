@@ -6,9 +6,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "host/ArchiveReader.h"
 #include "host/FileHelper.h"
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/FileHelper.h"
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/HttpClient.h"
+#include "host/NetworkServices.h"
 
 namespace tolvan {
 

@@ -13,7 +13,7 @@
 #include "fiscal/RegistryCounts.h"
 #include "fiscal/RegistryFile.h"
 #include "fiscal/RegistryLineReader.h"
-#include "host/Dialogs.h"
+#include "host/UserInterface.h"
 #include "services/clsCallBackProgreso.h"
 
 namespace tolvan {

@@ -1,4 +1,5 @@
-// The way from the component to its host. The objects returned by reference live as long as the context.
+// The way from the component to its host: who the host is, what its user may do, and the services that it offers. The
+// objects returned by reference live as long as the object that returns them.
 #pragma once
 
 #include <cstdint>
@@ -6,14 +7,44 @@
 #include <string>
 #include <string_view>
 
-#include "host/AppServices.h"
 #include "host/DatabaseServices.h"
-#include "host/HttpClient.h"
-#include "host/MailService.h"
-#include "host/SettingsStore.h"
-#include "host/SqlDialect.h"
+#include "host/FileHelper.h"
+#include "host/NetworkServices.h"
+#include "host/SqlStatement.h"
+#include "host/SystemServices.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
+
+/// What the host offers to every component beside its data: folders, the diagnostic flag, the machine-wide registry,
+/// small checks, and the services for files, archives, dialogs and time.
+class AppServices {
+ public:
+  virtual ~AppServices() = default;
+
+  /// Absolute, with a separator at the end.
+  virtual std::string ApplicationFolder() const = 0;
+
+  /// Whether diagnostic boxes are to be shown.
+  virtual bool DiagnosticFlag() const = 0;
+
+  /// Whole numbers of the machine-wide registry, kept across runs. A value that is missing or unreadable is the
+  /// default.
+  virtual std::int32_t ReadRegistry(std::string_view section, std::string_view key,
+                                    std::int32_t defaultValue) const = 0;
+
+  /// A failure to keep the value is not reported.
+  virtual void WriteRegistry(std::string_view section, std::string_view key, std::int32_t value) noexcept = 0;
+
+  /// One plausible mail address: a local part, "@", a domain of labels; no blanks, at most 254 characters.
+  virtual bool IsEmailAddress(std::string_view text) const = 0;
+
+  virtual FileHelper& Files() = 0;
+  virtual ArchiveReader& Archives() = 0;
+  virtual Dialogs& UserDialogs() = 0;
+  virtual Clock& SystemClock() = 0;
+  virtual Interruption& UserInterruption() = 0;
+};
 
 /// The application object: who the host is, what its user may do, and its services.
 class HostApplication {
@@ -35,7 +66,7 @@ class HostApplication {
   virtual std::string TaxpayerLookupViewState() const = 0;
   virtual std::string TaxpayerLookupEventValidation() const = 0;
 
-  /// Where the installer of a missing XML library is to be had; empty when not configured.
+  /// Where the installer of a missing XML library can be downloaded; empty when not configured.
   virtual std::string XmlLibraryDownload() const = 0;
 
   /// Opens the database at the first call. Throws HostError Unreachable, Busy, Damaged or Access.

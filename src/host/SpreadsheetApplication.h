@@ -1,5 +1,6 @@
-// The spreadsheet application: reads the first worksheet of a workbook and makes new workbooks. Where it is an
-// installed program that is driven from outside, it may be missing; callers begin with Start. Paths are absolute.
+// The spreadsheet application: reads the first worksheet of a workbook, as rows of typed cells with raw values rather
+// than formatted text, and makes new workbooks. Where it is an installed program that is driven from outside, it may be
+// missing; callers begin with Start. Paths are absolute.
 #pragma once
 
 #include <cstdint>
@@ -10,10 +11,41 @@
 #include <variant>
 
 #include "host/HostError.h"
-#include "host/Interruption.h"
-#include "host/SheetRow.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
+
+enum class CellKind : std::uint8_t {
+  Empty,
+  Text,     ///< also the empty text, which is not the same as Empty
+  Number,   ///< always finite
+  Date,     ///< a number whose format shows a date or a time of day
+  Boolean,  ///< the number is 1 or 0
+  Error,    ///< such as "#N/A" in the text
+};
+
+struct SheetCell {
+  std::uint32_t column = 0;  ///< from 1
+  CellKind kind = CellKind::Empty;
+  double number =
+      0;  ///< Number and Boolean; of Date the days since 1899-12-30, also in a workbook that counts from 1904
+  std::string_view text;  ///< Text and Error, UTF-8 without NUL
+
+  /// The cell as a text column takes it: a text as it stands, a number (a date's too) as PlainNumberText, a boolean
+  /// "True" or "False", an error its text, an empty cell "".
+  std::string AsText() const;
+
+  /// The same; either the cell's own text or made in `scratch`.
+  std::string_view AsText(std::string& scratch) const;
+};
+
+struct SheetRow {
+  std::uint32_t number = 0;          ///< from 1
+  std::span<const SheetCell> cells;  ///< those that are not Empty, ascending by column, each column once
+
+  /// The cell of a column (from 1); an Empty one when the row has none there.
+  const SheetCell& At(std::uint32_t column) const;
+};
 
 /// One worksheet, read from its first row to its last in one go. The workbook stays open, unchanged and unsaved, until
 /// the object is destroyed.
@@ -21,7 +53,7 @@ class WorksheetReader {
  public:
   virtual ~WorksheetReader() = default;
 
-  /// Goes to the next row that holds a cell which is not Empty, in ascending order; false behind the last one. What
+  /// Goes to the next row that holds a cell which is not Empty, in ascending order; false after the last one. What
   /// `row` points to is valid until the next call. Throws HostError as OpenFirstWorksheet does; nothing may be read
   /// after that.
   virtual bool NextRow(SheetRow& row) = 0;
@@ -37,7 +69,7 @@ class NewWorkbook {
  public:
   virtual ~NewWorkbook() = default;
 
-  /// Writes the cells from column 1 on into the row behind the last one written; the first is the one below the
+  /// Writes the cells from column 1 on into the row after the last one written; the first is the one below the
   /// template's headings. Throws HostError InvalidValue (a value that no cell holds, more rows than a sheet has), Full
   /// or Failed.
   virtual void AppendRow(std::span<const NewCell> cells, NewRowStyle style = NewRowStyle::Data) = 0;

@@ -1,7 +1,4 @@
 #include "host/SqlStatement.h"
-
-#include "host/SqlDialect.h"
-
 namespace tolvan {
 namespace {
 

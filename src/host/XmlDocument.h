@@ -1,5 +1,5 @@
-// An XML document that is built in memory and saved. It asks for what a transport document needs and no more, so that
-// it can stand on any library with elements, text and XPath.
+// An XML document that is built in memory and saved, and the library that makes one. They ask for what a transport
+// document needs and no more, so that they can stand on any library with elements, text and XPath.
 #pragma once
 
 #include <cstddef>
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/FileHelper.h"
+#include "host/HostError.h"
 
 namespace tolvan {
 
@@ -61,7 +62,7 @@ class XmlDocument {
   /// A new last child of `parent`.
   virtual XmlNode AppendElement(XmlNode parent, std::string_view name) = 0;
 
-  /// A new text node, which may be empty, behind the children of `parent`. `text` is UTF-8. Each character that XML 1.0
+  /// A new text node, which may be empty, after the children of `parent`. `text` is UTF-8. Each character that XML 1.0
   /// forbids (controls other than tab and line ends, U+FFFE, U+FFFF) and each byte that begins no character is kept as
   /// U+FFFD, so that the document is always well-formed. Carriage returns survive a reader's line-end treatment.
   virtual void AppendText(XmlNode parent, std::string_view text) = 0;
@@ -77,6 +78,41 @@ class XmlDocument {
   /// or a list of records throws, and InvalidValue at a second save of a document that holds such a list. Does not
   /// commit the file, which may be written from another thread, but never after this has returned.
   virtual void Save(WholeFile& file) = 0;
+};
+
+/// The XML library of the machine, which on some systems may be missing. A front makes one object of it per process.
+class XmlLibrary {
+ public:
+  virtual ~XmlLibrary() = default;
+
+  /// Whether documents can be made. The first call tries to make one; later calls give the same answer without trying.
+  bool Available() noexcept {
+    if (!available_) available_ = Try();
+    return *available_;
+  }
+
+  /// Why documents cannot be made, as far as it is known. Nothing while they can.
+  const std::optional<HostError>& Failure() const noexcept { return failure_; }
+
+  /// An empty document. Throws when the library is missing or fails. Never returns null.
+  virtual std::unique_ptr<XmlDocument> CreateDocument() = 0;
+
+  /// Opens the download address of the library's installer for the user. A failure is ignored.
+  virtual void OpenDownload(std::string_view address) noexcept = 0;
+
+ private:
+  bool Try() noexcept {
+    try {
+      return CreateDocument() != nullptr;
+    } catch (const HostError& error) {
+      failure_ = error;
+    } catch (...) {  // whatever the reason, the library cannot be used
+    }
+    return false;
+  }
+
+  std::optional<bool> available_;
+  std::optional<HostError> failure_;
 };
 
 }  // namespace tolvan

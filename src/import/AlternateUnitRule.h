@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "host/Recordset.h"
+#include "host/DatabaseServices.h"
 #include "host/SqlStatement.h"
 #include "import/TemplateRow.h"
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/Currency.h"
-#include "host/SheetRow.h"
+#include "host/SpreadsheetApplication.h"
 
 namespace tolvan {
 

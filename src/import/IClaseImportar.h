@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "host/StatusDisplay.h"
+#include "host/UserInterface.h"
 #include "import/ReviewList.h"
 
 namespace tolvan {

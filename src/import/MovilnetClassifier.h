@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "host/DatabaseServices.h"
-#include "host/HashService.h"
-#include "host/Interruption.h"
+#include "host/SystemServices.h"
+#include "host/UserInterface.h"
 #include "import/MovilnetRow.h"
 #include "import/RowAction.h"
 #include "import/StoredCodes.h"

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "host/SheetRow.h"
+#include "host/SpreadsheetApplication.h"
 #include "import/AmountCell.h"
 #include "import/SheetLayout.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/HashService.h"
+#include "host/SystemServices.h"
 
 namespace tolvan {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "host/HashService.h"
 #include "host/SpreadsheetApplication.h"
+#include "host/SystemServices.h"
 #include "import/IClaseImportar.h"
 #include "import/ImportReview.h"
 #include "import/ItemWriter.h"

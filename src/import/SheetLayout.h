@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/SheetRow.h"
+#include "host/SpreadsheetApplication.h"
 
 namespace tolvan {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/DatabaseServices.h"
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 #include "import/ItemQueries.h"
 #include "import/RowAction.h"
 #include "import/StoreTables.h"

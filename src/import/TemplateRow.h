@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/SheetRow.h"
+#include "host/SpreadsheetApplication.h"
 #include "import/AmountCell.h"
 #include "import/SheetLayout.h"
 

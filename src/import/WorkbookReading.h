@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "host/SpreadsheetApplication.h"
-#include "host/StatusDisplay.h"
+#include "host/UserInterface.h"
 #include "import/SheetLayout.h"
 
 namespace tolvan {

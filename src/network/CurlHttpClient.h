@@ -2,8 +2,8 @@
 // only what would end the line (a control character) is refused.
 #pragma once
 
-#include "host/HttpClient.h"
-#include "host/Interruption.h"
+#include "host/NetworkServices.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

@@ -6,8 +6,8 @@
 #pragma once
 
 #include "host/FileHelper.h"
-#include "host/Interruption.h"
-#include "host/MailService.h"
+#include "host/NetworkServices.h"
+#include "host/UserInterface.h"
 #include "network/SmtpOptions.h"
 
 namespace tolvan {

@@ -11,7 +11,7 @@
 #include <memory>
 #include <string>
 
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 struct curl_slist;
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/Calendar.h"
-#include "host/SettingsStore.h"
+#include "host/SystemServices.h"
 
 namespace tolvan {
 

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "base/Currency.h"
-#include "host/FieldValue.h"
+#include "host/DatabaseServices.h"
 
 namespace tolvan {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/Dialogs.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

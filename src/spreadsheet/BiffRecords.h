@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 #include "spreadsheet/CompoundFile.h"
 #include "spreadsheet/LittleEndian.h"
 

@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "host/Clock.h"
 #include "host/FileHelper.h"
 #include "host/SpreadsheetApplication.h"
+#include "host/SystemServices.h"
 
 namespace tolvan {
 

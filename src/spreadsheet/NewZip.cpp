@@ -8,7 +8,7 @@
 namespace tolvan {
 namespace {
 
-using Archive = std::unique_ptr<zip_t, decltype(&zip_discard)>;
+using ZipHandle = std::unique_ptr<zip_t, decltype(&zip_discard)>;
 using Source = std::unique_ptr<zip_source_t, decltype(&zip_source_free)>;
 
 /// Everything happens in memory, so there is hardly another cause than that it ran out.
@@ -44,7 +44,7 @@ void Add(zip_t* archive, const NewZipEntry& entry, Date day) {
 
 void Pack(const std::vector<NewZipEntry>& entries, Date day, zip_source_t* packed) {
   zip_error_t error{};
-  Archive archive(zip_open_from_source(packed, ZIP_TRUNCATE, &error), &zip_discard);
+  ZipHandle archive(zip_open_from_source(packed, ZIP_TRUNCATE, &error), &zip_discard);
   if (!archive) Fail(zip_error_code_zip(&error));
   zip_source_keep(packed);  // closing the archive gives up one hold on it
   for (const NewZipEntry& entry : entries) Add(archive.get(), entry, day);

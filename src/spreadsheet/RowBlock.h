@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/SheetRow.h"
+#include "host/SpreadsheetApplication.h"
 #include "spreadsheet/SharedStrings.h"
 
 namespace tolvan {

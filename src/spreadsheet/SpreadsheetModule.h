@@ -5,10 +5,9 @@
 
 #include <string>
 
-#include "host/ArchiveReader.h"
-#include "host/Clock.h"
 #include "host/FileHelper.h"
 #include "host/SpreadsheetApplication.h"
+#include "host/SystemServices.h"
 
 extern "C" {
 

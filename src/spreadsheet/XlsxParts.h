@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 #include "spreadsheet/XmlStream.h"
 #include "spreadsheet/ZipPackage.h"
 

@@ -1,7 +1,7 @@
 // Zips as archives of files of any kind, with the limits of a workbook's.
 #pragma once
 
-#include "host/ArchiveReader.h"
+#include "host/FileHelper.h"
 
 namespace tolvan {
 

@@ -3,9 +3,9 @@
 
 #include <memory>
 
-#include "host/Dialogs.h"
 #include "host/FileHelper.h"
-#include "host/MailService.h"
+#include "host/NetworkServices.h"
+#include "host/UserInterface.h"
 #include "store/CurlLoader.h"
 
 namespace tolvan {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/AppServices.h"
+#include "host/HostContext.h"
 #include "store/DeferredArchiveReader.h"
 #include "store/HostFront.h"
 #include "system/LayoutRegistry.h"

@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "host/AppServices.h"
 #include "host/HostContext.h"
 #include "store/AskingMailService.h"
 #include "store/CurlLoader.h"

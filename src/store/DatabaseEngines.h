@@ -6,8 +6,8 @@
 #include <span>
 
 #include "host/DatabaseServices.h"
-#include "host/Interruption.h"
-#include "host/SqlDialect.h"
+#include "host/SqlStatement.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "host/ArchiveReader.h"
+#include "host/FileHelper.h"
 #include "spreadsheet/SpreadsheetModule.h"
 #include "system/posix/ModuleLoader.h"
 

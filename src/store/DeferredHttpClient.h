@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "host/HttpClient.h"
+#include "host/NetworkServices.h"
 #include "store/CurlLoader.h"
 
 namespace tolvan {

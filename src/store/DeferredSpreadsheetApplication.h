@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "host/Clock.h"
 #include "host/FileHelper.h"
 #include "host/SpreadsheetApplication.h"
+#include "host/SystemServices.h"
 #include "spreadsheet/SpreadsheetModule.h"
 #include "system/posix/ModuleLoader.h"
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "host/XmlLibrary.h"
+#include "host/XmlDocument.h"
 #include "system/posix/ModuleLoader.h"
 #include "xml/XmlModule.h"
 

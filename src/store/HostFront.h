@@ -1,8 +1,7 @@
 #pragma once
 
-#include "host/Clock.h"
-#include "host/Dialogs.h"
-#include "host/Interruption.h"
+#include "host/SystemServices.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

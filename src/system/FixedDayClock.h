@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/Clock.h"
+#include "host/SystemServices.h"
 
 namespace tolvan {
 

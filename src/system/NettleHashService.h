@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/HashService.h"
+#include "host/SystemServices.h"
 
 namespace tolvan {
 

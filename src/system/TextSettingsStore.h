@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "host/SettingsStore.h"
+#include "host/SystemServices.h"
 #include "system/ValueFile.h"
 
 namespace tolvan {

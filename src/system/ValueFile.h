@@ -9,8 +9,8 @@
 #include <optional>
 #include <string>
 
-#include "host/Clock.h"
-#include "host/Interruption.h"
+#include "host/SystemServices.h"
+#include "host/UserInterface.h"
 #include "system/KeyValueText.h"
 #include "system/posix/PosixFileHelper.h"
 

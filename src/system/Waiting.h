@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

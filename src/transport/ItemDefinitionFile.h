@@ -8,9 +8,8 @@
 #include <string_view>
 
 #include "host/DatabaseServices.h"
-#include "host/Dialogs.h"
 #include "host/FileHelper.h"
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

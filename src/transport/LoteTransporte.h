@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "host/DatabaseServices.h"
-#include "host/SqlDialect.h"
+#include "host/SqlStatement.h"
 
 namespace tolvan {
 

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "base/Calendar.h"
-#include "host/Clock.h"
-#include "host/Dialogs.h"
+#include "host/SystemServices.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "host/FieldValue.h"
+#include "host/DatabaseServices.h"
 #include "host/XmlDocument.h"
 
 namespace tolvan::XMLUtil {

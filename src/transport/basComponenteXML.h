@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "host/Dialogs.h"
-#include "host/XmlLibrary.h"
+#include "host/UserInterface.h"
+#include "host/XmlDocument.h"
 
 namespace tolvan {
 

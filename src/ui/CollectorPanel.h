@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/XmlLibrary.h"
+#include "host/XmlDocument.h"
 #include "services/ComponentContext.h"
 #include "transport/ItemDefinitionFile.h"
 

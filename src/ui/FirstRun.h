@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "host/Dialogs.h"
 #include "host/FileHelper.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

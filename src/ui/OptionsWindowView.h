@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/StatusDisplay.h"
+#include "host/UserInterface.h"
 #include "services/EnterAsTab.h"
 #include "services/ProgressControls.h"
 #include "ui/ActionTable.h"

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "host/SqlStatement.h"
-#include "host/StatusDisplay.h"
+#include "host/UserInterface.h"
 #include "ui/ReviewListModel.h"
 
 namespace tolvan {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/AppServices.h"
+#include "host/HostContext.h"
 
 namespace tolvan {
 

@@ -1,7 +1,7 @@
 // XML documents on pugixml, which is linked and so always there.
 #pragma once
 
-#include "host/XmlLibrary.h"
+#include "host/XmlDocument.h"
 
 namespace tolvan {
 

@@ -2,7 +2,7 @@
 // document is first made: linking it costs every start of a program half a millisecond.
 #pragma once
 
-#include "host/XmlLibrary.h"
+#include "host/XmlDocument.h"
 
 extern "C" {
 

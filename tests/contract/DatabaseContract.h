@@ -13,7 +13,7 @@
 
 #include "contract/TemporaryFolder.h"
 #include "host/DatabaseServices.h"
-#include "host/SqlDialect.h"
+#include "host/SqlStatement.h"
 #include "support/ThrownBy.h"
 
 namespace tolvan::test {

@@ -9,7 +9,7 @@
 
 #include "contract/TemporaryFolder.h"
 #include "database/sql/SqlScript.h"
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 #include "support/ChildProcess.h"
 #include "support/ImpatientUser.h"
 #include "support/ThrownBy.h"

@@ -1,4 +1,4 @@
-#include "host/FieldValue.h"
+#include "host/DatabaseServices.h"
 
 #include <gtest/gtest.h>
 

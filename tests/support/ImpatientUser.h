@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 namespace tolvan::test {
 

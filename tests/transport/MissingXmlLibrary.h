@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "host/XmlLibrary.h"
+#include "host/XmlDocument.h"
 
 namespace tolvan::test {
 

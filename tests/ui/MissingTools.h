@@ -1,8 +1,8 @@
 // What an import needs, on a machine that has none of it: an import that gets as far as reading ends there.
 #pragma once
 
-#include "host/HashService.h"
 #include "host/SpreadsheetApplication.h"
+#include "host/SystemServices.h"
 #include "ui/ImportLauncher.h"
 
 namespace tolvan::test {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "host/DatabaseServices.h"
-#include "host/SqlDialect.h"
+#include "host/SqlStatement.h"
 
 namespace tolvan {
 

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <string>
 
-#include "host/SqlDialect.h"
+#include "host/SqlStatement.h"
 
 namespace tolvan {
 

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "database/sql/BufferedRecordset.h"
-#include "host/SqlDialect.h"
+#include "host/SqlStatement.h"
 
 namespace tolvan {
 

@@ -10,7 +10,7 @@
 #include <memory>
 
 #include "database/odbc/OdbcSession.h"
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 

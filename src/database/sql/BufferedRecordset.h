@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/Recordset.h"
+#include "host/DatabaseServices.h"
 
 namespace tolvan {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/SqlDialect.h"
+#include "host/SqlStatement.h"
 
 namespace tolvan {
 

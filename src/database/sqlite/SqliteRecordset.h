@@ -5,7 +5,7 @@
 #include <string>
 
 #include "database/sqlite/SqliteStatementCache.h"
-#include "host/Recordset.h"
+#include "host/DatabaseServices.h"
 
 namespace tolvan {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/FieldValue.h"
+#include "host/DatabaseServices.h"
 #include "host/SqlStatement.h"
 
 struct sqlite3_stmt;

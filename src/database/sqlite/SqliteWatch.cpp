@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 namespace {

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <string>
 
-#include "host/Interruption.h"
+#include "host/UserInterface.h"
 #include "system/posix/FileDescriptor.h"
 
 namespace tolvan {

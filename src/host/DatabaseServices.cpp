@@ -1,4 +1,4 @@
-#include "host/FieldValue.h"
+#include "host/DatabaseServices.h"
 
 #include <algorithm>
 #include <array>
@@ -86,6 +86,12 @@ std::optional<bool> BooleanOf(const FieldValue& value) {
   const std::optional<double> number = DoubleOf(text);
   if (!number) return std::nullopt;
   return *number != 0;
+}
+
+std::size_t Recordset::RequireField(std::string_view name) const {
+  const std::optional<std::size_t> found = FindField(name);
+  if (!found) throw HostError(HostErrorKind::Statement, "la consulta no devuelve el campo " + std::string(name));
+  return *found;
 }
 
 }  // namespace tolvan

@@ -1,4 +1,4 @@
-#include "host/SheetRow.h"
+#include "host/SpreadsheetApplication.h"
 
 #include <algorithm>
 
