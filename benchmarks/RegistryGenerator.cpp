@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "cli/demo/DemoRegistry.h"
+#include "cli/demo/DemoData.h"
 
 namespace tolvan::bench {
 namespace {

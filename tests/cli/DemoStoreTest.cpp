@@ -1,7 +1,7 @@
 #include "cli/demo/DemoStore.h"
 
 #include "cli/DemoStoreFixture.h"
-#include "cli/demo/DemoCatalogue.h"
+#include "cli/demo/DemoData.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "services/SumDaySales.h"
 #include "support/FileContent.h"

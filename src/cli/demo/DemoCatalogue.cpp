@@ -1,7 +1,5 @@
-#include "cli/demo/DemoCatalogue.h"
-
 #include "base/Calendar.h"
-#include "cli/demo/DemoRandom.h"
+#include "cli/demo/DemoData.h"
 
 namespace tolvan {
 namespace {

@@ -1,11 +1,10 @@
-#include "cli/demo/DemoDatabase.h"
-
+// The tables of the demo store.
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "cli/demo/DemoCatalogue.h"
-#include "cli/demo/DemoRandom.h"
+#include "cli/demo/DemoData.h"
+#include "cli/demo/DemoStore.h"
 
 namespace tolvan {
 namespace {

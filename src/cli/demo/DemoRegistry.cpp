@@ -1,10 +1,9 @@
-#include "cli/demo/DemoRegistry.h"
-
 #include <array>
 #include <string_view>
 
 #include "base/Calendar.h"
 #include "base/Windows1252.h"
+#include "cli/demo/DemoData.h"
 #include "fiscal/IdentifierChecks.h"
 
 namespace tolvan {

@@ -8,10 +8,7 @@
 #include <system_error>
 #include <vector>
 
-#include "cli/demo/DemoDatabase.h"
-#include "cli/demo/DemoFiles.h"
-#include "cli/demo/DemoRegistry.h"
-#include "cli/demo/DemoWorkbooks.h"
+#include "cli/demo/DemoData.h"
 #include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
@@ -131,6 +128,12 @@ void FillFolder(const DemoPlaces& places, Date today) {
 }
 
 }  // namespace
+
+void WriteDemoFile(const std::string& path, std::string_view content) {
+  const std::unique_ptr<WholeFile> file = PosixFileHelper("/").CreateWhole(path);
+  file->Write(content);
+  file->Commit();
+}
 
 DemoPlaces PlacesOfDemo(const std::string& folder) {
   const fs::path root = fs::absolute(folder).lexically_normal();

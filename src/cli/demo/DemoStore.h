@@ -1,10 +1,12 @@
-// The demo store: a folder with a configuration, a database, the template, and files to try the orders on.
+// The demo store: a folder with a configuration, a database, the template, and files to try the commands on.
 #pragma once
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "base/Calendar.h"
+#include "host/DatabaseServices.h"
 
 namespace tolvan {
 
@@ -25,5 +27,19 @@ DemoPlaces PlacesOfDemo(const std::string& folder);
 /// `complete` included, nothing that was made is left, so the same can be asked for again.
 void MakeDemoStore(
     const DemoPlaces& places, Date today, const std::function<void()>& complete = [] {});
+
+// The parts of which it is made.
+
+/// Writes a whole file over one that is there. `path` is absolute. Throws HostError.
+void WriteDemoFile(const std::string& path, std::string_view content);
+
+/// Writes everything in one transaction into empty tables: catalogue, prices, barcodes, deposits and ninety days of
+/// sales up to the day before `today`. Throws HostError.
+void FillDemoDatabase(DatabaseServices& database, Date today);
+
+/// Writes the template into the application folder, and the examples "precios.xlsx", "precios.xls" and "movilnet.xlsx".
+/// `today` becomes their date of creation. "precios.xls" holds the rows of "precios.xlsx", made by tools/make-examples
+/// and kept among the data, because the component writes no such file. Throws HostError.
+void WriteDemoWorkbooks(const DemoPlaces& places, Date today);
 
 }  // namespace tolvan

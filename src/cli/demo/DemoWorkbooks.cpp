@@ -1,13 +1,11 @@
-#include "cli/demo/DemoWorkbooks.h"
-
+// The workbooks of the demo store: the template, and price lists of its suppliers to try the imports on.
 #include <array>
 #include <filesystem>
 #include <string_view>
 #include <vector>
 
-#include "cli/demo/DemoCatalogue.h"
-#include "cli/demo/DemoFiles.h"
-#include "cli/demo/DemoRandom.h"
+#include "cli/demo/DemoData.h"
+#include "cli/demo/DemoStore.h"
 #include "import/TemplateExport.h"
 #include "store/DeferredSpreadsheetApplication.h"
 #include "system/posix/PosixFileHelper.h"
