@@ -1,11 +1,11 @@
-#include "cli/BashCompletion.h"
+#include "cli/Help.h"
 
 #include "base/Text.h"
 
 namespace tolvan {
 namespace {
 
-/// %names: the orders. %general: the options of every order. %orders: case branches that say what an order takes.
+/// %names: the commands. %general: the options of every command. %orders: case branches that say what a command takes.
 /// %values: case branches of the options that take a value.
 constexpr std::string_view script = R"(# bash completion for tolvan-impexp
 _tolvan_impexp() {
@@ -47,14 +47,14 @@ std::string Joined(const std::vector<std::string>& words) {
   return text;
 }
 
-std::string NamesOf(std::span<const OptionDefinition> options) {
+std::string OptionNames(std::span<const OptionDefinition> options) {
   std::string names;
   for (const OptionDefinition& option : options) names += ' ' + option.name;
   return names;
 }
 
-/// What stands behind an option that takes a value. File names are left to bash, which knows about blanks in them.
-std::string ValueBranches(const std::string& order, std::span<const OptionDefinition> options) {
+/// What follows an option that takes a value. File names are left to bash, which knows about blanks in them.
+std::string ValueBranches(const std::string& command, std::span<const OptionDefinition> options) {
   std::string branches;
   for (const OptionDefinition& option : options) {
     if (option.valueName.empty()) continue;
@@ -63,35 +63,35 @@ std::string ValueBranches(const std::string& order, std::span<const OptionDefini
     if (!option.choices.empty()) {
       completed = "mapfile -t COMPREPLY < <(compgen -W '" + Joined(option.choices) + "' -- \"$cur\"); ";
     }
-    branches += "    " + order + ':' + option.name + ") " + completed + "return ;;\n";
+    branches += "    " + command + ':' + option.name + ") " + completed + "return ;;\n";
   }
   return branches;
 }
 
-std::string OrderBranch(const OrderDefinition& order, const std::string& names) {
+std::string CommandBranch(const Command& command, const std::string& names) {
   std::vector<std::string> words;
   bool takesPath = false;
-  for (const ArgumentDefinition& argument : order.arguments) {
+  for (const ArgumentDefinition& argument : command.arguments) {
     words.insert(words.end(), argument.words.begin(), argument.words.end());
-    if (argument.isOrder) words.push_back(names);
+    if (argument.isCommand) words.push_back(names);
     takesPath = takesPath || argument.isPath;
   }
-  return "    " + order.name + ") options='" + NamesOf(order.options) + "' arguments='" + Joined(words) +
+  return "    " + command.name + ") options='" + OptionNames(command.options) + "' arguments='" + Joined(words) +
          "' files=" + (takesPath ? "1" : "") + " ;;\n";
 }
 
 }  // namespace
 
-std::string BashCompletion(std::span<const OrderDefinition> orders) {
-  const std::string names = Joined(OrderNames(orders));
+std::string BashCompletion(std::span<const Command> commands) {
+  const std::string names = Joined(NamesOf(commands));
   std::string branches;
   std::string values = ValueBranches("*", GlobalOptions());
-  for (const OrderDefinition& order : orders) {
-    branches += OrderBranch(order, names);
-    values += ValueBranches(order.name, order.options);
+  for (const Command& command : commands) {
+    branches += CommandBranch(command, names);
+    values += ValueBranches(command.name, command.options);
   }
   std::string text = ReplaceAll(script, "%names", names);
-  text = ReplaceAll(text, "%general", " --ayuda" + NamesOf(GlobalOptions()));
+  text = ReplaceAll(text, "%general", " --ayuda" + OptionNames(GlobalOptions()));
   text = ReplaceAll(text, "%orders", branches);
   return ReplaceAll(text, "%values", values);
 }

@@ -3,9 +3,7 @@
 #include <ostream>
 
 #include "base/TextColumns.h"
-#include "cli/ConsoleDialogs.h"
-#include "cli/ReviewJson.h"
-#include "cli/ReviewPrinter.h"
+#include "cli/ReviewOutput.h"
 #include "import/ImportReport.h"
 #include "import/StoredCodes.h"
 
@@ -16,7 +14,7 @@ constexpr std::string_view question = "¿Ya revisó los renglones y desea proced
 
 }  // namespace
 
-CommandReview::CommandReview(OrderCall& call, const ComponentContext& context, SpreadsheetApplication& spreadsheets,
+CommandReview::CommandReview(CommandCall& call, const ComponentContext& context, SpreadsheetApplication& spreadsheets,
                              PriceImporter& importer, const ReviewPlan& plan, ReviewResult& result)
     : call_(call),
       context_(context),
@@ -47,7 +45,7 @@ void CommandReview::Review() {
     }
     call_.Out().flush();
   } else if (importer_.End().foreignHeadings) {
-    call_.Messages() << ForTerminal(importer_.ReadingNote()) << '\n';
+    call_.Tell(importer_.ReadingNote());
   }
   if (plan_.simulate) return WriteReport("No se pudo escribir el informe");
   if (!call_.Out()) {
@@ -75,7 +73,7 @@ bool CommandReview::MakeChanges() {
       return false;
     }
     // Two numbers call a row; whoever gave the wrong one sees it here.
-    call_.Messages() << ForTerminal("Se cambió el " + NameOf(number) + ".") << '\n';
+    call_.Tell("Se cambió el " + NameOf(number) + ".");
   }
   return true;
 }

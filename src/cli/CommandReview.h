@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/Order.h"
-#include "cli/TerminalStatus.h"
+#include "cli/CommandCall.h"
+#include "cli/TerminalProgress.h"
 #include "import/ImportReview.h"
 #include "ui/ReviewListModel.h"
 #include "ui/StatusImportarView.h"
@@ -44,7 +44,7 @@ struct ReviewResult {
 class CommandReview final : public ImportReview, private StatusImportarView {
  public:
   /// Everything must outlive the review; `importer` is the one whose review this is.
-  CommandReview(OrderCall& call, const ComponentContext& context, SpreadsheetApplication& spreadsheets,
+  CommandReview(CommandCall& call, const ComponentContext& context, SpreadsheetApplication& spreadsheets,
                 PriceImporter& importer, const ReviewPlan& plan, ReviewResult& result);
 
   void SetClase(IClaseImportar& importer) override { form_.SetClase(importer); }
@@ -72,7 +72,7 @@ class CommandReview final : public ImportReview, private StatusImportarView {
   void WriteReport(const std::string& onFailure);
   void Fail(const std::string& text);
 
-  OrderCall& call_;
+  CommandCall& call_;
   const ComponentContext& context_;
   SpreadsheetApplication& spreadsheets_;
   PriceImporter& importer_;

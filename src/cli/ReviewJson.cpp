@@ -1,4 +1,5 @@
-#include "cli/ReviewJson.h"
+// 50,000 rows are written here, so each is put together as text, key by key.
+#include "cli/ReviewOutput.h"
 
 #include <algorithm>
 #include <array>
@@ -20,7 +21,7 @@ bool IsPlain(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; });
 }
 
-/// One object, key by key, appended to a text. A tree for each of 50,000 rows would take a third of the whole time.
+/// One object, key by key, appended to a text. A tree for every row would take a third of the whole time.
 class RowObject {
  public:
   explicit RowObject(std::string& out) : out_(out) { out_ += '{'; }

@@ -1,6 +1,7 @@
 #include "cli/TerminalProgress.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "base/TextColumns.h"
 
@@ -14,7 +15,56 @@ std::string Bar(double share) {
   return '[' + std::string(filled, '#') + std::string(barWidth - filled, '.') + "] ";
 }
 
+class Silent : public StatusDisplay {
+ public:
+  void SetText(std::string_view) override {}
+  void SetRange(std::int32_t) override {}
+  void Advance() override {}
+};
+
+class Shown : public StatusDisplay {
+ public:
+  Shown(std::ostream& out, const TerminalColumns& columns) : line_(out, columns) { line_.Begin(); }
+
+  void SetText(std::string_view text) override {
+    text_ = text;
+    DrawNowAndThen();
+  }
+  void SetRange(std::int32_t maximum) override {
+    maximum_ = maximum;
+    done_ = 0;
+    line_.Begin();
+  }
+  void Advance() override {
+    ++done_;
+    DrawNowAndThen();
+  }
+
+ private:
+  void DrawNowAndThen() {
+    if (!line_.Due()) return;
+    std::string counts;
+    if (maximum_ > 0 && done_ > 0) {
+      counts = ": " + std::to_string(done_) + " de " + std::to_string(maximum_) + ", " +
+               TimeLeft(line_.Seconds(), static_cast<double>(done_) / maximum_);
+    }
+    const std::size_t room = line_.Room() - std::min(line_.Room(), CountColumns(counts));
+    line_.Draw(CutToColumns(text_, room) + counts);
+  }
+
+  TerminalLine line_;
+  std::string text_;
+  std::int32_t maximum_ = 0;
+  std::int32_t done_ = 0;
+};
+
 }  // namespace
+
+std::string TimeLeft(double secondsPassed, double share) {
+  const std::int64_t whole = std::llround(secondsPassed / share - secondsPassed);
+  if (whole < 60) return "quedan " + std::to_string(whole) + " s";
+  return "quedan " + std::to_string(whole / 60) + " min " + std::to_string(whole % 60) + " s";
+}
 
 TerminalProgress::TerminalProgress(std::ostream& out, TerminalColumns columns, std::function<std::int64_t()> steps,
                                    std::string unitName)
@@ -48,6 +98,11 @@ std::string TerminalProgress::Line(std::int32_t value) const {
   if (fits(Bar(share))) done.insert(0, Bar(share));
   done = ' ' + done + left;
   return CutToColumns(caption_, line_.Room() - std::min(line_.Room(), CountColumns(done))) + done;
+}
+
+std::unique_ptr<StatusDisplay> TerminalStatus::OpenStatus() {
+  if (!shown_) return std::make_unique<Silent>();
+  return std::make_unique<Shown>(*out_, columns_);
 }
 
 }  // namespace tolvan

@@ -1,5 +1,4 @@
-// The command's process: signals, streams and the place of the configuration.
-#include <fcntl.h>
+// The program's process: signals, streams and the place of the configuration.
 #include <unistd.h>
 
 #include <cstdlib>
@@ -8,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "cli/Command.h"
-#include "cli/DescriptorBuffer.h"
-#include "cli/SignalInterruption.h"
+#include "cli/Process.h"
+#include "cli/Program.h"
+#include "cli/Terminal.h"
 #include "system/posix/SystemClock.h"
 #include "system/posix/SystemFailure.h"
 
@@ -40,26 +39,17 @@ bool DrawsOnTerminal() {
   return isatty(STDERR_FILENO) != 0 && Environment("NO_COLOR").empty() && Environment("TERM") != "dumb";
 }
 
-/// A standard stream that the caller has closed would become a file of ours, and take what is meant for the stream.
-void OccupyStandardDescriptors() {
-  for (int descriptor = open("/dev/null", O_RDONLY); descriptor >= 0; descriptor = dup(descriptor)) {
-    if (descriptor <= STDERR_FILENO) continue;
-    close(descriptor);
-    return;
-  }
-}
-
 }  // namespace
 
 int main(int count, char** arguments) {
-  OccupyStandardDescriptors();
+  tolvan::OccupyStandardDescriptors();
   const std::vector<std::string> words(arguments + 1, arguments + count);
   tolvan::SystemClock clock;
   tolvan::SignalInterruption interruption(std::cerr, DrawsOnTerminal());
   tolvan::DescriptorBuffer buffer(STDOUT_FILENO);
   std::ostream output(&buffer);
   const auto outputFailure = [&] { return TextForPeople(tolvan::SystemFailure(buffer.ErrorNumber(), {})); };
-  return tolvan::RunCommand(words, {.input = std::cin,
+  return tolvan::RunProgram(words, {.input = std::cin,
                                     .output = output,
                                     .messages = std::cerr,
                                     .clock = clock,

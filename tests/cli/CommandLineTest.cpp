@@ -3,15 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "base/Text.h"
-#include "cli/CommandFailure.h"
-#include "cli/Order.h"
-#include "cli/Suggestion.h"
-#include "support/CommandRunner.h"
+#include "cli/commands/AllCommands.h"
 
 namespace tolvan {
 namespace {
 
-const std::vector<OrderDefinition> orders = {
+const std::vector<Command> commands = {
     {.name = "uno",
      .summary = "",
      .arguments = {{.name = "LIBRO", .summary = ""}},
@@ -22,7 +19,7 @@ const std::vector<OrderDefinition> orders = {
     {.name = "varios", .summary = "", .arguments = {{.name = "X", .summary = "", .required = false, .repeated = true}}},
 };
 
-std::string Joined(const ParsedOrder& given) {
+std::string Joined(const ParsedWords& given) {
   std::string text;
   for (const std::string& argument : given.arguments) text += argument + ' ';
   for (const GivenOption& option : given.options) text += option.name + '=' + option.value + ' ';
@@ -30,16 +27,16 @@ std::string Joined(const ParsedOrder& given) {
 }
 
 TEST(CommandLine, KeepsOptionsInTheOrderGivenAndTakesGlobalsAnywhere) {
-  const ParsedCommand command = ParseCommandLine({"--json", "--host=h.ini", "uno", "--codigo", "2=B", "l.xlsx",
-                                                  "--asociar=1=A", "--modo", "a", "--codigo", "3=", "--simular"},
-                                                 orders);
-  EXPECT_EQ(command.order, "uno");
-  EXPECT_EQ(Joined(command.given), "l.xlsx --codigo=2=B --asociar=1=A --modo=a --codigo=3= --simular= ");
-  EXPECT_EQ(Joined(command.global), "--json= --host=h.ini ");
+  const ParsedCommandLine line = ParseCommandLine({"--json", "--host=h.ini", "uno", "--codigo", "2=B", "l.xlsx",
+                                                   "--asociar=1=A", "--modo", "a", "--codigo", "3=", "--simular"},
+                                                  commands);
+  EXPECT_EQ(line.command, "uno");
+  EXPECT_EQ(Joined(line.given), "l.xlsx --codigo=2=B --asociar=1=A --modo=a --codigo=3= --simular= ");
+  EXPECT_EQ(Joined(line.global), "--json= --host=h.ini ");
 }
 
 TEST(CommandLine, TwoDashesEndTheOptions) {
-  EXPECT_EQ(Joined(ParseCommandLine({"varios", "uno", "-", "--", "--b", "-c"}, orders).given), "uno - --b -c ");
+  EXPECT_EQ(Joined(ParseCommandLine({"varios", "uno", "-", "--", "--b", "-c"}, commands).given), "uno - --b -c ");
 }
 
 TEST(CommandLine, WrongUsageIsToldInSpanishAndNamed) {
@@ -64,7 +61,7 @@ TEST(CommandLine, WrongUsageIsToldInSpanishAndNamed) {
   };
   for (const auto& [words, text] : cases) {
     try {
-      ParseCommandLine(words, orders);
+      ParseCommandLine(words, commands);
       ADD_FAILURE() << "taken, but expected: " << text;
     } catch (const CommandFailure& failure) {
       EXPECT_EQ(failure.what(), text);
@@ -74,10 +71,10 @@ TEST(CommandLine, WrongUsageIsToldInSpanishAndNamed) {
 }
 
 TEST(CommandLine, EveryExampleIsACall) {
-  const std::vector<OrderDefinition> all = AllDefinitions();
-  for (const OrderDefinition& order : all) {
-    EXPECT_FALSE(order.examples.empty()) << order.name;
-    for (const ExampleDefinition& example : order.examples) {
+  const std::vector<Command> all = AllCommands();
+  for (const Command& command : all) {
+    EXPECT_FALSE(command.examples.empty()) << command.name;
+    for (const ExampleDefinition& example : command.examples) {
       std::vector<std::string> words;
       for (const std::string_view word : Split(example.words, ' ')) words.emplace_back(word);
       EXPECT_NO_THROW(ParseCommandLine(words, all)) << example.words;
@@ -96,16 +93,6 @@ TEST(Suggestion, NamesTheNearest) {
       {"", ""},
   };
   for (const auto& [word, text] : cases) EXPECT_EQ(DidYouMean(word, known), text) << word;
-}
-
-TEST(Command, WrongUsageLeavesStandardOutputEmptyUnlessJsonIsWanted) {
-  test::CommandRunner runner;
-  const auto plain = runner.Run({"nada"});
-  EXPECT_EQ(plain.code, 2);
-  EXPECT_EQ(plain.output, "");
-  EXPECT_NE(plain.messages.find("No existe la orden \"nada\""), std::string::npos);
-  const auto json = runner.Run({"--json", "nada"});
-  EXPECT_EQ(json.output, "{\n  \"error\": \"No existe la orden \\\"nada\\\"\"\n}\n");
 }
 
 }  // namespace

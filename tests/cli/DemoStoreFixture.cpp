@@ -12,6 +12,22 @@ DemoStoreFixture::DemoStoreFixture() {
   runner.host = places.host;
 }
 
+void DemoStoreFixture::Expect(const std::vector<ExpectedEnd>& calls) {
+  for (const auto& [words, code, message] : calls) {
+    SCOPED_TRACE(::testing::PrintToString(words));
+    const CommandResult result = runner.Run(words);
+    EXPECT_EQ(result.code, code) << result.messages;
+    EXPECT_THAT(result.messages, ::testing::HasSubstr(message));
+  }
+}
+
+nlohmann::ordered_json DemoStoreFixture::Json(std::vector<std::string> words, int code) {
+  words.insert(words.begin(), "--json");
+  const CommandResult result = runner.Run(words);
+  EXPECT_EQ(result.code, code) << result.messages;
+  return nlohmann::ordered_json::parse(result.output);
+}
+
 void DemoStoreFixture::Execute(const std::string& script) const {
   SqliteDatabaseServices database({.path = places.database});
   RunSqlScript(database, script);

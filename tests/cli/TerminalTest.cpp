@@ -1,19 +1,17 @@
-// What the command shows on a terminal, and what it makes of an output that takes no more.
+// What the program shows on a terminal.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <csignal>
 
 #include "base/Text.h"
 #include "base/TextColumns.h"
-#include "cli/BashCompletion.h"
 #include "cli/DemoStoreFixture.h"
-#include "cli/DescriptorBuffer.h"
-#include "cli/Order.h"
+#include "cli/Help.h"
+#include "cli/Process.h"
+#include "cli/commands/AllCommands.h"
 #include "support/ChildProcess.h"
 #include "system/posix/FileDescriptor.h"
 
@@ -34,7 +32,7 @@ std::string Completed(const std::string& script, const std::string& words) {
 }
 
 TEST(BashCompletion, OffersWhatFits) {
-  const std::string script = BashCompletion(AllDefinitions());
+  const std::string script = BashCompletion(AllCommands());
   const std::vector<std::pair<const char*, const char*>> cases = {
       {"tolvan-impexp ven", "ventana ventas "},
       {"tolvan-impexp --host demo lo", "lote "},
@@ -57,14 +55,14 @@ TEST(Help, FitsTheTerminalAndLosesNoWord) {
     return text;
   };
   test::CommandRunner runner;
-  std::vector<std::string> orders = OrderNames(AllDefinitions());
-  for (const std::string& order : orders) {
+  const std::vector<std::string> names = NamesOf(AllCommands());
+  for (const std::string& name : names) {
     runner.columns = 1'000;
-    const std::string wide = runner.Run({"ayuda", order}).output;
-    EXPECT_EQ(runner.Run({order, "-h"}).output, wide);
+    const std::string wide = runner.Run({"ayuda", name}).output;
+    EXPECT_EQ(runner.Run({name, "-h"}).output, wide);
     for (const std::size_t columns : {40U, 60U, 80U}) {
       runner.columns = columns;
-      const std::string help = runner.Run({"ayuda", order}).output;
+      const std::string help = runner.Run({"ayuda", name}).output;
       EXPECT_EQ(inOneLine(help), inOneLine(wide));
       const std::string wrapped = help.substr(0, help.find("\nEjemplos:"));  // these can be copied, so they stay whole
       for (const std::string_view line : Split(wrapped, '\n')) EXPECT_LE(CountColumns(line), columns) << line;
@@ -123,30 +121,6 @@ TEST_F(Review, NeedsAYesFromAPersonAndRowsThatCouldBeShown) {
   runner.typed = "sí\n";
   EXPECT_EQ(runner.Run({"importar-excel", book}).code, 0);
   EXPECT_EQ(Query(query), "1,");
-}
-
-TEST(Command, AResultThatCannotBeWrittenIsAFailureUnlessNobodyWantsIt) {
-  const FileDescriptor full(::open("/dev/full", O_WRONLY));
-  int ends[2];
-  ASSERT_EQ(::pipe(ends), 0);
-  ::close(ends[0]);
-  const FileDescriptor closed(ends[1]);
-  std::signal(SIGPIPE, SIG_IGN);
-  test::CommandRunner runner;
-  const std::vector<std::pair<std::vector<std::string>, int>> cases = {
-      {{"--ayuda"}, 0},       {{"--help"}, 0}, {{"--version"}, 0}, {{"rnc", "1"}, 0}, {{"--json", "rnc", "1"}, 0},
-      {{"--json", "nada"}, 2}};
-  for (const auto& [words, code] : cases) {
-    DescriptorBuffer lost(full.Number());
-    runner.outputBuffer = &lost;
-    const auto failed = runner.Run(words);
-    EXPECT_EQ(failed.code, std::max(code, 1)) << words.back();
-    EXPECT_NE(failed.messages.find("no se pudo escribir el resultado"), code == 0 ? std::string::npos : 0U);
-    EXPECT_EQ(lost.ErrorNumber(), ENOSPC);
-    DescriptorBuffer unread(closed.Number());
-    runner.outputBuffer = &unread;
-    EXPECT_EQ(runner.Run(words).code, code);
-  }
 }
 
 }  // namespace

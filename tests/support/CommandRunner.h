@@ -1,4 +1,4 @@
-// Runs the command in this process on streams of memory, with a clock and an interruption of the test's own.
+// Runs the program in this process on streams of memory, with a clock and an interruption of the test's own.
 #pragma once
 
 #include <optional>
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/Command.h"
+#include "cli/Program.h"
 #include "support/FakeHost.h"
 
 namespace tolvan::test {
@@ -27,7 +27,7 @@ struct CommandRunner {
     std::stringbuf memory;
     std::ostream output(outputBuffer == nullptr ? &memory : outputBuffer);
     std::ostringstream messages;
-    const int code = RunCommand(arguments, {.input = input,
+    const int code = RunProgram(arguments, {.input = input,
                                             .output = output,
                                             .messages = messages,
                                             .clock = clock,
@@ -43,7 +43,7 @@ struct CommandRunner {
   FakeClock clock;
   FakeInterruption interruption;
   std::string host;                        ///< passed as --host when not empty
-  std::string windowProgram;               ///< started by the order ventana
+  std::string windowProgram;               ///< started by the command ventana
   std::string typed;                       ///< what the person types
   bool terminal = false;                   ///< whether a person is there
   std::optional<std::size_t> columns;      ///< of the terminal that shows the output

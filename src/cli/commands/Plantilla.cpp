@@ -1,0 +1,57 @@
+// A workbook made from the template, empty or with the items of the store.
+#include <algorithm>
+
+#include "cli/CommandCall.h"
+#include "cli/commands/AllCommands.h"
+#include "import/TemplateExport.h"
+#include "store/DeferredSpreadsheetApplication.h"
+
+namespace tolvan {
+namespace {
+
+constexpr const char* templateMissing =
+    "No se encuentra el archivo de plantilla. Favor actualice Tolvan para reponer el archivo de plantilla";
+
+constexpr std::size_t mostTold = 20;
+
+/// The items that will not come back from the workbook as they are; all of them are marked in it.
+void TellRemarks(CommandCall& call, const std::vector<TemplateExport::ItemRemarks>& items) {
+  for (std::size_t index = 0; index < std::min(items.size(), mostTold); ++index) {
+    const TemplateExport::ItemRemarks& item = items[index];
+    std::string told;
+    for (const std::string& remark : item.remarks) AppendSentence(told, remark);
+    call.Tell("Fila " + std::to_string(item.sheetRow) + ", Item " + item.code + ": " + told);
+  }
+  if (items.size() <= mostTold) return;
+  call.Tell("… y " + std::to_string(items.size() - mostTold) + " más: vea la columna G del libro");
+}
+
+ExitCode Run(CommandCall& call) {
+  const std::string output = call.PathArgument();
+  const bool withData = call.Given().Has("--con-datos");
+  CommandHost& host = call.Host();
+  const ComponentContext& context = host.Context();
+  if (withData) static_cast<void>(host.RequireDatabase());
+  const std::string templatePath = TemplateExport::TemplatePath(context.services);
+  if (!context.Files().FileExists(templatePath)) throw CommandFailure(ExitCode::Failed, templateMissing);
+  DeferredSpreadsheetApplication spreadsheets(call.SystemClock(), context.Files(),
+                                              context.services.ApplicationFolder() + "Exportar");
+  TemplateExport filled(context, spreadsheets);
+  filled.Make(templatePath, withData)->SaveAs(output);
+  TellRemarks(call, filled.ItemsWithRemarks());
+  call.Print({{"archivo", output, "Archivo"}, {"filas", filled.Rows(), "Filas"}});
+  return ExitCode::Done;
+}
+
+}  // namespace
+
+Command PlantillaCommand() {
+  return {.name = "plantilla",
+          .summary = "Escribe un libro nuevo desde la plantilla, vacío o con los Items actuales",
+          .arguments = {{.name = "SALIDA", .summary = "el libro que se escribe (.xlsx)", .isPath = true}},
+          .options = {{.name = "--con-datos", .summary = "incluye los Items con sus costos y precios"}},
+          .examples = {{"plantilla lista.xlsx --con-datos", "para cambiar precios y volver a importarla"}},
+          .run = &Run};
+}
+
+}  // namespace tolvan

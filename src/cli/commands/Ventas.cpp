@@ -1,0 +1,76 @@
+// The daily sales file: of yesterday, as a scheduler runs it, and of a chosen day, as a person accepts its panel.
+#include <ostream>
+
+#include "cli/CommandCall.h"
+#include "cli/commands/AllCommands.h"
+#include "export/DailySalesExport.h"
+#include "ui/frmOpciones.h"
+
+namespace tolvan {
+namespace {
+
+/// A file that was not written has no lines.
+void Print(CommandCall& call, const DailySalesResult& result, const std::string& failure) {
+  if (!result.written && !call.WantsJson()) return;
+  Result fields{
+      {"archivo", nullptr, "Archivo"}, {"registro", result.record, "Registro"}, {"enviado", result.sent, "Enviado"}};
+  if (result.written) fields.front().value = result.path;
+  if (!failure.empty()) fields.push_back({"error", failure});
+  call.Print(fields);
+}
+
+/// `shown`: a box has shown the text of a failure already.
+ExitCode Report(CommandCall& call, const DailySalesResult& result, const ActionOutcome& outcome, bool shown) {
+  const std::string failure = outcome.succeeded ? std::string() : ForTerminal(outcome.errorText);
+  Print(call, result, failure);
+  if (outcome.succeeded) return ExitCode::Done;
+  if (!shown) call.Tell(failure);
+  // The component's text names the path only; the cause helps whoever must mend it.
+  if (result.writeFailure) call.Tell(TextForPeople(*result.writeFailure));
+  return ExitCode::Failed;
+}
+
+ExitCode RunVexlor(CommandCall& call) {
+  CommandHost& host = call.Host();
+  host.RequireDatabase();
+  host.Component().VentanaImpExp("vexlor");
+  return Report(call, host.Component().LastDailySales(), host.Component().LastOutcome(), false);
+}
+
+/// The panel always opens on today; the command reports the day asked for, or the stored one.
+ExitCode RunVentas(CommandCall& call) {
+  CommandHost& host = call.Host();
+  const std::optional<Date> given = call.GivenDate();
+  const Date date = given ? *given : StoredReportDate(host.Context().settings);
+  host.RequireDatabase();
+  HeadlessOpciones window(host.Context());
+  window.Form().Cargar();
+  window.Form().SelectAction(action::dailySalesFile);
+  window.View().SetDate(control::fechaMovimiento, date);
+  window.Form().bGuardar_Click();
+  return Report(call, window.Form().LastDailySales(), window.Form().LastOutcome(), true);
+}
+
+}  // namespace
+
+Command VexlorCommand() {
+  return {.name = "vexlor",
+          .summary = "Escribe el archivo de ventas de ayer, sin preguntar nada",
+          .notes =
+              "Es lo que el programador de tareas ejecuta cada día. La carpeta, el nombre y el envío por e-mail son "
+              "los de las opciones (vea la orden opciones).",
+          .examples = {{"--host tienda/tolvan.ini --silencio vexlor", "lo que se programa para cada mañana"}},
+          .run = &RunVexlor};
+}
+
+Command VentasCommand() {
+  return {.name = "ventas",
+          .summary = "Escribe el archivo de ventas de un día, como al aceptar su panel en la ventana",
+          .options = {{.name = "--fecha",
+                       .summary = "guarda antes esta fecha de reporte; si falta, vale la guardada",
+                       .valueName = "AAAA-MM-DD"}},
+          .examples = {{"ventas --fecha 2026-11-15", "escribe el archivo de ese día"}},
+          .run = &RunVentas};
+}
+
+}  // namespace tolvan
