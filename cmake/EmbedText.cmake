@@ -10,5 +10,6 @@ function(tolvan_embed_text target symbol file)
     COMMAND ${CMAKE_COMMAND} -DINPUT=${file} -DOUTPUT=${output} -DSYMBOL=${symbol} -P ${TOLVAN_EMBED_SCRIPT}
     DEPENDS ${file} ${TOLVAN_EMBED_SCRIPT}
     VERBATIM)
+  set_source_files_properties(${output} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
   target_sources(${target} PRIVATE ${output})
 endfunction()
