@@ -10,6 +10,7 @@
 
 #include "Bench.h"
 #include "BenchFolder.h"
+#include "base/NumberText.h"
 #include "database/sql/SqliteDialect.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 

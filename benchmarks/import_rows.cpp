@@ -10,6 +10,7 @@
 #include "Bench.h"
 #include "BenchFolder.h"
 #include "NobodyThere.h"
+#include "base/NumberText.h"
 #include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sqlite/SqliteDatabaseServices.h"

@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include "base/NumberText.h"
+
 namespace tolvan {
 namespace {
 
@@ -96,12 +98,6 @@ std::optional<DateTime> DateTime::Parse(std::string_view isoText) {
 std::string DateTime::ToIsoText(char separator) const {
   return date.ToIsoText() + separator + PaddedNumber(hour, 2) + ':' + PaddedNumber(minute, 2) + ':' +
          PaddedNumber(second, 2);
-}
-
-std::string PaddedNumber(int number, std::size_t width) {
-  std::string text = std::to_string(number);
-  if (text.size() < width) text.insert(0, width - text.size(), '0');
-  return text;
 }
 
 }  // namespace tolvan

@@ -59,7 +59,12 @@ struct DateTime {
   auto operator<=>(const DateTime&) const = default;
 };
 
-/// A non-negative number as decimal text with leading zeros up to `width` characters.
-std::string PaddedNumber(int number, std::size_t width);
+/// A time of the day without seconds, as settings and fields hold it.
+struct TimeOfDay {
+  int hour = 0;    ///< 0 to 23
+  int minute = 0;  ///< 0 to 59
+
+  bool operator==(const TimeOfDay&) const = default;
+};
 
 }  // namespace tolvan

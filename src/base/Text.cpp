@@ -66,6 +66,43 @@ std::size_t MatchAt(std::string_view text, std::size_t start, std::string_view w
   return inText;
 }
 
+std::size_t ColumnsOf(char32_t character) {
+  if (character >= firstStray && character <= lastStray) return 1;
+  return static_cast<std::size_t>(std::max(0, utf8proc_charwidth(static_cast<utf8proc_int32_t>(character))));
+}
+
+/// Where the line that begins at the start of `text` ends, and where the next one begins.
+struct Break {
+  std::size_t end;
+  std::size_t next;
+};
+
+Break BreakOf(std::string_view text, std::size_t columns) {
+  std::size_t fits = FirstColumns(text, columns).size();
+  if (fits == text.size()) return {fits, fits};
+  const std::size_t words = text.find_first_not_of(' ');
+  // A blank right behind what fits is a good place too.
+  const std::size_t blank = text.rfind(' ', fits);
+  if (blank != std::string_view::npos && blank > words) {
+    const std::size_t end = text.find_last_not_of(' ', blank) + 1;
+    return {end, std::min(text.find_first_not_of(' ', blank), text.size())};
+  }
+  if (fits == 0) NextCodePoint(text, fits);  // a wide character on a line of one column
+  return {fits, fits};
+}
+
+constexpr std::array<char16_t, 32> upperControls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                                    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+std::optional<char> ByteOf(char32_t c) {
+  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<char>(c);
+  const auto found = std::find(upperControls.begin(), upperControls.end(), c);
+  if (found == upperControls.end()) return std::nullopt;
+  return static_cast<char>(0x80 + (found - upperControls.begin()));
+}
+
 }  // namespace
 
 char32_t NextCodePoint(std::string_view text, std::size_t& position) {
@@ -177,6 +214,11 @@ bool EqualIgnoringCase(std::string_view left, std::string_view right) {
   return MatchAt(left, 0, right) == left.size();
 }
 
+void AppendSentence(std::string& sentences, std::string_view sentence) {
+  if (!sentences.empty()) sentences += "; ";
+  sentences += sentence;
+}
+
 std::vector<std::string_view> Split(std::string_view text, char separator) {
   std::vector<std::string_view> pieces;
   std::size_t start = 0;
@@ -193,6 +235,81 @@ std::optional<std::int32_t> ParseInteger(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
   return value;
+}
+
+std::size_t CountColumns(std::string_view text) {
+  std::size_t columns = 0;
+  for (std::size_t position = 0; position < text.size();) columns += ColumnsOf(NextCodePoint(text, position));
+  return columns;
+}
+
+std::string_view FirstColumns(std::string_view text, std::size_t columns) {
+  std::size_t taken = 0;
+  for (std::size_t position = 0; position < text.size();) {
+    const std::size_t start = position;
+    taken += ColumnsOf(NextCodePoint(text, position));
+    if (taken > columns) return text.substr(0, start);
+  }
+  return text;
+}
+
+std::string CutToColumns(std::string_view text, std::size_t columns) {
+  if (FirstColumns(text, columns).size() == text.size()) return std::string(text);
+  return std::string(FirstColumns(text, columns - std::min<std::size_t>(columns, 1))) + (columns > 0 ? "…" : "");
+}
+
+std::vector<std::string> WrapAtWords(std::string_view text, std::size_t columns) {
+  std::vector<std::string> lines;
+  for (std::string_view line : Split(text, '\n')) {
+    do {
+      const Break at = BreakOf(line, columns);
+      lines.emplace_back(line.substr(0, at.end));
+      line.remove_prefix(at.next);
+    } while (!line.empty());
+  }
+  return lines;
+}
+
+std::string FromWindows1252(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size() + bytes.size() / 8);
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80) {
+      text += c;
+    } else {
+      AppendCodePoint(text, byte < 0xA0 ? char32_t{upperControls[byte - 0x80U]} : char32_t{byte});
+    }
+  }
+  return text;
+}
+
+std::optional<std::string> ToWindows1252(std::string_view text) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (std::size_t position = 0; position < text.size();) {
+    const std::optional<char> byte = ByteOf(NextCodePoint(text, position));
+    if (!byte) return std::nullopt;
+    bytes += *byte;
+  }
+  return bytes;
+}
+
+std::string_view FirstBeyondWindows1252(std::string_view text) {
+  for (std::size_t position = 0; position < text.size();) {
+    const std::size_t begin = position;
+    if (!ByteOf(NextCodePoint(text, position))) return text.substr(begin, position - begin);
+  }
+  return {};
+}
+
+std::string ToWindows1252(std::string_view text, char substitute) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (std::size_t position = 0; position < text.size();) {
+    bytes += ByteOf(NextCodePoint(text, position)).value_or(substitute);
+  }
+  return bytes;
 }
 
 }  // namespace tolvan

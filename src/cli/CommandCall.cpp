@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "base/TextColumns.h"
+#include "base/Text.h"
 #include "cli/Program.h"
 #include "store/ConfiguredHostFactory.h"
 

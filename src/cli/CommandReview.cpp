@@ -2,10 +2,10 @@
 
 #include <ostream>
 
-#include "base/TextColumns.h"
+#include "base/Text.h"
 #include "cli/ReviewOutput.h"
 #include "import/ImportReport.h"
-#include "import/StoredCodes.h"
+#include "import/StoreTables.h"
 
 namespace tolvan {
 namespace {

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "base/Text.h"
-#include "base/TextColumns.h"
 
 namespace tolvan {
 namespace {

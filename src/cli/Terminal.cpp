@@ -7,7 +7,6 @@
 #include <ostream>
 
 #include "base/Text.h"
-#include "base/TextColumns.h"
 
 namespace tolvan {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/TextColumns.h"
+#include "base/Text.h"
 
 namespace tolvan {
 namespace {

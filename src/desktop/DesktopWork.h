@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "host/UserInterface.h"
-#include "services/ProgressControls.h"
+#include "services/clsCallBackProgreso.h"
 
 namespace tolvan {
 

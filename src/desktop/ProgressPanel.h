@@ -3,7 +3,7 @@
 
 #include <wx/panel.h>
 
-#include "services/ProgressControls.h"
+#include "services/clsCallBackProgreso.h"
 
 class wxGauge;
 class wxStaticText;

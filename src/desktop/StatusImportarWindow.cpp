@@ -1,9 +1,9 @@
 #include "desktop/StatusImportarWindow.h"
 
+#include "base/NumberText.h"
 #include "desktop/ItemSearchDialog.h"
 #include "desktop/StatusDialog.h"
 #include "import/PriceImporter.h"
-#include "services/MoneyFormat.h"
 
 namespace tolvan {
 

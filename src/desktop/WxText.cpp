@@ -1,7 +1,6 @@
 #include "desktop/WxText.h"
 
 #include "base/Text.h"
-#include "base/Windows1252.h"
 
 namespace tolvan {
 

@@ -2,15 +2,14 @@
 
 #include <cstdlib>
 
-#include "base/Windows1252.h"
+#include "base/NumberText.h"
+#include "base/Text.h"
+#include "export/StoredDate.h"
+#include "export/SumDaySales.h"
 #include "services/ResourceTexts.h"
-#include "services/StoredDate.h"
-#include "services/SumDaySales.h"
 
 namespace tolvan {
 namespace {
-
-constexpr std::string_view lineBreak = "\r\n";
 
 /// The display pattern "00".
 std::string TwoDigits(int number) {

@@ -1,13 +1,12 @@
 #include "export/SalesUpload.h"
 
+#include "base/Text.h"
 #include "host/HostError.h"
-#include "services/ApplicationError.h"
+#include "services/ComponentContext.h"
 #include "services/ResourceTexts.h"
 
 namespace tolvan {
 namespace {
-
-constexpr std::string_view lineBreak = "\r\n";
 
 /// Why the settings could not be saved; empty when they were.
 std::string Keep(clsIE_SVentas& exchange, ImpExpSettings& settings) {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <exception>
 
+#include "base/Addresses.h"
 #include "base/Text.h"
 #include "export/SalesProtocol.h"
+#include "export/StoredDate.h"
 #include "export/SumDayOperations.h"
-#include "services/ServerAddress.h"
-#include "services/StoredDate.h"
 #include "services/clsCallBackProgreso.h"
 
 namespace tolvan {

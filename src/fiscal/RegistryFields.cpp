@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/Text.h"
-#include "base/Windows1252.h"
 
 namespace tolvan {
 namespace {

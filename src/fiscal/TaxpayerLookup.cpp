@@ -2,9 +2,9 @@
 
 #include <optional>
 
+#include "base/Addresses.h"
 #include "fiscal/TaxpayerPage.h"
 #include "host/HostContext.h"
-#include "services/ServerAddress.h"
 
 namespace tolvan {
 namespace {

@@ -9,7 +9,6 @@
 namespace tolvan {
 namespace {
 
-constexpr std::string_view lineBreak = "\r\n";
 constexpr std::string_view finishedTitle = "Operación finalizada";
 
 /// What a batch may hold at most, so that memory does not grow with long names.

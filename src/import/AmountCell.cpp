@@ -1,16 +1,13 @@
 #include "import/AmountCell.h"
 
+#include "base/Text.h"
+
 namespace tolvan {
 namespace {
 
 constexpr std::int64_t sixteenDigits = 1'000'000'000'000'000;  // the first count with more than fifteen digits
 
 }  // namespace
-
-void AppendSentence(std::string& sentences, std::string_view sentence) {
-  if (!sentences.empty()) sentences += "; ";
-  sentences += sentence;
-}
 
 bool HoldsNothing(const SheetCell& cell) {
   return cell.kind == CellKind::Empty || (cell.kind == CellKind::Text && cell.text.empty());

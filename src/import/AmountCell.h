@@ -35,9 +35,6 @@ std::string NotANumber(const SheetCell& cell, std::string_view name);
 /// begin with `name`; that of the reason is appended.
 GivenAmount ReadAmount(const SheetCell& cell, std::string_view name, Remarks& remarks, std::string& reason);
 
-/// Appends a sentence to a text of them, "; " between.
-void AppendSentence(std::string& sentences, std::string_view sentence);
-
 /// The amount with the fifteen significant digits that a cell keeps. The same amount below 100,000,000,000; two amounts
 /// are equal for a workbook when this makes them equal.
 Currency AmountInCell(Currency amount);

@@ -8,7 +8,7 @@
 #include "base/Currency.h"
 #include "host/DatabaseServices.h"
 #include "import/AmountCell.h"
-#include "services/TaxTable.h"
+#include "import/StoreTables.h"
 
 namespace tolvan {
 

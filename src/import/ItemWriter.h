@@ -10,7 +10,7 @@
 
 #include "host/DatabaseServices.h"
 #include "import/ItemChanges.h"
-#include "import/StoredCodes.h"
+#include "import/StoreTables.h"
 #include "import/WriteBlock.h"
 
 namespace tolvan {

@@ -12,8 +12,7 @@
 #include "host/UserInterface.h"
 #include "import/MovilnetRow.h"
 #include "import/RowAction.h"
-#include "import/StoredCodes.h"
-#include "services/Rate.h"
+#include "import/StoreTables.h"
 
 namespace tolvan {
 

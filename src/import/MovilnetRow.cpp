@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/Text.h"
 #include "import/CellCleaning.h"
 #include "import/MovilnetCode.h"
 

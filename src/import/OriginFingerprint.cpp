@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "base/Text.h"
-#include "base/Windows1252.h"
 
 namespace tolvan {
 namespace {

@@ -5,15 +5,14 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/NumberText.h"
 #include "base/Text.h"
 #include "import/RegisteredSince.h"
-#include "services/MoneyFormat.h"
 
 namespace tolvan {
 namespace {
 
 constexpr std::string_view permission = "importar-precios";
-constexpr std::string_view lineBreak = "\r\n";
 
 constexpr std::string_view noPermission =
     "No tiene permiso para realizar esta función. Favor consulte al personal técnico.";

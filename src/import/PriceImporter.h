@@ -16,7 +16,6 @@
 #include "import/StoreTables.h"
 #include "import/WorkbookReading.h"
 #include "services/ComponentContext.h"
-#include "services/TaxTable.h"
 
 namespace tolvan {
 

@@ -4,7 +4,7 @@
 
 #include "import/Batch.h"
 #include "import/ItemQueries.h"
-#include "import/StoredCodes.h"
+#include "import/StoreTables.h"
 
 namespace tolvan {
 namespace {

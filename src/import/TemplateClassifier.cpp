@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/Text.h"
 #include "import/AlternateUnitRule.h"
 #include "import/Batch.h"
 #include "import/CellCleaning.h"

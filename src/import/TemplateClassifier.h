@@ -12,9 +12,7 @@
 #include "import/ItemQueries.h"
 #include "import/RowAction.h"
 #include "import/StoreTables.h"
-#include "import/StoredCodes.h"
 #include "import/TemplateRow.h"
-#include "services/TaxTable.h"
 
 namespace tolvan {
 

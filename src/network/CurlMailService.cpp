@@ -6,7 +6,7 @@
 #include <exception>
 #include <new>
 
-#include "base/EmailAddress.h"
+#include "base/Addresses.h"
 #include "network/CurlTransfer.h"
 #include "network/MailMessage.h"
 #include "network/SmtpReplies.h"

@@ -1,7 +1,7 @@
 #include "services/ImpExpSettings.h"
 
 #include "base/Text.h"
-#include "services/ApplicationError.h"
+#include "services/ComponentContext.h"
 #include "services/ResourceTexts.h"
 
 namespace tolvan {

@@ -1,6 +1,6 @@
 #include "store/AskingMailService.h"
 
-#include "base/EmailAddress.h"
+#include "base/Addresses.h"
 #include "base/Text.h"
 #include "host/HostError.h"
 

@@ -1,6 +1,6 @@
 #include "store/ConfiguredAppServices.h"
 
-#include "base/EmailAddress.h"
+#include "base/Addresses.h"
 
 namespace tolvan {
 

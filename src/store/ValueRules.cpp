@@ -1,6 +1,6 @@
 #include "store/ValueRules.h"
 
-#include "base/EmailAddress.h"
+#include "base/Addresses.h"
 #include "base/Text.h"
 
 namespace tolvan {
@@ -10,36 +10,6 @@ Complaint TakeIf(bool usable, std::string_view value, std::string& target, std::
   if (!usable) return std::string(complaint);
   target = value;
   return std::nullopt;
-}
-
-bool IsPort(std::string_view text) {
-  constexpr std::int32_t highest = 65535;
-  if (text.starts_with('+')) return false;
-  const std::optional<std::int32_t> number = ParseInteger(text);
-  return number && *number >= 1 && *number <= highest;
-}
-
-bool IsHostName(std::string_view text) {
-  constexpr std::size_t longest = 253;
-  if (text.empty() || text.size() > longest) return false;
-  return text.find_first_of(" \t/\\@?#:[]<>\"%;,'") == std::string_view::npos;
-}
-
-bool IsHostWithPort(std::string_view text) {
-  std::string_view host = text;
-  std::string_view rest;
-  if (text.starts_with('[')) {
-    const std::size_t end = text.find(']');
-    if (end == std::string_view::npos) return false;
-    host = text.substr(1, end - 1);
-    rest = text.substr(end + 1);
-    if (host.empty() || host.find_first_not_of("0123456789abcdefABCDEF:.") != std::string_view::npos) return false;
-  } else {
-    host = text.substr(0, text.find(':'));
-    rest = text.substr(host.size());
-    if (!IsHostName(host)) return false;
-  }
-  return rest.empty() || (rest.front() == ':' && IsPort(rest.substr(1)));
 }
 
 }  // namespace
@@ -112,12 +82,12 @@ Complaint TakeMailServer(std::string_view value, std::string& target) {
     if (value.starts_with(scheme)) host = value.substr(scheme.size());
   }
   const bool hasScheme = host.size() != value.size();
-  return TakeIf(value.empty() || (hasScheme && IsHostWithPort(host)), value, target,
+  return TakeIf(value.empty() || (hasScheme && ServerAddress::Parse(host)), value, target,
                 "debe ser smtp:// o smtps:// con el servidor y, si hace falta, el puerto");
 }
 
 Complaint TakeHost(std::string_view value, std::string& target) {
-  return TakeIf(value.empty() || IsHostWithPort(value), value, target,
+  return TakeIf(value.empty() || ServerAddress::Parse(value), value, target,
                 "debe ser un servidor y, si hace falta, dos puntos y el puerto");
 }
 

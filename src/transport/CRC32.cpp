@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "base/Windows1252.h"
+#include "base/Text.h"
 #include "transport/Crc32Digest.h"
 
 namespace tolvan {

@@ -1,8 +1,16 @@
 #include "transport/TransportFileChoice.h"
 
-#include "services/ZelC_CDL.h"
+#include "base/NumberText.h"
 
 namespace tolvan {
+
+std::string ChooseFile(Dialogs& dialogs, FileChoice choice, std::string_view title, std::string_view filter,
+                       std::string_view defaultName) {
+  if (title.empty()) title = "Seleccionar Archivo";
+  return (choice == FileChoice::Save ? dialogs.PickFileToSave(title, filter, defaultName)
+                                     : dialogs.PickFileToOpen(title, filter))
+      .value_or("");
+}
 
 std::string TransportFileName(std::string_view prefix, Date day) {
   std::string name(prefix);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/NumberText.h"
 #include "base/Text.h"
 
 namespace tolvan {

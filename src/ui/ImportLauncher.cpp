@@ -1,15 +1,15 @@
 #include "ui/ImportLauncher.h"
 
+#include "base/Text.h"
 #include "import/TemplateExport.h"
 #include "import/clsIE_PreciosExcel.h"
 #include "import/clsIE_PreciosMovilnet.h"
-#include "services/ApplicationError.h"
+#include "services/ComponentContext.h"
 #include "services/ResourceTexts.h"
 
 namespace tolvan {
 namespace {
 
-constexpr std::string_view lineBreak = "\r\n";
 constexpr std::string_view pickerTitle = "Seleccionar Archivo de Excel";
 constexpr std::string_view pickerFilter = "Libro de Excel|*.xls;*.xlsx";
 constexpr std::string_view nothingChosen = "Debe seleccionar primero el archivo de Excel";

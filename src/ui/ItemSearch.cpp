@@ -5,7 +5,7 @@
 
 #include "base/Text.h"
 #include "import/ItemQueries.h"
-#include "services/TaxTable.h"
+#include "import/StoreTables.h"
 
 namespace tolvan {
 namespace {

@@ -23,13 +23,6 @@ inline constexpr std::string_view tituloCategoria = "lblTituloCategoria";
 inline constexpr std::string_view explicacion = "lblExpl";
 }  // namespace control
 
-/// A time of day to the minute.
-struct TimeOfDay {
-  int hour = 0;    ///< 0 to 23
-  int minute = 0;  ///< 0 to 59
-  bool operator==(const TimeOfDay&) const = default;
-};
-
 class OpcionesView {
  public:
   virtual ~OpcionesView() = default;

@@ -1,14 +1,11 @@
 #include "ui/OptionsWindow.h"
 
+#include "base/Text.h"
 #include "services/ResourceTexts.h"
 #include "ui/PanelTexts.h"
 
 namespace tolvan {
-namespace {
-
-constexpr std::string_view lineBreak = "\r\n";
-
-}  // namespace
+namespace {}  // namespace
 
 OptionsWindow::OptionsWindow(const ComponentContext& context, OptionsWindowView& view, OptionsTools tools)
     : context_(&context),

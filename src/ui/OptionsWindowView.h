@@ -2,18 +2,35 @@
 // state and progress.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/UserInterface.h"
-#include "services/EnterAsTab.h"
-#include "services/ProgressControls.h"
+#include "services/clsCallBackProgreso.h"
 #include "ui/ActionTable.h"
 #include "ui/OpcionesView.h"
 #include "ui/WindowLayout.h"
 
 namespace tolvan {
+
+/// Where the key presses of a window go.
+class KeyboardTarget {
+ public:
+  virtual ~KeyboardTarget() = default;
+
+  /// Moves the focus to the next control, as the Tab key does.
+  virtual void PressTab() = 0;
+};
+
+/// Enter (13) becomes 0, and a Tab goes to the target instead. Other keys stay as they are.
+inline void EnterAsTab(std::int16_t& keyCode, KeyboardTarget& target) {
+  constexpr std::int16_t enter = 13;
+  if (keyCode != enter) return;
+  keyCode = 0;
+  target.PressTab();
+}
 
 class OptionsWindowView : public OpcionesView, public StatusWindow, public KeyboardTarget, public LayoutWindow {
  public:

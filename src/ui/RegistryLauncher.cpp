@@ -2,12 +2,12 @@
 
 #include <utility>
 
+#include "base/Text.h"
 #include "fiscal/TaxpayerRegistryImport.h"
 
 namespace tolvan {
 namespace {
 
-constexpr std::string_view lineBreak = "\r\n";
 constexpr std::string_view title = "Líneas rechazadas";
 constexpr std::string_view question =
     "Algunas líneas del archivo no se registraron. ¿Desea guardarlas en un archivo, con el número de cada línea y la "

@@ -2,16 +2,13 @@
 
 #include <stdexcept>
 
+#include "base/Text.h"
 #include "export/SalesUpload.h"
-#include "services/ApplicationError.h"
+#include "services/ComponentContext.h"
 #include "services/ResourceTexts.h"
 
 namespace tolvan {
-namespace {
-
-constexpr std::string_view lineBreak = "\r\n";
-
-}  // namespace
+namespace {}  // namespace
 
 frmOpciones::frmOpciones(const ComponentContext& context, OpcionesView& view) : context_(&context), view_(&view) {
   SetRoutine(action::dailySalesFile,

@@ -5,8 +5,8 @@
 
 #include "import/CellCleaning.h"
 #include "import/ItemQueries.h"
-#include "import/StoredCodes.h"
-#include "services/ApplicationError.h"
+#include "import/StoreTables.h"
+#include "services/ComponentContext.h"
 #include "services/ResourceTexts.h"
 
 namespace tolvan {

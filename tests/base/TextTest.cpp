@@ -1,19 +1,12 @@
-// Texts, and the numbers, addresses and bytes that are read from them and written as them.
+// Texts: their characters, their columns on a terminal and their bytes in the code page.
 #include "base/Text.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "base/EmailAddress.h"
-#include "base/NumberText.h"
-#include "base/Windows1252.h"
-
-#include "base/CsvText.h"
 
 namespace tolvan {
 namespace {
@@ -124,79 +117,46 @@ TEST(Text, SplitsAndReadsWholeNumbers) {
   }
 }
 
-TEST(CsvText, LeavesNothingForASpreadsheetToCalculate) {
-  const std::vector<std::pair<std::string, std::string>> cases{{"=1+1", "'=1+1"},
-                                                               {"+cmd|' /C calc'!A0", "'+cmd|' /C calc'!A0"},
-                                                               {"-2", "'-2"},
-                                                               {"@SUM(1)", "'@SUM(1)"},
-                                                               {"\t=1", "'\t'=1"},
-                                                               {"\r", "\"'\r\""},
-                                                               {" \u00A0=1", "' \u00A0=1"},
-                                                               {"＝1", "'＝1"},
-                                                               {"A; =1;B", "A;' =1;B"},
-                                                               {"A\n+1", "\"A\n'+1\""},
-                                                               {"=HYPERLINK(\"x\",1)", "\"'=HYPERLINK(\"\"x\"\",1)\""},
-                                                               {"TV-LED 1+1=2 a@b", "TV-LED 1+1=2 a@b"},
-                                                               {"5, =1", "\"5, =1\""},
-                                                               {"", ""}};
-  for (const auto& [text, field] : cases) EXPECT_EQ(CsvText(text), field);
-}
-
-TEST(PlainNumberText, IsWhatAPersonWouldHaveTyped) {
-  const std::vector<std::pair<double, std::string>> cases = {
-      {0.1 + 0.2, "0.3"},
-      {-0.0, "0"},
-      {1e20, "100000000000000000000"},
-      {-1234.5, "-1234.5"},
-      {1e-7, "0.0000001"},
-      {1.25e-3, "0.00125"},
-      {123'456'789'012'345.0, "123456789012345"},
-      {1'234'567'890'123'456.0, "1234567890123460"},
-      {0.999'999'999'999'999'9, "1"},
-      {8'290'001'234'567.0, "8290001234567"},
-      {std::numeric_limits<double>::infinity(), ""},
-      {std::numeric_limits<double>::quiet_NaN(), ""},
+TEST(TextColumns, CutByWhatATerminalShows) {
+  const struct {
+    const char* text;
+    std::size_t columns;
+    const char* firstThree;
+    const char* cutToThree;
+  } cases[] = {
+      {"", 0, "", ""},
+      {"Ñu", 2, "Ñu", "Ñu"},
+      {"añoso", 5, "año", "añ…"},
+      {"n\u0303o", 2, "n\u0303o", "n\u0303o"},
+      {"日本", 4, "日", "日…"},
+      {"a\xFF", 2, "a\xFF", "a\xFF"},
   };
-  for (const auto& [value, expected] : cases) EXPECT_EQ(PlainNumberText(value), expected) << value;
+  for (const auto& [text, columns, firstThree, cutToThree] : cases) {
+    EXPECT_EQ(CountColumns(text), columns) << text;
+    EXPECT_EQ(FirstColumns(text, 3), firstThree);
+    EXPECT_EQ(CutToColumns(text, 3), cutToThree);
+  }
+  EXPECT_EQ(CutToColumns("ab", 0), "");
 }
 
-TEST(EmailAddress, TakesPlausibleOnesOnly) {
-  for (const char* good :
-       {"ana@example.com", "a.b+c_d-e@sub.example.co", "x@1.do", "root@localhost", "ñ@compañía.do"}) {
-    EXPECT_TRUE(IsEmailAddress(good)) << good;
-  }
-  for (const char* bad : {"",
-                          "ana",
-                          "@example.com",
-                          "ana@",
-                          "ana@example",
-                          "ana@@example.com",
-                          "a@b@example.com",
-                          ".a@example.com",
-                          "a.@example.com",
-                          "a..b@example.com",
-                          "a@-b.com",
-                          "a@b-.com",
-                          "a@.com",
-                          "a@b.com.",
-                          "a b@c.com",
-                          " a@b.com",
-                          "a@b.com ",
-                          "a\t@b.com",
-                          "a@b.com\r\nBcc: c@d.com",
-                          "<a@b.com>",
-                          "\"a\"@b.com",
-                          "a,b@c.com",
-                          "a@b_c.com",
-                          "a\xC2\xA0@b.com",
-                          "\xFF@b.com"}) {
-    EXPECT_FALSE(IsEmailAddress(bad)) << bad;
-  }
-  const std::string label(60, 'd');
-  const std::string domain = label + "." + label + "." + label + ".com";  // 186 characters
-  EXPECT_TRUE(IsEmailAddress(std::string(64, 'a') + "@" + domain));
-  EXPECT_FALSE(IsEmailAddress(std::string(65, 'a') + "@" + domain));
-  EXPECT_FALSE(IsEmailAddress(std::string(60, 'a') + "@" + label + "." + domain));
+TEST(TextColumns, WrapAtWords) {
+  using Lines = std::vector<std::string>;
+  const struct {
+    const char* text;
+    Lines lines;
+  } cases[] = {
+      {"", {""}},
+      {"ocho año", {"ocho año"}},
+      {"ocho años y  un día", {"ocho", "años y", "un día"}},
+      {"a la primera", {"a la", "primera"}},
+      {"desproporcionado es", {"despropo", "rcionado", "es"}},
+      {"日本語 日本", {"日本語", "日本"}},
+      {"uno\n  dos tres\n", {"uno", "  dos", "tres", ""}},
+      {"        ", {"        "}},
+      {"a        ", {"a"}},
+  };
+  for (const auto& [text, lines] : cases) EXPECT_EQ(WrapAtWords(text, 8), lines) << text;
+  EXPECT_EQ(WrapAtWords("日a", 1), (Lines{"日", "a"}));
 }
 
 TEST(Windows1252, EveryByteMakesTheWayThereAndBack) {

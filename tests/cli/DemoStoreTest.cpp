@@ -3,7 +3,7 @@
 #include "cli/DemoStoreFixture.h"
 #include "cli/demo/DemoData.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
-#include "services/SumDaySales.h"
+#include "export/SumDaySales.h"
 #include "support/FileContent.h"
 
 namespace tolvan {

@@ -7,7 +7,6 @@
 #include <algorithm>
 
 #include "base/Text.h"
-#include "base/TextColumns.h"
 #include "cli/DemoStoreFixture.h"
 #include "cli/Help.h"
 #include "cli/Process.h"

@@ -6,6 +6,7 @@
 #include <random>
 #include <thread>
 
+#include "base/NumberText.h"
 #include "fiscal/IdentifierChecks.h"
 #include "fiscal/RegistryFakes.h"
 #include "support/ChildProcess.h"

@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <type_traits>
 
-#include "base/Calendar.h"
+#include "base/NumberText.h"
 #include "fiscal/IdentifierChecks.h"
 
 namespace tolvan {

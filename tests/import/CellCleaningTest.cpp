@@ -1,3 +1,4 @@
+#include "base/Currency.h"
 #include "import/CellCleaning.h"
 
 #include <gtest/gtest.h>
@@ -5,7 +6,9 @@
 #include <map>
 
 #include "import/AmountCell.h"
+#include "import/ImportReport.h"
 #include "import/MovilnetCode.h"
+#include "import/StoreTables.h"
 
 namespace tolvan {
 namespace {
@@ -71,6 +74,46 @@ TEST(MovilnetCode, TakesCellsFullOfText) {
   const std::string brand = "ab" + std::string(30'000, 'c');
   EXPECT_EQ(MovilnetCode(model, brand, "GSM"), "TABDDDDDDDDD");
   EXPECT_EQ(MovilnetCode(model, model.substr(1), "GSM"), "TBDA");
+}
+
+Currency Of(const char* text) {
+  return Currency::Parse(text).value();
+}
+
+TEST(Rate, AddsAndTakesOffATaxRoundingOnceHalfToEven) {
+  const Rate eighteen = Rate::Of(DecimalText{"0.18"}).value();
+  EXPECT_EQ(eighteen.WithTax(Of("100.0025")), Of("118.0030"));  // 118.00295
+  EXPECT_EQ(eighteen.WithTax(Of("0.0025")), Of("0.0030"));      // 0.00295
+  EXPECT_EQ(eighteen.WithoutTax(Of("118")), Of("100"));
+  EXPECT_EQ(Rate::Of(1.0)->WithoutTax(Of("0.0001")), Of("0"));  // 0.00005
+  EXPECT_EQ(Rate::Of(1.0)->WithoutTax(Of("0.0003")), Of("0.0002"));
+  EXPECT_EQ(Rate::Of(std::string("58.75"))->Divide(Of("117.5")), Of("2"));
+  EXPECT_EQ(Rate().WithTax(Of("7")), Of("7"));
+  EXPECT_THROW((void)Rate().Divide(Of("7")), std::domain_error);
+  EXPECT_THROW((void)eighteen.WithTax(Of("922337203685477.5807")), std::overflow_error);
+  for (const FieldValue& none : {FieldValue(), FieldValue(-0.01), FieldValue(1e7), FieldValue(std::string("18%")),
+                                 FieldValue(DateTime{.date = Date::FromParts(2024, 1, 1)})}) {
+    EXPECT_FALSE(Rate::Of(none)) << TextOf(none);
+  }
+  EXPECT_EQ(Rate::Of(DecimalText{"9999999.99999999"})->Divide(Of("0")), Of("0"));
+}
+
+TEST(CsvText, LeavesNothingForASpreadsheetToCalculate) {
+  const std::vector<std::pair<std::string, std::string>> cases{{"=1+1", "'=1+1"},
+                                                               {"+cmd|' /C calc'!A0", "'+cmd|' /C calc'!A0"},
+                                                               {"-2", "'-2"},
+                                                               {"@SUM(1)", "'@SUM(1)"},
+                                                               {"\t=1", "'\t'=1"},
+                                                               {"\r", "\"'\r\""},
+                                                               {" \u00A0=1", "' \u00A0=1"},
+                                                               {"＝1", "'＝1"},
+                                                               {"A; =1;B", "A;' =1;B"},
+                                                               {"A\n+1", "\"A\n'+1\""},
+                                                               {"=HYPERLINK(\"x\",1)", "\"'=HYPERLINK(\"\"x\"\",1)\""},
+                                                               {"TV-LED 1+1=2 a@b", "TV-LED 1+1=2 a@b"},
+                                                               {"5, =1", "\"5, =1\""},
+                                                               {"", ""}};
+  for (const auto& [text, field] : cases) EXPECT_EQ(CsvText(text), field);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "services/ApplicationError.h"
+#include "services/ComponentContext.h"
 #include "support/FakeHost.h"
 
 namespace tolvan {

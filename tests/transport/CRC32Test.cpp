@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "base/Windows1252.h"
+#include "base/Text.h"
 #include "transport/Crc32Digest.h"
 
 namespace tolvan::test {

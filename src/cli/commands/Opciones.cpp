@@ -7,7 +7,7 @@
 #include "cli/CommandCall.h"
 #include "cli/commands/AllCommands.h"
 #include "export/DailySalesExport.h"
-#include "services/ApplicationError.h"
+#include "services/ComponentContext.h"
 
 namespace tolvan {
 namespace {

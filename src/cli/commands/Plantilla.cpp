@@ -1,6 +1,7 @@
 // A workbook made from the template, empty or with the items of the store.
 #include <algorithm>
 
+#include "base/Text.h"
 #include "cli/CommandCall.h"
 #include "cli/commands/AllCommands.h"
 #include "import/TemplateExport.h"

@@ -1,4 +1,5 @@
 #include "base/Calendar.h"
+#include "base/NumberText.h"
 #include "cli/demo/DemoData.h"
 
 namespace tolvan {

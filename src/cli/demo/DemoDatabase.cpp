@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/NumberText.h"
 #include "cli/demo/DemoData.h"
 #include "cli/demo/DemoStore.h"
 

@@ -2,7 +2,8 @@
 #include <string_view>
 
 #include "base/Calendar.h"
-#include "base/Windows1252.h"
+#include "base/NumberText.h"
+#include "base/Text.h"
 #include "cli/demo/DemoData.h"
 #include "fiscal/IdentifierChecks.h"
 

@@ -6,7 +6,6 @@
 #include <cerrno>
 
 #include "base/Text.h"
-#include "base/Windows1252.h"
 #include "system/posix/PosixInputFile.h"
 #include "system/posix/PosixPath.h"
 #include "system/posix/PosixWholeFile.h"

@@ -1,4 +1,4 @@
-#include "services/StoredDate.h"
+#include "export/StoredDate.h"
 
 #include <cstdlib>
 

@@ -1,4 +1,4 @@
-#include "services/SumDaySales.h"
+#include "export/SumDaySales.h"
 
 #include <gtest/gtest.h>
 

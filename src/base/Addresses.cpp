@@ -1,4 +1,6 @@
-#include "base/EmailAddress.h"
+#include "base/Addresses.h"
+
+#include <algorithm>
 
 #include "base/Text.h"
 
@@ -56,6 +58,24 @@ bool IsDomain(std::string_view text) {
   return labels.size() >= 2;
 }
 
+bool IsHostName(std::string_view text) {
+  constexpr std::size_t longest = 253;
+  if (text.empty() || text.size() > longest) return false;
+  return text.find_first_of(" \t/\\@?#:[]<>\"%;,'") == std::string_view::npos;
+}
+
+bool IsBracketedAddress(std::string_view text) {
+  if (text.size() < 3 || !text.starts_with('[') || !text.ends_with(']')) return false;
+  return text.substr(1, text.size() - 2).find_first_not_of("0123456789abcdefABCDEF:.") == std::string_view::npos;
+}
+
+std::optional<std::uint16_t> ParsePort(std::string_view text) {
+  constexpr std::int32_t highest = 65535;
+  const std::optional<std::int32_t> number = text.starts_with('+') ? std::nullopt : ParseInteger(text);
+  if (!number || *number < 1 || *number > highest) return std::nullopt;
+  return static_cast<std::uint16_t>(*number);
+}
+
 }  // namespace
 
 bool IsEmailAddress(std::string_view text) {
@@ -63,6 +83,19 @@ bool IsEmailAddress(std::string_view text) {
   const std::size_t at = text.find('@');
   if (at == std::string_view::npos || !IsLocalPart(text.substr(0, at))) return false;
   return IsDomain(text.substr(at + 1));
+}
+
+std::optional<ServerAddress> ServerAddress::Parse(std::string_view text) {
+  const bool bracketed = text.starts_with('[');
+  const std::size_t hostEnd = bracketed ? text.find(']') + 1 : std::min(text.find(':'), text.size());
+  const std::string_view host = text.substr(0, hostEnd);
+  if (!(bracketed ? IsBracketedAddress(host) : IsHostName(host))) return std::nullopt;
+  ServerAddress server{.host = std::string(host)};
+  if (hostEnd == text.size()) return server;
+  const std::optional<std::uint16_t> port = ParsePort(text.substr(hostEnd + 1));
+  if (text[hostEnd] != ':' || !port) return std::nullopt;
+  server.port = *port;
+  return server;
 }
 
 }  // namespace tolvan
