@@ -84,14 +84,14 @@ void Apply(DatabaseServices& database, const std::vector<TemplateRow>& rows) {
       ItemUpdate update{.row = index + 1, .code = row.code};
       update.cost = newCost;
       update.net = newNet;
-      writer.Update(std::move(update));
+      writer.Take(std::move(update));
     } else {
       ItemCreation item{.row = index + 1, .code = row.code, .description = row.description};
       item.brand = item.department = "DEF";
       item.taxClass = 1;
       item.cost = newCost;
       item.net = newNet;
-      writer.Create(std::move(item));
+      writer.Take(std::move(item));
     }
   }
   writer.Flush();

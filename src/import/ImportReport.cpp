@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/Text.h"
-#include "import/AmountCell.h"
+#include "import/CellValues.h"
 
 namespace tolvan {
 namespace {

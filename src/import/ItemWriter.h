@@ -5,32 +5,39 @@
 #include <optional>
 #include <string>
 #include <unordered_set>
-#include <variant>
 #include <vector>
 
 #include "host/DatabaseServices.h"
-#include "import/ItemChanges.h"
+#include "import/ItemStatements.h"
 #include "import/StoreTables.h"
-#include "import/WriteBlock.h"
 
 namespace tolvan {
+
+/// The failure of a row's step.
+class RowFailure : public HostError {
+ public:
+  RowFailure(const HostError& error, std::size_t row) : HostError(error), row_(row) {}
+  std::size_t Row() const noexcept { return row_; }  ///< of the import, from 1
+
+ private:
+  std::size_t row_;
+};
+
+class WriteBatch;
 
 class ItemWriter {
  public:
   /// `database` must outlive this object.
   explicit ItemWriter(DatabaseServices& database) : database_(&database) {}
 
-  /// Take a change, and write a full block. Throw HostError, RowFailure for the first row that fails; nothing may be
+  /// Takes a change, and writes a full block. Throws HostError, RowFailure for the first row that fails; nothing may be
   /// written after that.
-  void Create(ItemCreation item);
-  void Update(ItemUpdate item) { Take(std::move(item)); }
+  void Take(ItemChange change);
 
   /// Writes what is left. Throws as above.
   void Flush();
 
  private:
-  using Change = std::variant<ItemCreation, ItemUpdate>;
-
   /// What must be known before a change can be written: whether its brand exists, or its item's principal unit.
   struct Question {
     std::size_t change = 0;  // its place in the block
@@ -44,16 +51,16 @@ class ItemWriter {
     StoredCodes departments;
   };
 
-  void Take(Change change);
+  void UseStoredSpellings(ItemCreation& item);
   void LookUp();
   std::vector<Question> Questions() const;
   void Answer(const Question& question, const BatchResult& answer);
-  void Append(WriteBlock& block, const ItemCreation& item);
-  static void Append(WriteBlock& block, const ItemUpdate& item);
+  void Append(WriteBatch& batch, const ItemCreation& item);
+  static void Append(WriteBatch& batch, const ItemUpdate& item);
 
   DatabaseServices* database_;
   std::optional<Spellings> stored_;  // from the first creation on
-  std::vector<Change> block_;
+  std::vector<ItemChange> block_;
   std::unordered_set<std::string> itemsInBlock_;
   std::unordered_set<std::string> brands_;       // known to exist
   std::unordered_set<std::string> departments_;  // made by this import

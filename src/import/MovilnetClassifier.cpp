@@ -4,11 +4,10 @@
 #include <stdexcept>
 
 #include "base/Text.h"
-#include "import/Batch.h"
-#include "import/CellCleaning.h"
-#include "import/ItemQueries.h"
-#include "import/OriginFingerprint.h"
-#include "import/RepeatedRows.h"
+#include "import/CellValues.h"
+#include "import/ItemStatements.h"
+#include "import/MovilnetRow.h"
+#include "import/WorkbookReading.h"
 
 namespace tolvan {
 namespace {
@@ -42,9 +41,9 @@ std::string ReasonOf(const MovilnetRow& row, const MovilnetDecision& decision, s
 
 std::vector<MovilnetDecision> MovilnetClassifier::LookUp(std::span<const MovilnetRow> rows) const {
   std::vector<MovilnetDecision> decisions(rows.size());
-  for (std::size_t begin = 0; begin < rows.size(); begin += rowsPerBatch) {
+  for (std::size_t begin = 0; begin < rows.size(); begin += rowsPerBlock) {
     if (store_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "");
-    const std::size_t count = std::min(rowsPerBatch, rows.size() - begin);
+    const std::size_t count = std::min(rowsPerBlock, rows.size() - begin);
     const std::span<MovilnetDecision> block = std::span(decisions).subspan(begin, count);
     LookUpBlock(rows.subspan(begin, count), block);
     LookUpCosts(block);
@@ -107,7 +106,7 @@ void MovilnetClassifier::Associate(const MovilnetRow& row, const Recordset& item
   const Currency net = CurrencyOf(item.Value(std::size_t{2})).value_or(Currency());
   try {
     decision.currentPrice = store_.generalRate.WithTax(net);
-    decision.difference = row.price.OrZero() - *decision.currentPrice;
+    decision.difference = PriceDifference(row.price.OrZero(), *decision.currentPrice);
   } catch (const std::overflow_error&) {
     throw HostError(HostErrorKind::InvalidValue,
                     "el precio con impuestos del Item " + decision.associated + " es demasiado grande");

@@ -10,8 +10,8 @@
 #include "host/DatabaseServices.h"
 #include "host/SystemServices.h"
 #include "host/UserInterface.h"
+#include "import/ImportReview.h"
 #include "import/MovilnetRow.h"
-#include "import/RowAction.h"
 #include "import/StoreTables.h"
 
 namespace tolvan {

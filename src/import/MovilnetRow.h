@@ -1,13 +1,15 @@
-// One line of the Movilnet price list, as read and with what is made of it.
+// One line of the Movilnet price list, as read and with what is made of it: an item's code, its department, and the
+// fingerprint by which the item is found again.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
-#include "host/SpreadsheetApplication.h"
-#include "import/AmountCell.h"
-#include "import/SheetLayout.h"
+#include "host/SystemServices.h"
+#include "import/CellValues.h"
+#include "import/WorkbookReading.h"
 
 namespace tolvan {
 
@@ -31,11 +33,18 @@ struct MovilnetRow {
 /// The list above its data.
 extern const SheetLayout movilnetLayout;
 
-/// Why the row is not accepted, which ends the data, Spanish: one of the columns A, B, C, E and G is empty, or E or G
-/// is not a number. Empty when it is accepted.
-std::string WhyMovilnetEnds(const SheetRow& row);
-
 /// `row` is one that is accepted.
 MovilnetRow ReadMovilnetRow(const SheetRow& row);
+
+/// The code, at most 12 characters, never empty: kind letter, brand prefix, and what of the model is neither brand nor
+/// a common word. `model`, `brand` and `type` are columns A, B and C as read.
+std::string MovilnetCode(std::string_view model, std::string_view brand, std::string_view type);
+
+/// "CDMA", "GSM" (also for UMTS; it wins over CDMA), or "" when the type names none of them.
+std::string MovilnetDepartment(std::string_view type);
+
+/// The lower-case hexadecimal MD5 of brand and description, joined and in upper case, in the bytes of Windows-1252.
+/// What that code page lacks is told apart by an escape; the rule is in docs/importacion.md.
+std::string OriginFingerprint(const HashService& hashes, std::string_view brand, std::string_view description);
 
 }  // namespace tolvan

@@ -5,9 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "base/NumberText.h"
 #include "base/Text.h"
-#include "import/RegisteredSince.h"
 
 namespace tolvan {
 namespace {
@@ -20,43 +18,40 @@ constexpr std::string_view noApplication =
     "Error al conectar con Microsoft Excel, verifique que Excel está instalado en su sistema";
 constexpr std::string_view wrongFormat = "El archivo tiene el formato incorrecto o bien está dañado";
 constexpr std::string_view notFinished = "La operación no pudo concluirse";
-constexpr std::string_view movedTitle = "Renglón movido a otra pestaña";
-constexpr std::string_view movedText =
-    "Esta acción hizo que el Item/Renglón se borrara de esta pestaña.\r\n\r\nPuede ubicar el Item/Renglón en las otras "
-    "pestañas.\r\n\r\nPara agilizar este proceso, este mensaje aparecerá sólo esta vez.";
+constexpr std::size_t mostNamed = 10;
 
-constexpr std::string_view blank = " ";
-
-/// The tab (from 1) that shows the rows of an action.
-int TabOf(RowAction action) {
-  switch (action) {
-    case RowAction::Create:
-      return 1;
-    case RowAction::Update:
-      return 2;
-    case RowAction::None:
-      break;
+std::vector<std::string> Registered(DatabaseServices& database, std::span<const std::string> codes) {
+  const StoredCodes stored = StoredCodes::OfItems(database);
+  std::vector<std::string> found;
+  for (std::size_t begin = 0; begin < codes.size(); begin += rowsPerBlock) {
+    const std::span<const std::string> block = codes.subspan(begin, std::min(rowsPerBlock, codes.size() - begin));
+    std::vector<SqlStatement> statements;
+    for (const std::string& code : block) statements.push_back(CodeExistsStatement(stored.SpellingOf(code)));
+    const std::vector<BatchResult> answers = RunWhole(database, statements);
+    for (std::size_t index = 0; index < block.size(); ++index) {
+      if (FoundRows(answers[index])) found.push_back(block[index]);
+    }
   }
-  return 3;
+  return found;
 }
 
-/// What `make` returns; an amount that does not fit becomes the failure of the row.
-template <class Make>
-auto ForRow(std::int32_t row, const Make& make) {
+/// Spanish: which of the `codes` that were to be created belong to items by now, because another program registered
+/// them since the list was classified, and how to go on; empty when none does, or when the database cannot be asked.
+std::string RegisteredSince(DatabaseServices& database, std::span<const std::string> codes) {
+  std::vector<std::string> found;
   try {
-    return make();
-  } catch (const std::overflow_error&) {
-    const HostError error(HostErrorKind::InvalidValue, "un importe calculado es demasiado grande");
-    throw RowFailure(error, static_cast<std::size_t>(row));
+    found = Registered(database, codes);
+  } catch (const HostError&) {
+    return {};  // the failure that led here is the one to tell
   }
-}
-
-/// Cost and price are shown where they change, the difference where there is one.
-std::optional<Currency> ShownAmount(const ReviewRow& row, std::size_t column) {
-  if (column == review_column::cost && row.costChanged) return row.cost.value_or(Currency());
-  if (column == review_column::price && row.priceChanged) return row.price.value_or(Currency());
-  if (column == review_column::difference && row.difference != Currency()) return row.difference;
-  return std::nullopt;
+  if (found.empty()) return {};
+  std::string names;
+  for (std::size_t index = 0; index < std::min(found.size(), mostNamed); ++index) {
+    names += (index == 0 ? "" : ", ") + found[index];
+  }
+  if (found.size() > mostNamed) names += " y " + std::to_string(found.size() - mostNamed) + " más";
+  return "Otro programa registró mientras tanto: " + names +
+         ". No se aplicó nada; repita la importación, que los tomará como Items ya registrados.";
 }
 
 std::string SummaryText(const ImportOutcome& outcome) {
@@ -82,10 +77,15 @@ void PriceImporter::Warn(std::string_view text) const {
 
 bool PriceImporter::Procesar(StatusWindow& callingWindow) {
   outcome_ = {};
-  ForgetRows();
+  Forget();
   if (!Read(callingWindow) || !ClassifyRead()) return false;
   Review();
   return true;
+}
+
+void PriceImporter::Forget() {
+  ForgetRows();
+  alsoChanged_.clear();
 }
 
 bool PriceImporter::Read(StatusWindow& callingWindow) {
@@ -97,13 +97,13 @@ bool PriceImporter::Read(StatusWindow& callingWindow) {
   try {
     const auto status = callingWindow.OpenStatus();
     end_ = ReadDataRows(tools_.spreadsheets, path_, Layout(), UserInterruption(), *status,
-                        [this](const SheetRow& row) { return TakeRow(row); });
+                        [this](const SheetRow& row) { TakeRow(row); });
     return true;
   } catch (const WrongList& wrong) {
-    ForgetRows();
+    Forget();
     return Fail(wrongFormat, wrong);
   } catch (const HostError& error) {
-    ForgetRows();
+    Forget();
     if (error.Kind() != HostErrorKind::Interrupted) return Fail(wrongFormat, error);
     return FailSilently(error);
   }
@@ -187,12 +187,20 @@ void PriceImporter::ApplyRows(StatusDisplay& status, const ApplyTables& tables) 
   ItemWriter writer(Database());
   for (std::int32_t row = 1; row <= rows; ++row) {
     if (UserInterruption().Requested()) throw HostError(HostErrorKind::Interrupted, "");
-    const RowAction action = ActionOf(row);
-    if (action == RowAction::Create) writer.Create(ForRow(row, [&] { return CreationOf(row, tables); }));
-    if (action == RowAction::Update) writer.Update(ForRow(row, [&] { return UpdateOf(row, tables); }));
+    if (ActionOf(row) != RowAction::None) writer.Take(FittingChangeOf(row, tables));
     status.Advance();
   }
   writer.Flush();
+}
+
+/// ChangeOf; an amount that does not fit becomes the failure of the row.
+ItemChange PriceImporter::FittingChangeOf(std::int32_t row, const ApplyTables& tables) const {
+  try {
+    return ChangeOf(row, tables);
+  } catch (const std::overflow_error&) {
+    const HostError error(HostErrorKind::InvalidValue, "un importe calculado es demasiado grande");
+    throw RowFailure(error, static_cast<std::size_t>(row));
+  }
 }
 
 std::string PriceImporter::RegisteredMeanwhile() const {
@@ -249,115 +257,6 @@ std::string PriceImporter::Explain(const std::exception& cause) const {
   if (row == nullptr) return TextForPeople(*error);
   const ReviewRow shown = RowAt(static_cast<std::int32_t>(row->Row()));
   return "Fila " + std::to_string(shown.sheetRow) + " del libro, código " + shown.code + ": " + TextForPeople(*error);
-}
-
-void PriceImporter::IClaseImportar_PintarLV(ReviewList& list, std::int32_t row, int tab) {
-  bool removed = false;
-  {
-    const ReviewListLock lock(list);
-    if (row == 0) {
-      list.Clear(*this);
-      for (std::int32_t each = 1; each <= NumeroRenglones(); ++each) {
-        if (TabOf(ActionOf(each)) == tab) list.Add(each);
-      }
-    } else if (IsRow(row)) {
-      removed = PaintRow(list, row, tab);
-      for (const std::int32_t other : AlsoChanged()) static_cast<void>(PaintRow(list, other, tab));
-    }
-  }
-  if (removed) TellRemoval();
-}
-
-/// Whether the row was taken away.
-bool PriceImporter::PaintRow(ReviewList& list, std::int32_t row, int tab) const {
-  const bool listed = list.Contains(row);
-  const bool belongs = TabOf(ActionOf(row)) == tab;
-  if (listed && belongs) list.Refresh(row);
-  if (listed && !belongs) list.Remove(row);
-  if (!listed && belongs) list.Add(row);
-  return listed && !belongs;
-}
-
-void PriceImporter::TellRemoval() {
-  if (std::exchange(removalTold_, true)) return;
-  context_->UserDialogs().ShowMessage(MessageIcon::Information, movedTitle, movedText);
-}
-
-ReviewLine PriceImporter::LineOf(std::int32_t rowNumber) const {
-  const ReviewRow row = RowAt(rowNumber);
-  const auto amount = [&](std::size_t column) {
-    const std::optional<Currency> shown = ShownAmount(row, column);
-    if (!shown) return std::string(blank);
-    return FormatMoney(*shown, context_->application.MoneyFormat(), context_->application.SeparatorText());
-  };
-  return {row.code,
-          row.associated,
-          ShowsFree(row) ? "Sí" : std::string(blank),
-          row.description,
-          amount(review_column::cost),
-          amount(review_column::price),
-          amount(review_column::difference),
-          std::string(ActionText(row.action))};
-}
-
-std::string PriceImporter::NoteOf(std::int32_t row) const {
-  const ReviewRow shown = RowAt(row);
-  const std::string remarks = shown.AllRemarks();
-  return remarks.empty() ? remarks : "Fila " + std::to_string(shown.sheetRow) + " del libro: " + remarks + ".";
-}
-
-std::string PriceImporter::ReadingNote() const {
-  std::string note;
-  if (end_.foreignHeadings) {
-    const std::uint32_t last = Layout().firstRow - 1;
-    note = "Los títulos de las filas " + std::to_string(last - 1) + " y " + std::to_string(last) +
-           " no son los de la plantilla; compruebe que cada columna es la que se espera. ";
-  }
-  if (NumeroRenglones() == 0) {
-    note += "No se leyó ningún renglón";
-    if (!end_.Early())
-      return note + ": la hoja no tiene datos desde la fila " + std::to_string(Layout().firstRow) + ".";
-    note += ". ";
-  }
-  if (!end_.Early()) return std::string(TrimBlanks(note));
-  note += "La lectura terminó en la fila " + std::to_string(end_.row) + " de la hoja: " + end_.why + ".";
-  if (end_.following == 1) note += " Sigue 1 fila con datos que no se leyó.";
-  if (end_.following > 1) note += " Siguen " + std::to_string(end_.following) + " filas con datos que no se leyeron.";
-  return note;
-}
-
-std::string PriceImporter::NoteOfAll() const {
-  std::int32_t count = 0;
-  std::uint32_t first = 0;
-  for (std::int32_t number = 1; number <= NumeroRenglones(); ++number) {
-    if (ActionOf(number) == RowAction::None) continue;
-    const ReviewRow row = RowAt(number);
-    if (!row.remarks.empty() && ++count == 1) first = row.sheetRow;
-  }
-  std::string note = ReadingNote();
-  if (count == 0) return note;
-  if (!note.empty()) note += ' ';
-  if (count == 1) return note + "El renglón de la fila " + std::to_string(first) + " tiene observaciones.";
-  return note + std::to_string(count) +
-         " renglones que se procesarán tienen observaciones; el primero es el de la fila " + std::to_string(first) +
-         ".";
-}
-
-std::string PriceImporter::NoteOfChange() const {
-  constexpr std::size_t mostNamed = 3;
-  const std::vector<std::int32_t> changed = AlsoChanged();
-  std::string note;
-  for (const std::int32_t number : std::span(changed).first(std::min(changed.size(), mostNamed))) {
-    const ReviewRow row = RowAt(number);
-    note += "También cambió la fila " + std::to_string(row.sheetRow) + " (" + row.code +
-            "): " + std::string(ActionText(row.action)) + ". ";
-  }
-  if (changed.size() > mostNamed) note += "Y " + std::to_string(changed.size() - mostNamed) + " más. ";
-  return note;
-}
-
-std::optional<Currency> PriceImporter::AmountOf(std::int32_t row, std::size_t column) const {
-  return ShownAmount(RowAt(row), column);
 }
 
 }  // namespace tolvan

@@ -1,7 +1,9 @@
-// What both price-list importers do alike: the way from the workbook through the review into one transaction. What is
-// particular to a list - its columns, how rows are classified, what is written - is in the classes made from this one.
+// What every price-list importer does alike: the way from the workbook through the review into one transaction. What is
+// particular to a list - its columns, how rows are classified, what is written - is in the classes made from
+// ListImporter. A row crosses to them once, as cells, and comes back once, as what is to be done to an item.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -9,10 +11,8 @@
 
 #include "host/SpreadsheetApplication.h"
 #include "host/SystemServices.h"
-#include "import/IClaseImportar.h"
 #include "import/ImportReview.h"
 #include "import/ItemWriter.h"
-#include "import/ReviewRow.h"
 #include "import/StoreTables.h"
 #include "import/WorkbookReading.h"
 #include "services/ComponentContext.h"
@@ -95,36 +95,43 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   virtual const SheetLayout& Layout() const = 0;
   virtual void ForgetRows() = 0;
 
-  /// Takes a data row and returns an empty text; or tells why the row ends the data, Spanish.
-  virtual std::string TakeRow(const SheetRow& row) = 0;
+  /// Takes a row of the workbook that is data, as the next one of the import.
+  virtual void TakeRow(const SheetRow& row) = 0;
 
-  /// Decides on all rows anew, keeping what the user chose. Throws HostError; then the former decisions stand.
+  /// Decides on all rows, keeping what the user chose. Throws HostError; then the former decisions stand.
   virtual void Classify(const DepartmentTable& departments, const TaxTable& taxes) = 0;
 
   /// Whether applying may begin; when not, the user has been told. Throws HostError.
   virtual bool MayApply() { return true; }
 
-  /// The rows that the last change of a row by the user changed besides that row, ascending.
-  virtual std::vector<std::int32_t> AlsoChanged() const { return {}; }
-
   virtual RowAction ActionOf(std::int32_t row) const = 0;
-  virtual ItemCreation CreationOf(std::int32_t number, const ApplyTables& tables) const = 0;
-  virtual ItemUpdate UpdateOf(std::int32_t number, const ApplyTables& tables) const = 0;
+
+  /// What applying does for a row whose action is not None. Throws RowFailure, and std::overflow_error for an amount
+  /// that does not fit.
+  virtual ItemChange ChangeOf(std::int32_t row, const ApplyTables& tables) const = 0;
 
   /// Whether the column "Libre" says so.
   virtual bool ShowsFree(const ReviewRow& row) const { return row.codeFree; }
 
+  /// Keeps which rows, ascending, the user's last change of one row changed besides that row.
+  void SetAlsoChanged(std::vector<std::int32_t> rows) { alsoChanged_ = std::move(rows); }
+
  private:
   bool IClaseImportar_Iniciar(StatusWindow& reviewWindow) final;
   void IClaseImportar_PintarLV(ReviewList& list, std::int32_t row, int tab) final;
+  // An importer whose rows are associated by their codes lets nobody change that.
+  bool IClaseImportar_AsignarItem(std::int32_t, std::string_view) override { return false; }
+  bool IClaseImportar_AsignarNuevoItem(std::int32_t, std::string_view) override { return false; }
 
   bool Read(StatusWindow& callingWindow);
   bool ClassifyRead();
   void Review();
   bool Prepare(ApplyTables& tables);
+  void Forget();
   void ClassifyAgain(const ApplyTables& tables);
   bool Apply(StatusWindow& reviewWindow, const ApplyTables& tables);
   void ApplyRows(StatusDisplay& status, const ApplyTables& tables);
+  ItemChange FittingChangeOf(std::int32_t row, const ApplyTables& tables) const;
   std::string RegisteredMeanwhile() const;
   void CountActions();
   bool FailSilently(const HostError& error);
@@ -137,7 +144,35 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   std::string path_;
   ImportOutcome outcome_;
   ReadingEnd end_;
+  std::vector<std::int32_t> alsoChanged_;
   bool removalTold_ = false;
+};
+
+/// An importer's rows as they were read, and what was decided about each: a `Decision` has an `action`.
+template <class Row, class Decision>
+class ListImporter : public PriceImporter {
+ public:
+  using PriceImporter::PriceImporter;
+
+ protected:
+  const Row& ReadRow(std::int32_t row) const { return rows_[static_cast<std::size_t>(row) - 1]; }
+  const Decision& DecisionOf(std::int32_t row) const { return decisions_[static_cast<std::size_t>(row) - 1]; }
+
+  template <class Is>
+  std::int32_t CountDecisions(const Is& is) const {
+    return static_cast<std::int32_t>(std::count_if(decisions_.begin(), decisions_.end(), is));
+  }
+
+  std::vector<Row> rows_;
+  std::vector<Decision> decisions_;  // one for each row, once they are classified
+
+ private:
+  std::int32_t IClaseImportar_NumeroRenglones() const final { return static_cast<std::int32_t>(rows_.size()); }
+  RowAction ActionOf(std::int32_t row) const final { return DecisionOf(row).action; }
+  void ForgetRows() final {
+    rows_.clear();
+    decisions_.clear();
+  }
 };
 
 }  // namespace tolvan

@@ -3,10 +3,9 @@
 #include <algorithm>
 
 #include "base/Text.h"
-#include "import/AlternateUnitRule.h"
-#include "import/Batch.h"
-#include "import/CellCleaning.h"
-#include "import/RepeatedRows.h"
+#include "import/CellValues.h"
+#include "import/ItemStatements.h"
+#include "import/WorkbookReading.h"
 
 namespace tolvan {
 namespace {
@@ -18,6 +17,38 @@ constexpr std::string_view notComparable = "el Item no tiene precio en la lista 
 constexpr std::string_view foreignCostUnused =
     "el costo en moneda extranjera no se toma en cuenta, porque el costo no cambia";
 constexpr std::string_view serials = "el Item requiere seriales: la unidad alterna no se toma en cuenta";
+
+/// Whether the row names an alternate unit at all: a unit code other than "DEF", and a multiplier above 1. What the
+/// columns of that unit change is described in docs/importacion.md.
+bool NamesAlternateUnit(const TemplateRow& row) {
+  return !row.unitCode.empty() && row.unitCode != defaultCode && row.multiplier > 1;
+}
+
+/// Remarks what of the columns of the alternate unit is given though no unit is named.
+void RemarkUnusedUnit(const TemplateRow& row, Remarks& remarks) {
+  if (NamesAlternateUnit(row)) return;
+  const bool hasUnit = !row.unitCode.empty() && row.unitCode != defaultCode;
+  if (hasUnit) {
+    remarks.push_back("la unidad " + row.unitCode + " no se toma en cuenta: su multiplicador no es mayor que 1");
+  } else if (row.multiplier > 1 || row.alternatePrice.Given() || row.alternateCost.Given()) {
+    remarks.emplace_back("no se nombra una unidad alterna: las columnas I, J y K no se toman en cuenta");
+  }
+}
+
+/// The one of the item's other `units` that is the row's, as it is stored: the same code, in any casing, and the same
+/// multiplier. When there is none, a remark says why.
+std::optional<std::string> FindAlternateUnit(const TemplateRow& row, Recordset& units, Remarks& remarks) {
+  for (; !units.AtEnd(); units.MoveNext()) {
+    if (!EqualIgnoringCase(units.Text(1), row.unitCode)) continue;
+    const std::int64_t multiplier = IntegerOf(units.Value(std::size_t{2})).value_or(0);
+    if (multiplier == row.multiplier) return std::string(units.Text(1));
+    remarks.push_back("la unidad " + row.unitCode + " del Item es de " + std::to_string(multiplier) + " y no de " +
+                      std::to_string(row.multiplier) + ": no se toma en cuenta");
+    return std::nullopt;
+  }
+  remarks.push_back("el Item no tiene la unidad " + row.unitCode + ": no se toma en cuenta");
+  return std::nullopt;
+}
 
 /// A code that comes again is not processed again: the second row would meet what the first has written.
 void RefuseRepeated(std::span<const TemplateRow> rows, std::span<TemplateDecision> decisions) {
@@ -44,9 +75,9 @@ void Settle(const TemplateRow& row, TemplateDecision& decision) {
 
 std::vector<TemplateDecision> TemplateClassifier::Classify(std::span<const TemplateRow> rows) const {
   std::vector<TemplateDecision> decisions(rows.size());
-  for (std::size_t begin = 0; begin < rows.size(); begin += rowsPerBatch) {
+  for (std::size_t begin = 0; begin < rows.size(); begin += rowsPerBlock) {
     if (store_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, "");
-    const std::size_t count = std::min(rowsPerBatch, rows.size() - begin);
+    const std::size_t count = std::min(rowsPerBlock, rows.size() - begin);
     ClassifyBlock(rows.subspan(begin, count), std::span(decisions).subspan(begin, count));
   }
   RefuseRepeated(rows, decisions);
@@ -67,7 +98,7 @@ void TemplateClassifier::ClassifyBlock(std::span<const TemplateRow> rows, std::s
   for (std::size_t index = 0; index < rows.size(); ++index) {
     TemplateDecision& decision = decisions[index];
     decision.remarks = rows[index].remarks;
-    AlternateUnitRule::TellUnused(rows[index], decision.remarks);
+    RemarkUnusedUnit(rows[index], decision.remarks);
     if (rows[index].code.empty()) continue;
     decision.looked = true;
     const BatchResult& item = items[next++];
@@ -105,7 +136,7 @@ void TemplateClassifier::DecideNew(const TemplateRow& row, TemplateDecision& dec
   decision.priceChanged = row.price.Given();
   if (row.cost.unusable) decision.remarks.emplace_back("el Item se crea con costo 0");
   if (row.price.unusable) decision.remarks.emplace_back("el Item se crea sin precio");
-  if (appliesAlternateUnit_ && AlternateUnitRule::Named(row)) {
+  if (appliesAlternateUnit_ && NamesAlternateUnit(row)) {
     decision.unitUpdate = !store_.departments.RequiresSerials(row.department);
     if (!decision.unitUpdate) decision.remarks.emplace_back(serials);
   }
@@ -120,7 +151,7 @@ bool TemplateClassifier::Compare(const TemplateRow& row, const Recordset& found,
   for (const std::string& fault : item.unusable) AppendSentence(decision.reason, fault);
   if (!item.unusable.empty()) return false;
   Compare(row, item, decision);
-  if (!appliesAlternateUnit_ || !AlternateUnitRule::Named(row)) return false;
+  if (!appliesAlternateUnit_ || !NamesAlternateUnit(row)) return false;
   const bool serial = store_.departments.RequiresSerials(item.department);
   if (serial) decision.remarks.emplace_back(serials);
   return !serial;
@@ -138,7 +169,7 @@ void TemplateClassifier::Compare(const TemplateRow& row, const ItemRecord& item,
     // by the ten-thousandth that rounding lost.
     decision.priceChanged = AmountInCell(*row.price.value) != AmountInCell(*decision.previousPrice) &&
                             item.rate.WithoutTax(*row.price.value) != *item.net;
-    if (decision.priceChanged) decision.difference = *row.price.value - *decision.previousPrice;
+    if (decision.priceChanged) decision.difference = PriceDifference(*row.price.value, *decision.previousPrice);
   } else if (row.price.Given()) {
     decision.remarks.emplace_back(notComparable);
   }
@@ -151,14 +182,14 @@ void TemplateClassifier::CheckUnits(std::span<const TemplateRow> rows, std::span
   std::vector<SqlStatement> statements;
   for (const std::size_t index : asked) {
     statements.push_back(PrincipalUnitStatement(decisions[index].associated));
-    statements.push_back(AlternateUnitRule::SerialsStatement(decisions[index].associated));
+    statements.push_back(SerialsStatement(decisions[index].associated));
   }
   const std::vector<BatchResult> principals = RunWhole(store_.database, statements);
   statements.clear();
   for (std::size_t place = 0; place < asked.size(); ++place) {
     const BatchResult& principal = principals[2 * place];
     const std::string unit = FoundRows(principal) ? std::string(principal.rows->Text(0)) : std::string(defaultCode);
-    statements.push_back(AlternateUnitRule::UnitsStatement(decisions[asked[place]].associated, unit));
+    statements.push_back(OtherUnitsStatement(decisions[asked[place]].associated, unit));
   }
   const std::vector<BatchResult> units = RunWhole(store_.database, statements);
   for (std::size_t place = 0; place < asked.size(); ++place) {
@@ -166,7 +197,7 @@ void TemplateClassifier::CheckUnits(std::span<const TemplateRow> rows, std::span
     TemplateDecision& decision = decisions[asked[place]];
     if (FoundRows(principals[2 * place + 1])) {
       decision.remarks.emplace_back(serials);
-    } else if (auto unit = AlternateUnitRule::Find(row, *units[place].rows, decision.remarks)) {
+    } else if (auto unit = FindAlternateUnit(row, *units[place].rows, decision.remarks)) {
       decision.alternateUnit = std::move(*unit);
       decision.unitPrice = row.alternatePrice.Given();
       decision.unitCost = row.alternateCost.Given();

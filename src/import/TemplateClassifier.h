@@ -9,8 +9,8 @@
 
 #include "host/DatabaseServices.h"
 #include "host/UserInterface.h"
-#include "import/ItemQueries.h"
-#include "import/RowAction.h"
+#include "import/ImportReview.h"
+#include "import/ItemStatements.h"
 #include "import/StoreTables.h"
 #include "import/TemplateRow.h"
 

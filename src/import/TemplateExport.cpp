@@ -3,7 +3,7 @@
 #include <array>
 
 #include "base/Text.h"
-#include "import/CellCleaning.h"
+#include "import/CellValues.h"
 
 namespace tolvan {
 namespace {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/SpreadsheetApplication.h"
-#include "import/ItemQueries.h"
+#include "import/ItemStatements.h"
 #include "services/ComponentContext.h"
 
 namespace tolvan {

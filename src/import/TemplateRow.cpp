@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "base/Text.h"
-#include "import/CellCleaning.h"
+#include "import/CellValues.h"
 
 namespace tolvan {
 namespace {
@@ -38,11 +38,7 @@ constexpr std::array<TextColumn, 5> textColumns{{{column::code, "el código"},
 
 /// An error such as #N/A stands for a text that nobody knows; a default in its place would be a guess.
 void RefuseErrors(const SheetRow& row, std::string& reason) {
-  for (const TextColumn& text : textColumns) {
-    const SheetCell& cell = row.At(text.number);
-    if (cell.kind != CellKind::Error) continue;
-    AppendSentence(reason, std::string(text.name) + " es un error de la hoja (" + std::string(cell.text) + ")");
-  }
+  for (const TextColumn& text : textColumns) RefuseError(row.At(text.number), text.name, reason);
 }
 
 std::string Code(const SheetCell& cell, std::size_t length) {
@@ -105,10 +101,17 @@ constexpr std::array<ColumnHeading, 20> headings{{{column::code, "CODIGO"},
                                                   {column::alternateCost, "COSTO"},
                                                   {column::foreignCost, "COSTO EN MONEDA EXTRANJERA"}}};
 
+/// Why the row ends the data, Spanish: its first column is empty or an empty text. Empty when it does not; blanks alone
+/// do not end it.
+std::string WhyEnds(const SheetRow& row) {
+  if (!HoldsNothing(row.At(column::code))) return {};
+  return ColumnText(column::code, "código") + " está vacía";
+}
+
 bool ReadsAsData(const SheetRow& row) {
   const bool hasAmount =
       row.At(column::cost).kind == CellKind::Number || row.At(column::price).kind == CellKind::Number;
-  return hasAmount && WhyTemplateEnds(row).empty();
+  return hasAmount && WhyEnds(row).empty();
 }
 
 }  // namespace
@@ -116,13 +119,9 @@ bool ReadsAsData(const SheetRow& row) {
 constexpr SheetLayout templateLayout{.otherwise = "El libro no está hecho con la plantilla",
                                      .firstRow = 5,
                                      .headings = headings,
+                                     .whyEnds = WhyEnds,
                                      .readsAsData = ReadsAsData,
                                      .namesItsColumns = true};
-
-std::string WhyTemplateEnds(const SheetRow& row) {
-  if (!HoldsNothing(row.At(column::code))) return {};
-  return ColumnText(column::code, "código") + " está vacía";
-}
 
 TemplateRow ReadTemplateRow(const SheetRow& row) {
   TemplateRow read;

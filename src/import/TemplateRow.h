@@ -5,8 +5,8 @@
 #include <string>
 
 #include "host/SpreadsheetApplication.h"
-#include "import/AmountCell.h"
-#include "import/SheetLayout.h"
+#include "import/CellValues.h"
+#include "import/WorkbookReading.h"
 
 namespace tolvan {
 
@@ -29,10 +29,6 @@ struct TemplateRow {
 
 /// The template above its data.
 extern const SheetLayout templateLayout;
-
-/// Why the row ends the data, Spanish: its first column is empty or an empty text. Empty when it does not; blanks alone
-/// do not end it.
-std::string WhyTemplateEnds(const SheetRow& row);
 
 TemplateRow ReadTemplateRow(const SheetRow& row);
 

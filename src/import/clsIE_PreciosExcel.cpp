@@ -1,7 +1,5 @@
 #include "import/clsIE_PreciosExcel.h"
 
-#include <algorithm>
-
 namespace tolvan {
 namespace {
 
@@ -13,12 +11,12 @@ ItemCost CostOf(Currency cost, const GivenAmount& foreign, const Rate& foreignFa
 
 std::int32_t clsIE_PreciosExcel::IClaseImportar_NumeroNuevos() const {
   const auto isNew = [](const TemplateDecision& decision) { return decision.looked && !decision.found; };
-  return static_cast<std::int32_t>(std::count_if(decisions_.begin(), decisions_.end(), isNew));
+  return CountDecisions(isNew);
 }
 
 std::int32_t clsIE_PreciosExcel::IClaseImportar_NumeroAsociados() const {
   const auto isUpdated = [](const TemplateDecision& decision) { return decision.action == RowAction::Update; };
-  return static_cast<std::int32_t>(std::count_if(decisions_.begin(), decisions_.end(), isUpdated));
+  return CountDecisions(isUpdated);
 }
 
 void clsIE_PreciosExcel::IClaseImportar_DeterminarAtributosMenu(std::int32_t row, bool& associate, bool& dissociate,
@@ -29,17 +27,6 @@ void clsIE_PreciosExcel::IClaseImportar_DeterminarAtributosMenu(std::int32_t row
   associate = decision.associated.empty();
   dissociate = !associate;
   setCode = associate && decision.action == RowAction::Create;
-}
-
-void clsIE_PreciosExcel::ForgetRows() {
-  rows_.clear();
-  decisions_.clear();
-}
-
-std::string clsIE_PreciosExcel::TakeRow(const SheetRow& row) {
-  std::string why = WhyTemplateEnds(row);
-  if (why.empty()) rows_.push_back(ReadTemplateRow(row));
-  return why;
 }
 
 void clsIE_PreciosExcel::Classify(const DepartmentTable& departments, const TaxTable& taxes) {
@@ -87,6 +74,11 @@ AlternateUnit clsIE_PreciosExcel::AlternateOf(std::int32_t number, const Rate& f
   }
   if (decision.unitCost) alternate.cost = CostOf(*row.alternateCost.value, {}, foreignFactor);
   return alternate;
+}
+
+ItemChange clsIE_PreciosExcel::ChangeOf(std::int32_t number, const ApplyTables& tables) const {
+  if (DecisionOf(number).action == RowAction::Create) return CreationOf(number, tables);
+  return UpdateOf(number, tables);
 }
 
 ItemCreation clsIE_PreciosExcel::CreationOf(std::int32_t number, const ApplyTables& tables) const {

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "base/Text.h"
-#include "import/CellCleaning.h"
+#include "import/CellValues.h"
 
 namespace tolvan {
 namespace {
@@ -35,7 +35,7 @@ std::int32_t clsIE_PreciosMovilnet::IClaseImportar_NumeroNuevos() const {
 }
 
 std::int32_t clsIE_PreciosMovilnet::IClaseImportar_NumeroAsociados() const {
-  return static_cast<std::int32_t>(std::count_if(decisions_.begin(), decisions_.end(), IsAssociated));
+  return CountDecisions(IsAssociated);
 }
 
 void clsIE_PreciosMovilnet::IClaseImportar_DeterminarAtributosMenu(std::int32_t row, bool& associate, bool& dissociate,
@@ -90,24 +90,13 @@ bool clsIE_PreciosMovilnet::ChangeRow(std::int32_t row, MovilnetRow changed) {
 
 /// What is settled among the rows may change others: of two with one code the second is not processed.
 void clsIE_PreciosMovilnet::NoteChanges(std::int32_t row, const std::vector<MovilnetDecision>& before) {
-  alsoChanged_.clear();
+  std::vector<std::int32_t> changed;
   for (std::int32_t other = 1; other <= NumeroRenglones(); ++other) {
     const MovilnetDecision& then = before[static_cast<std::size_t>(other) - 1];
     const MovilnetDecision& now = DecisionOf(other);
-    if (other != row && (then.action != now.action || then.reason != now.reason)) alsoChanged_.push_back(other);
+    if (other != row && (then.action != now.action || then.reason != now.reason)) changed.push_back(other);
   }
-}
-
-void clsIE_PreciosMovilnet::ForgetRows() {
-  rows_.clear();
-  decisions_.clear();
-  alsoChanged_.clear();
-}
-
-std::string clsIE_PreciosMovilnet::TakeRow(const SheetRow& row) {
-  std::string why = WhyMovilnetEnds(row);
-  if (why.empty()) rows_.push_back(ReadMovilnetRow(row));
-  return why;
+  SetAlsoChanged(std::move(changed));
 }
 
 MovilnetClassifier clsIE_PreciosMovilnet::Classifier() const {
@@ -162,6 +151,11 @@ ReviewRow clsIE_PreciosMovilnet::RowAt(std::int32_t number) const {
   shown.previousPrice = decision.currentPrice;
   shown.reason = decision.reason;
   return shown;
+}
+
+ItemChange clsIE_PreciosMovilnet::ChangeOf(std::int32_t number, const ApplyTables& tables) const {
+  if (DecisionOf(number).action == RowAction::Create) return CreationOf(number, tables);
+  return UpdateOf(number, tables);
 }
 
 ItemCreation clsIE_PreciosMovilnet::CreationOf(std::int32_t number, const ApplyTables& tables) const {

@@ -4,7 +4,7 @@
 #include <unordered_map>
 
 #include "base/Text.h"
-#include "import/ItemQueries.h"
+#include "import/ItemStatements.h"
 #include "import/StoreTables.h"
 
 namespace tolvan {

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "import/ReviewList.h"
+#include "import/ImportReview.h"
 
 namespace tolvan {
 

@@ -3,8 +3,8 @@
 #include <array>
 #include <string>
 
-#include "import/CellCleaning.h"
-#include "import/ItemQueries.h"
+#include "import/CellValues.h"
+#include "import/ItemStatements.h"
 #include "import/StoreTables.h"
 #include "services/ComponentContext.h"
 #include "services/ResourceTexts.h"

@@ -1,13 +1,12 @@
 #include "base/Currency.h"
-#include "import/CellCleaning.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
 
-#include "import/AmountCell.h"
+#include "import/CellValues.h"
 #include "import/ImportReport.h"
-#include "import/MovilnetCode.h"
+#include "import/MovilnetRow.h"
 #include "import/StoreTables.h"
 
 namespace tolvan {

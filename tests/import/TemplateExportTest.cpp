@@ -4,8 +4,7 @@
 
 #include "base/NumberText.h"
 #include "database/sql/SqlServerDialect.h"
-#include "import/AlternateUnitRule.h"
-#include "import/ItemQueries.h"
+#include "import/ItemStatements.h"
 #include "import/StoreFixture.h"
 #include "import/clsIE_PreciosExcel.h"
 
@@ -114,9 +113,9 @@ TEST(ItemQueries, HaveTheirExactTexts) {
   EXPECT_EQ(AllItemsStatement(7, "DEF").Render(dialect), fields + unit + price + order);
   EXPECT_EQ(ItemStatement("A'1", 7).Render(dialect), fields + "'A''1' AND I.idItem = " + unit + price + " " + order);
   EXPECT_EQ(CodeExistsStatement("A'1").Render(dialect), "SELECT idItem FROM Items WHERE idItem = 'A''1'");
-  EXPECT_EQ(AlternateUnitRule::UnitsStatement("A1", "UND").Render(dialect),
+  EXPECT_EQ(OtherUnitsStatement("A1", "UND").Render(dialect),
             "SELECT idItem, idUnidad, Multiplicador FROM ItemsUnidades WHERE idItem = 'A1' AND idUnidad <> 'UND'");
-  EXPECT_EQ(AlternateUnitRule::SerialsStatement("A1").Render(dialect),
+  EXPECT_EQ(SerialsStatement("A1").Render(dialect),
             "SELECT 1 FROM Items WHERE idItem = 'A1' AND RequiereSeriales = 1");
 }
 

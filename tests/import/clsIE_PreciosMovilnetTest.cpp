@@ -3,7 +3,7 @@
 #include <array>
 #include <tuple>
 
-#include "import/OriginFingerprint.h"
+#include "import/MovilnetRow.h"
 #include "import/StoreFixture.h"
 #include "ui/ItemSearch.h"
 

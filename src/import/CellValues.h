@@ -1,6 +1,8 @@
-// Amounts on their way from a workbook's cells and into them.
+// How the cells of a workbook become codes, descriptions and amounts, and amounts become cells. Blanks are U+0020 only;
+// tabs and other white space stay.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -11,6 +13,24 @@
 #include "host/SpreadsheetApplication.h"
 
 namespace tolvan {
+
+inline constexpr std::size_t itemCodeLength = 14;
+inline constexpr std::size_t shortCodeLength = 12;
+inline constexpr std::size_t descriptionLength = 125;
+
+/// A brand, department or list that the source lacks.
+inline constexpr std::string_view defaultCode = "DEF";
+
+/// Without blanks and line ends, the first `length` characters, in upper case.
+std::string CleanCode(std::string_view text, std::size_t length);
+
+/// The first `length` characters in upper case, without hyphens, slashes, points and line ends, trimmed, each pair of
+/// blanks made one. One pass only, so that three blanks become two: deliberate, stored descriptions depend on it.
+std::string CleanDescription(std::string_view text, std::size_t length);
+
+/// What is made of model and brand names: without blanks, hyphens, slashes and points, the first 12 characters, in
+/// upper case.
+std::string CleanModelCode(std::string_view text);
 
 /// An amount that a workbook gives or does not give.
 struct GivenAmount {
@@ -29,6 +49,9 @@ bool HoldsNothing(const SheetCell& cell);
 
 /// "el costo no es un número (gratis) y no se toma en cuenta", of a cell that holds something.
 std::string NotANumber(const SheetCell& cell, std::string_view name);
+
+/// Appends to `reason` that a cell is an error such as #N/A; nothing for any other cell.
+void RefuseError(const SheetCell& cell, std::string_view name, std::string& reason);
 
 /// Reads an amount. What is no number (text, date, boolean, error) is not given, and a remark tells; a number that no
 /// item can have, negative or too large, is not given, and `reason` tells why the row cannot be processed. Both texts

@@ -1,4 +1,6 @@
-#include "import/AmountCell.h"
+#include "import/CellValues.h"
+
+#include <utility>
 
 #include "base/Text.h"
 
@@ -7,7 +9,26 @@ namespace {
 
 constexpr std::int64_t sixteenDigits = 1'000'000'000'000'000;  // the first count with more than fifteen digits
 
+template <char... dropped>
+std::string Without(std::string text) {
+  std::erase_if(text, [](char c) { return ((c == dropped) || ...); });
+  return text;
+}
+
 }  // namespace
+
+std::string CleanCode(std::string_view text, std::size_t length) {
+  return ToUpper(FirstCharacters(Without<' ', '\r', '\n'>(std::string(text)), length));
+}
+
+std::string CleanDescription(std::string_view text, std::size_t length) {
+  std::string single = ReplaceAll(TrimBlanks(text), "  ", " ");
+  return ToUpper(FirstCharacters(Without<'-', '/', '.', '\r', '\n'>(std::move(single)), length));
+}
+
+std::string CleanModelCode(std::string_view text) {
+  return ToUpper(FirstCharacters(Without<' ', '-', '/', '.'>(std::string(text)), shortCodeLength));
+}
 
 bool HoldsNothing(const SheetCell& cell) {
   return cell.kind == CellKind::Empty || (cell.kind == CellKind::Text && cell.text.empty());
@@ -15,6 +36,11 @@ bool HoldsNothing(const SheetCell& cell) {
 
 std::string NotANumber(const SheetCell& cell, std::string_view name) {
   return std::string(name) + " no es un número (" + cell.AsText() + ") y no se toma en cuenta";
+}
+
+void RefuseError(const SheetCell& cell, std::string_view name, std::string& reason) {
+  if (cell.kind != CellKind::Error) return;
+  AppendSentence(reason, std::string(name) + " es un error de la hoja (" + std::string(cell.text) + ")");
 }
 
 GivenAmount ReadAmount(const SheetCell& cell, std::string_view name, Remarks& remarks, std::string& reason) {
