@@ -11,7 +11,7 @@
 #include "database/sql/SqlScript.h"
 #include "host/UserInterface.h"
 #include "support/ChildProcess.h"
-#include "support/ImpatientUser.h"
+#include "support/FakeHost.h"
 #include "support/ThrownBy.h"
 
 namespace tolvan::test {

@@ -21,21 +21,6 @@ namespace tolvan::data {}
 
 namespace tolvan::test {
 
-class MemoryFile final : public InputFile {
- public:
-  explicit MemoryFile(std::string content) : content_(std::move(content)) {}
-  std::uint64_t Size() const override { return content_.size(); }
-  std::size_t Read(std::span<char> buffer) override {
-    const std::size_t count = content_.copy(buffer.data(), buffer.size(), position_);
-    position_ += count;
-    return count;
-  }
-
- private:
-  std::string content_;
-  std::size_t position_ = 0;
-};
-
 /// Asks for the stop at the n-th question, and at every one after it.
 class CountdownInterruption final : public Interruption {
  public:

@@ -5,9 +5,9 @@
 #include <random>
 #include <thread>
 
-#include "import/StoreFixture.h"
 #include "import/clsIE_PreciosExcel.h"
 #include "support/ChildProcess.h"
+#include "support/ImportRig.h"
 
 namespace tolvan {
 namespace {
@@ -16,7 +16,7 @@ using test::none;
 
 constexpr const char* notFinished = "La operación no pudo concluirse";
 
-class ImportFailure : public test::StoreTest {
+class ImportFailure : public test::ImportTest {
  protected:
   void FillSheet(int count) {
     for (int row = 0; row < count; ++row) {
@@ -50,7 +50,7 @@ class ImportFailure : public test::StoreTest {
 
 TEST_F(ImportFailure, InTheLastOfTenThousandRowsLeavesNothing) {
   FillSheet(9'999);
-  real->Execute(
+  Database().Execute(
       SqlStatement("CREATE TRIGGER falla BEFORE UPDATE ON Precios WHEN NEW.idItem = 'EXENTO' BEGIN SELECT "
                    "RAISE(ABORT, 'precio bloqueado'); END"));
   const std::string before = Dump();
@@ -86,7 +86,7 @@ struct BusyStore : DatabaseServices {
     other.Execute(SqlStatement("INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES " + values));
     return real->BeginTransaction();
   }
-  SqliteDatabaseServices* real = nullptr;
+  DatabaseServices* real = nullptr;
   std::string path, values;
 };
 
@@ -94,7 +94,7 @@ TEST_F(ImportFailure, ByAQuickerProgramNamesWhatIsThereSince) {
   FillSheet(20);
   sheets.rows.push_back({"Ñu", "x"});
   BusyStore store;
-  store.real = real.get();
+  store.real = &Database();
   store.path = path;
   host.application.database = &store;
   for (const std::string code : {"N7", "n12", "ñu"}) {
@@ -191,7 +191,7 @@ TEST_F(ImportFailure, ToReadEverythingIsTold) {
 
 TEST_F(ImportFailure, BeforeTheTransactionIsSilent) {
   FillSheet(10);
-  Run("DELETE FROM Monedas WHERE MonedaExtranjera = 1");
+  Execute("DELETE FROM Monedas WHERE MonedaExtranjera = 1");
   const std::string before = Dump();
   const ImportOutcome outcome = Import();
   EXPECT_FALSE(outcome.applied);
@@ -203,7 +203,7 @@ TEST_F(ImportFailure, BeforeTheTransactionIsSilent) {
 TEST_F(ImportFailure, ByAKillIsAllOrNothing) {
   FillSheet(3'000);
   const std::string before = Dump();
-  real.reset();
+  Close();
   const std::string copy = folder.File("copia.db");
   std::mt19937 random(7);
   int whole = 0;
@@ -212,13 +212,13 @@ TEST_F(ImportFailure, ByAKillIsAllOrNothing) {
     std::filesystem::remove(copy + "-shm");
     std::filesystem::copy_file(path, copy, std::filesystem::copy_options::overwrite_existing);
     const pid_t child = test::StartChild([&] {
-      real = std::make_unique<SqliteDatabaseServices>(SqliteOptions{.path = copy});
-      host.application.database = real.get();
+      Open(copy);
+      host.application.database = &Database();
       Import();
     });
     std::this_thread::sleep_for(std::chrono::microseconds(random() % 250'000));
     test::KillChild(child);
-    real = std::make_unique<SqliteDatabaseServices>(SqliteOptions{.path = copy});
+    Open(copy);
     EXPECT_EQ(Query("PRAGMA integrity_check"), "ok");
     const std::string items = Query("SELECT count(*) FROM Items WHERE idItem GLOB 'N[0-9]*'");
     if (items == "0") {
@@ -229,7 +229,7 @@ TEST_F(ImportFailure, ByAKillIsAllOrNothing) {
       EXPECT_EQ(Query("SELECT Precio FROM Precios WHERE idItem = 'EXENTO' ORDER BY Inv"), "25|25");
       ++whole;
     }
-    real.reset();
+    Close();
   }
   RecordProperty("whole", whole);
 }

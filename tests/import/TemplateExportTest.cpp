@@ -5,13 +5,13 @@
 #include "base/NumberText.h"
 #include "database/sql/SqlServerDialect.h"
 #include "import/ItemStatements.h"
-#include "import/StoreFixture.h"
 #include "import/clsIE_PreciosExcel.h"
+#include "support/ImportRig.h"
 
 namespace tolvan {
 namespace {
 
-class TemplateExportTest : public test::StoreTest {
+class TemplateExportTest : public test::ImportTest {
  protected:
   /// Items with rates, costs and prices of every size; money is what NUMERIC makes of its decimal text.
   void FillStore(int count) {
@@ -37,7 +37,7 @@ class TemplateExportTest : public test::StoreTest {
                   ", 'DEF', 'DEF', 0, " + amount() + ");";
       }
     }
-    Run(script);
+    Execute(script);
   }
 };
 
@@ -78,7 +78,7 @@ INSERT INTO Precios (idItem, idUnidad, idLista, Inv, Precio) VALUES ('A1', 'CAJA
 )sql";
 
 TEST_F(TemplateExportTest, EveryItemHasTheCostAndPriceOfItsPrincipalUnitInTheInventoryAsked) {
-  Run(variedStore);
+  Execute(variedStore);
   host.services.dialogs.yes = true;
   const std::vector<std::string> expected{
       "B2;DOS;M1;D1;7.5;20|D4;CUATRO;M1;D1;1;|A1;UNO;M2;D1;80;108|C3;TRES;M1;D2;40;59|",
@@ -115,12 +115,12 @@ TEST(ItemQueries, HaveTheirExactTexts) {
   EXPECT_EQ(CodeExistsStatement("A'1").Render(dialect), "SELECT idItem FROM Items WHERE idItem = 'A''1'");
   EXPECT_EQ(OtherUnitsStatement("A1", "UND").Render(dialect),
             "SELECT idItem, idUnidad, Multiplicador FROM ItemsUnidades WHERE idItem = 'A1' AND idUnidad <> 'UND'");
-  EXPECT_EQ(SerialsStatement("A1").Render(dialect),
-            "SELECT 1 FROM Items WHERE idItem = 'A1' AND RequiereSeriales = 1");
+  EXPECT_EQ(SerialsStatement("A1").Render(dialect), "SELECT 1 FROM Items WHERE idItem = 'A1' AND RequiereSeriales = 1");
 }
 
 TEST_F(TemplateExportTest, TellsTheItemsThatWillNotComeBack) {
-  Run("INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('A B', 'DEF', 'DEF'), ('AB', 'DEF', 'DEF');"
+  Execute(
+      "INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('A B', 'DEF', 'DEF'), ('AB', 'DEF', 'DEF');"
       "INSERT INTO ItemsUnidades (idItem, idUnidad, EsPrincipal) VALUES ('A B', 'DEF', 1), ('AB', 'DEF', 1);"
       "INSERT INTO ItemsUnidadesInv (idItem, idUnidad, Inv, CostoActual) VALUES ('A B', 'DEF', 0, 'caro'), "
       "('AB', 'DEF', 0, 2);"
@@ -151,7 +151,7 @@ TEST_F(TemplateExportTest, TellsTheItemsThatWillNotComeBack) {
   }
   EXPECT_EQ(filled.ItemsWithRemarks().size(), 3U);
   EXPECT_EQ(filled.ItemsWithRemarks().front().sheetRow, 6U);
-  Run("UPDATE Precios SET Precio = 100 WHERE idItem = 'VIEJO'");
+  Execute("UPDATE Precios SET Precio = 100 WHERE idItem = 'VIEJO'");
   sheets.rows = {{"VIEJO", "x", "", "", 12.0}, {"A B", "x", "", "", 1.0}};
   auto importer = MakeImporter<clsIE_PreciosExcel>([](IClaseImportar&) {});
   ASSERT_TRUE(importer.Procesar(status));

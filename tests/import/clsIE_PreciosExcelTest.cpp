@@ -2,7 +2,7 @@
 
 #include <tuple>
 
-#include "import/StoreFixture.h"
+#include "support/ImportRig.h"
 
 namespace tolvan {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 using test::Given;
 using test::none;
 
-class PreciosExcel : public test::StoreTest {
+class PreciosExcel : public test::ImportTest {
  protected:
   /// Reads, reviews and, when `apply`, applies; the rows as they were decided.
   std::vector<ReviewRow> Import(bool apply = true) {
@@ -168,14 +168,15 @@ TEST_F(PreciosExcel, AppliesTheAlternateUnitOnlyWhereItIsTheItemsOwn) {
     EXPECT_EQ(decided.action, each.action) << testing::PrintToString(each.unit.size());
     EXPECT_EQ(decided.remarks, each.remarks);
   }
-  Run("UPDATE Items SET RequiereSeriales = 1 WHERE idItem = 'VIEJO'");
+  Execute("UPDATE Items SET RequiereSeriales = 1 WHERE idItem = 'VIEJO'");
   sheets.rows = {{"VIEJO", "x", "", "", 10.0, 118.0, none, "caja", 12.0, 1180.0}};
   EXPECT_EQ(Import(false).front().action, RowAction::None);
 }
 
 // The engine's own comparison knows the casing of ASCII letters only.
 TEST_F(PreciosExcel, FindsCodesInAnotherCasing) {
-  Run("INSERT INTO Marcas (idMarca) VALUES ('peñón'); INSERT INTO Departamentos (idDepartamento) VALUES ('Niñas');"
+  Execute(
+      "INSERT INTO Marcas (idMarca) VALUES ('peñón'); INSERT INTO Departamentos (idDepartamento) VALUES ('Niñas');"
       "INSERT INTO Items (idItem, Descripcion, idMarca, idDepartamento) VALUES ('ñu', 'ÑU', 'peñón', 'Niñas'), "
       "('é1', 'A', 'peñón', 'DEF'), ('É1', 'B', 'peñón', 'DEF'), ('ſ1', 'C', 'DEF', 'DEF'), ('S1', 'D', 'DEF', 'DEF'), "
       "('ſ2', 'E', 'DEF', 'DEF');"
@@ -234,7 +235,8 @@ TEST_F(PreciosExcel, AppliesWhatHoldsWhenItAppliesAndCountsThat) {
     EXPECT_FALSE(shown.Iniciar(status));
     host.application.permissions = {"importar-precios"};
     // Between review and applying another program brings VIEJO to the list's values and takes the code NUEVO.
-    Run("UPDATE Precios SET Precio = 200 WHERE idItem = 'VIEJO'; UPDATE ItemsUnidadesInv SET CostoActual = 12;"
+    Execute(
+        "UPDATE Precios SET Precio = 200 WHERE idItem = 'VIEJO'; UPDATE ItemsUnidadesInv SET CostoActual = 12;"
         "INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('NUEVO', 'DEF', 'DEF')");
     EXPECT_TRUE(shown.Iniciar(status));
   });

@@ -4,7 +4,7 @@
 #include <tuple>
 
 #include "import/MovilnetRow.h"
-#include "import/StoreFixture.h"
+#include "support/ImportRig.h"
 #include "ui/ItemSearch.h"
 
 namespace tolvan {
@@ -16,7 +16,7 @@ test::GivenRow Line(const char* model, const char* brand, const char* type, doub
   return {model, brand, type, none, price, none, cost};
 }
 
-class PreciosMovilnet : public test::StoreTest {
+class PreciosMovilnet : public test::ImportTest {
  protected:
   PreciosMovilnet() { sheets.firstRow = 4; }
 
@@ -78,7 +78,8 @@ TEST_F(PreciosMovilnet, CreatesAndThenFindsItsItemsAgain) {
 }
 
 TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
-  Run("INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('TSAGALAXYY', 'DEF', 'DEF'), ('ñu', 'DEF', 'DEF')");
+  Execute(
+      "INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('TSAGALAXYY', 'DEF', 'DEF'), ('ñu', 'DEF', 'DEF')");
   sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 118, 50),       // its code is another item's
                  Line("Modelo largo A1", "Nokia", "GSM", 118, 50),  // these two share twelve characters
                  Line("Modelo largo A2", "Nokia", "GSM", 118, 50), Line("Lumia", "Nokia", "CDMA", 118, 50)};
@@ -99,7 +100,7 @@ TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
     EXPECT_FALSE(shown.AsignarItem(4, "NOEXISTE"));
     shown.PintarLV(list, 0, 1);
     host.services.dialogs.boxes.clear();
-    const ItemSearch search(*real, SqlStatement("SELECT 'VIEJO'"), 0);
+    const ItemSearch search(Database(), SqlStatement("SELECT 'VIEJO'"), 0);
     EXPECT_EQ(search.At(0).price, Currency::FromUnits(118));
     EXPECT_TRUE(shown.AsignarItem(4, search.At(0).code));
     shown.PintarLV(list, 4, 1);
@@ -142,7 +143,7 @@ TEST_F(PreciosMovilnet, KeepsWhatTheUserChoseWhenApplying) {
 
 TEST_F(PreciosMovilnet, NeedsBothDepartmentsAndThePermission) {
   sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 118, 50)};
-  Run("DELETE FROM Departamentos WHERE idDepartamento = 'CDMA'");
+  Execute("DELETE FROM Departamentos WHERE idDepartamento = 'CDMA'");
   const std::string before = Dump();
   Import([&](IClaseImportar& shown) { EXPECT_FALSE(shown.Iniciar(status)); });
   EXPECT_EQ(host.services.dialogs.boxes.back(),
@@ -150,9 +151,9 @@ TEST_F(PreciosMovilnet, NeedsBothDepartmentsAndThePermission) {
                 MessageIcon::Exclamation, "Falta registrar departamentos",
                 "Para proceder, debe estar registrados los departamentos CDMA y GSM para los correspondientes "
                 "equipos.\r\n\r\nAbra otro Tolvan y utilice la ficha Departamentos para crear el o los que falten"}));
-  Run("ALTER TABLE Departamentos RENAME TO Otros");
+  Execute("ALTER TABLE Departamentos RENAME TO Otros");
   Import([&](IClaseImportar& shown) { EXPECT_FALSE(shown.Iniciar(status)); });
-  Run("ALTER TABLE Otros RENAME TO Departamentos");
+  Execute("ALTER TABLE Otros RENAME TO Departamentos");
   host.application.permissions.clear();
   Import([&](IClaseImportar& shown) { EXPECT_FALSE(shown.Iniciar(status)); });
   EXPECT_EQ(host.services.dialogs.boxes.back().text,

@@ -9,7 +9,6 @@
 #include "host/HostError.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
-#include "support/ImpatientUser.h"
 #include "support/LoopbackServer.h"
 
 namespace tolvan {

@@ -47,14 +47,8 @@ std::vector<GivenRow> ServerStore::TemplateRows(int count) {
 ImportOutcome ServerStore::ImportTemplate(DatabaseServices& database, std::vector<GivenRow> rows,
                                           const std::function<void(IClaseImportar&)>& review) {
   host.application.database = &database;
-  FakeSpreadsheets sheets;
   sheets.rows = std::move(rows);
-  const NettleHashService hashes;
-  ReviewListModel list;
-  clsIE_PreciosExcel importer(host.context, {sheets, hashes, [&]() -> std::unique_ptr<ImportReview> {
-                                               return std::make_unique<FakeReview>(list, review);
-                                             }});
-  importer.SetRutaArchivo("libro.xlsx");
+  auto importer = MakeImporter<clsIE_PreciosExcel>(review);
   importer.Procesar(status);
   return importer.Outcome();
 }

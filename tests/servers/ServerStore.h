@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "import/StoreFixture.h"
 #include "import/clsIE_PreciosExcel.h"
+#include "support/ImportRig.h"
 #include "support/PostgresServer.h"
 #include "support/RegistryRun.h"
 
 namespace tolvan::test {
 
-class ServerStore {
+class ServerStore : public ImportRig {
  public:
   explicit ServerStore(PostgresServer& home = PostgresServer::Shared());
 
@@ -33,8 +33,6 @@ class ServerStore {
   PostgresServer& server;
   std::string name = server.MakeDatabase();
   std::string connection = server.ConnectionString(name);
-  SilentStatus status;
-  FakeHost host;
 };
 
 }  // namespace tolvan::test

@@ -9,14 +9,15 @@
 
 #include "base/Text.h"
 #include "database/odbc/OdbcBatch.h"
+#include "database/sql/SqlScript.h"
 #include "export/DailySalesExport.h"
 #include "export/SalesUpload.h"
 #include "export/SumDaySales.h"
-#include "import/StoreFixture.h"
 #include "import/TemplateExport.h"
 #include "import/clsIE_PreciosExcel.h"
 #include "import/clsIE_PreciosMovilnet.h"
 #include "sqlserver/RecordingDatabase.h"
+#include "support/ImportRig.h"
 #include "support/RegistryRun.h"
 #include "transport/ItemDefinitionQueries.h"
 #include "transport/LoteTransporte.h"
@@ -49,7 +50,7 @@ struct SearchingView : StatusImportarView {
   ReviewListModel list;
 };
 
-class SqlServerStatements : public StoreTest {
+class SqlServerStatements : public ImportTest {
  protected:
   SqlServerStatements() {
     host.application.database = &recording;
@@ -123,7 +124,7 @@ class SqlServerStatements : public StoreTest {
     return refused;
   }
 
-  RecordingDatabase recording{*real};
+  RecordingDatabase recording{Database()};
 };
 
 /// The beginnings of statements in the sources of the rooms that make any.

@@ -63,9 +63,55 @@ struct FakeClock : Clock {
   DateTime now{.date = Date::FromParts(2024, 2, 1), .hour = 9, .minute = 0, .second = 0};
 };
 
+/// A user who stops the work: from the start when `requested`, with the n-th question when `questions` is n, and, when
+/// `impatient`, as soon as he is told of a wait.
 struct FakeInterruption : Interruption {
-  bool Requested() const noexcept override { return requested; }
-  bool requested = false;
+  bool Requested() const noexcept override {
+    if (questions > 0 && --questions == 0) requested = true;
+    return requested || (impatient && !told.empty());
+  }
+  void WaitBegins(std::string_view text) const noexcept override { told += text; }
+  void WaitEnds() const noexcept override { told += " Ya."; }
+
+  mutable bool requested = false;
+  mutable int questions = 0;
+  bool impatient = false;
+  mutable std::string told;
+};
+
+struct ImpatientUser : FakeInterruption {
+  ImpatientUser() { impatient = true; }
+};
+
+/// A window's status, which keeps what it was told.
+struct FakeStatus : StatusWindow {
+  struct Display : StatusDisplay {
+    explicit Display(FakeStatus& owner) : window(&owner) {}
+    void SetText(std::string_view text) override { window->texts.emplace_back(text); }
+    void SetRange(std::int32_t maximum) override { window->range = maximum; }
+    void Advance() override { ++window->advanced; }
+    FakeStatus* window;
+  };
+  std::unique_ptr<StatusDisplay> OpenStatus() override { return std::make_unique<Display>(*this); }
+  std::vector<std::string> texts;
+  std::int32_t range = 0;
+  std::int32_t advanced = 0;
+};
+
+/// A file that is read from memory.
+class MemoryFile : public InputFile {
+ public:
+  explicit MemoryFile(std::string content) : content_(std::move(content)) {}
+  std::uint64_t Size() const override { return content_.size(); }
+  std::size_t Read(std::span<char> buffer) override {
+    const std::size_t count = content_.copy(buffer.data(), buffer.size(), position_);
+    position_ += count;
+    return count;
+  }
+
+ private:
+  std::string content_;
+  std::size_t position_ = 0;
 };
 
 /// Files by path. Only folders in `folders` take files.
@@ -105,7 +151,9 @@ struct FakeFiles : FileHelper {
     return std::make_unique<Output>(*this, std::string(path));
   }
   std::unique_ptr<InputFile> OpenInput(std::string_view path) override {
-    throw HostError(HostErrorKind::Unreachable, "no existe", std::string(path));
+    const auto found = contents.find(std::string(path));
+    if (found == contents.end()) throw HostError(HostErrorKind::Unreachable, "no existe", std::string(path));
+    return std::make_unique<MemoryFile>(found->second);
   }
 
   std::map<std::string, std::string> contents;

@@ -12,7 +12,6 @@
 #include "support/ChildProcess.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
-#include "support/ImpatientUser.h"
 #include "support/ThrownBy.h"
 #include "system/LayoutRegistry.h"
 #include "system/posix/FileLock.h"

@@ -1,5 +1,5 @@
-// A small store in a database file, a workbook in memory and an importer's host, so that what an import leaves behind
-// can be looked at.
+// A workbook in memory, a review that a test plays, and an importer's host, over a small store or over whatever
+// database a test gives.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,17 +9,12 @@
 #include <utility>
 #include <vector>
 
-#include "contract/TemporaryFolder.h"
-#include "database/sql/Schemas.h"
-#include "database/sql/SqlScript.h"
-#include "database/sqlite/SqliteDatabaseServices.h"
 #include "host/SpreadsheetApplication.h"
 #include "import/ImportReview.h"
 #include "support/FakeHost.h"
+#include "support/TestStore.h"
 #include "system/NettleHashService.h"
 #include "ui/ReviewListModel.h"
-
-namespace tolvan::data {}
 
 namespace tolvan::test {
 
@@ -49,21 +44,7 @@ class FakeSpreadsheets : public SpreadsheetApplication {
   std::uint32_t firstRow = 5;
   std::vector<GivenRow> rows;  ///< from firstRow on; an empty one is a row without cells
   std::optional<HostError> startFailure;
-  std::optional<HostError> readFailure;  ///< thrown behind the last row
-};
-
-struct SilentStatus : StatusWindow {
-  struct Display : StatusDisplay {
-    explicit Display(SilentStatus& owner) : window(&owner) {}
-    void SetText(std::string_view text) override { window->texts.emplace_back(text); }
-    void SetRange(std::int32_t maximum) override { window->range = maximum; }
-    void Advance() override { ++window->advanced; }
-    SilentStatus* window;
-  };
-  std::unique_ptr<StatusDisplay> OpenStatus() override { return std::make_unique<Display>(*this); }
-  std::vector<std::string> texts;
-  std::int32_t range = 0;
-  std::int32_t advanced = 0;
+  std::optional<HostError> readFailure;  ///< thrown after the last row
 };
 
 /// A review whose ShowModal does what a test says.
@@ -79,15 +60,9 @@ struct FakeReview : ImportReview {
   IClaseImportar* importer = nullptr;
 };
 
-class StoreTest : public ::testing::Test {
- protected:
-  StoreTest();
-
-  /// Every row of the tables that an import writes, as text.
-  std::string Dump();
-  std::string Query(const std::string& text);  ///< rows separated by "|", fields by ","
-  void Run(const std::string& script) { RunSqlScript(*real, script); }
-
+/// What an importer works with, without a database: the host that it asks, the workbook, the review.
+struct ImportRig {
+  /// An importer whose review does what `review` says.
   template <class Importer>
   Importer MakeImporter(std::function<void(IClaseImportar&)> review) {
     Importer importer(host.context, {sheets, hashes, [this, review]() -> std::unique_ptr<ImportReview> {
@@ -97,14 +72,21 @@ class StoreTest : public ::testing::Test {
     return importer;
   }
 
-  TemporaryFolder folder;
-  std::string path = folder.File("tienda.db");
-  std::unique_ptr<SqliteDatabaseServices> real;
   FakeHost host;
   FakeSpreadsheets sheets;
   NettleHashService hashes;
   ReviewListModel list;
-  SilentStatus status;
+  FakeStatus status;
+};
+
+/// Imports into a small store. Item VIEJO costs 10 and sells at 100 before 18 % of tax; EXENTO pays none; SINPRINCIPAL
+/// has no unit at all.
+class ImportTest : public ::testing::Test, protected TestStore, protected ImportRig {
+ protected:
+  ImportTest();
+
+  /// Every row of the tables that an import writes, as text.
+  std::string Dump();
 };
 
 }  // namespace tolvan::test

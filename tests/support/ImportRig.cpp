@@ -1,4 +1,4 @@
-#include "import/StoreFixture.h"
+#include "support/ImportRig.h"
 
 #include <array>
 #include <cstdio>
@@ -7,7 +7,6 @@
 namespace tolvan::test {
 namespace {
 
-// Item VIEJO costs 10 and sells at 100 before 18 % of tax; EXENTO pays none; SINPRINCIPAL has no unit at all.
 constexpr std::string_view content = R"sql(
 INSERT INTO Impuestos (ClaseI, Descripcion, Tasa, EsGeneral) VALUES (1, 'ITBIS', 0.18, 1), (2, 'REDUCIDO', 0.08, 0);
 INSERT INTO Monedas (idMoneda, FactorConversion, MonedaExtranjera) VALUES ('DOP', 1, 0), ('USD', 50, 1);
@@ -88,30 +87,13 @@ std::unique_ptr<NewWorkbook> FakeSpreadsheets::CreateFromTemplate(std::string_vi
   return std::make_unique<MemoryWorkbook>(*this);
 }
 
-StoreTest::StoreTest() {
-  real = std::make_unique<SqliteDatabaseServices>(
-      SqliteOptions{.path = path, .busyWait = std::chrono::milliseconds(50), .createIfMissing = true});
-  RunSqlScript(*real, data::sqliteSchema);
-  RunSqlScript(*real, content);
-  host.application.database = real.get();
+ImportTest::ImportTest() {
+  Execute(std::string(content));
+  host.application.database = &Database();
   host.application.permissions = {"importar-precios"};
 }
 
-std::string StoreTest::Query(const std::string& text) {
-  std::string result;
-  const auto rows = real->OpenRecordset(SqlStatement(text));
-  for (; !rows->AtEnd(); rows->MoveNext()) {
-    if (!result.empty()) result += '|';
-    for (std::size_t index = 0; index < rows->FieldCount(); ++index) {
-      if (index > 0) result += ',';
-      const FieldValue value = rows->Value(index);
-      result += IsNull(value) ? "NULL" : TextOf(value);
-    }
-  }
-  return result;
-}
-
-std::string StoreTest::Dump() {
+std::string ImportTest::Dump() {
   std::string dump;
   for (const std::string table : {"Marcas", "Departamentos", "Items", "ItemsUnidades"}) {
     dump += table + ": " + Query("SELECT * FROM " + table + " ORDER BY 1, 2") + "\n";
