@@ -7,11 +7,11 @@
 namespace tolvan {
 namespace {
 
-constexpr std::string_view fields =
+constexpr std::string_view selectItems =
     "SELECT I.ClaseI, I.Exento, P.Precio, I.idItem, I.Descripcion, I.idMarca, I.idDepartamento, IU.CostoActual FROM "
     "Items I INNER JOIN VistaItemsUnidades IU ON ";
-constexpr std::string_view unit = "I.idItem = IU.idItem AND IU.EsPrincipal = 1 AND IU.Inv = ";
-constexpr std::string_view price =
+constexpr std::string_view inPrincipalUnit = "I.idItem = IU.idItem AND IU.EsPrincipal = 1 AND IU.Inv = ";
+constexpr std::string_view withPrice =
     " LEFT JOIN Precios P ON P.idItem = IU.idItem AND P.idUnidad = IU.idUnidad AND P.idLista = ";
 
 constexpr std::size_t shownCharacters = 40;
@@ -42,14 +42,20 @@ SqlStatement InsertDescribedByCode(std::string_view insertInto, std::string_view
 }  // namespace
 
 SqlStatement AllItemsStatement(std::int32_t inventory, std::string_view list) {
-  SqlStatement statement(fields);
-  statement.Sql(unit).Integer(inventory).Sql(price).Text(list);
+  SqlStatement statement(selectItems);
+  statement.Sql(inPrincipalUnit).Integer(inventory).Sql(withPrice).Text(list);
   return statement.Sql(" AND P.Inv = IU.Inv ORDER BY I.idDepartamento, I.idMarca, I.idItem");
 }
 
 SqlStatement ItemStatement(std::string_view code, std::int32_t inventory) {
-  SqlStatement statement(fields);
-  statement.Sql("I.idItem = ").Text(code).Sql(" AND ").Sql(unit).Integer(inventory).Sql(price).Text(defaultCode);
+  SqlStatement statement(selectItems);
+  statement.Sql("I.idItem = ")
+      .Text(code)
+      .Sql(" AND ")
+      .Sql(inPrincipalUnit)
+      .Integer(inventory)
+      .Sql(withPrice)
+      .Text(defaultCode);
   // The two blanks are deliberate.
   return statement.Sql(" AND P.Inv = IU.Inv  ORDER BY I.idDepartamento, I.idMarca, I.idItem");
 }

@@ -8,8 +8,8 @@
 namespace tolvan {
 namespace {
 
-constexpr std::int64_t one = 100'000'000;
-constexpr double largest = 1e7;
+constexpr std::int64_t wholeRate = 100'000'000;
+constexpr double tooLargeForRate = 1e7;
 
 std::optional<double> NumberOf(const FieldValue& value) {
   if (IsNull(value) || std::holds_alternative<DateTime>(value)) return std::nullopt;
@@ -35,7 +35,7 @@ bool SameToEngine(std::string_view left, std::string_view right) {
 
 std::optional<Rate> Rate::Of(const FieldValue& value) {
   const std::optional<double> number = NumberOf(value);
-  if (!number || !(*number >= 0 && *number < largest)) return std::nullopt;
+  if (!number || !(*number >= 0 && *number < tooLargeForRate)) return std::nullopt;
   // Ten-thousandths of ten-thousandths: the conversion rounds the decimal text, not its binary neighbour.
   const std::optional<Currency> scaled = Currency::FromDouble(*number * static_cast<double>(Currency::unit));
   if (!scaled) return std::nullopt;
@@ -43,15 +43,15 @@ std::optional<Rate> Rate::Of(const FieldValue& value) {
 }
 
 Currency Rate::WithTax(Currency net) const {
-  return net.ScaledBy(one + count_, one);
+  return net.ScaledBy(wholeRate + count_, wholeRate);
 }
 
 Currency Rate::WithoutTax(Currency withTax) const {
-  return withTax.ScaledBy(one, one + count_);
+  return withTax.ScaledBy(wholeRate, wholeRate + count_);
 }
 
 Currency Rate::Divide(Currency amount) const {
-  return amount.ScaledBy(one, count_);
+  return amount.ScaledBy(wholeRate, count_);
 }
 
 TaxTable TaxTable::Load(DatabaseServices& database) {
