@@ -8,7 +8,7 @@
 #include <csignal>
 #include <ostream>
 
-#include "cli/Terminal.h"
+#include "base/Text.h"
 
 namespace tolvan {
 namespace {
@@ -29,6 +29,23 @@ void Install(int signal, unsigned flags) {
   handler.sa_flags = static_cast<int>(flags);
   sigemptyset(&handler.sa_mask);
   sigaction(signal, &handler, nullptr);
+}
+
+/// A word that is longer than a line stays whole.
+std::string BrokenAtBlanks(std::string_view line, std::size_t columns) {
+  std::string broken;
+  std::size_t taken = 0;
+  for (const std::string_view word : Split(line, ' ')) {
+    const std::size_t width = CountColumns(word);
+    if (word.data() != line.data()) {
+      const bool fits = taken + 1 + width <= columns;
+      broken += fits ? ' ' : '\n';
+      taken = fits ? taken + 1 : 0;
+    }
+    broken += word;
+    taken += width;
+  }
+  return broken;
 }
 
 }  // namespace
@@ -71,6 +88,25 @@ void DescriptorBuffer::TakeError(int errorNumber) {
   } else {
     errorNumber_ = errorNumber;
   }
+}
+
+MessageBuffer::int_type MessageBuffer::overflow(int_type character) {
+  if (traits_type::eq_int_type(character, traits_type::eof())) return traits_type::not_eof(character);
+  line_ += traits_type::to_char_type(character);
+  return line_.back() != '\n' || PassOn() ? character : traits_type::eof();
+}
+
+int MessageBuffer::sync() {
+  return PassOn() && to_->pubsync() == 0 ? 0 : -1;
+}
+
+bool MessageBuffer::PassOn() {
+  std::string line = std::exchange(line_, {});
+  const std::optional<std::size_t> columns = columns_ ? columns_() : std::nullopt;
+  // What moves to the beginning of the line takes no columns.
+  const std::size_t start = line.starts_with(clearLine) ? clearLine.size() : 0;
+  if (columns) line.replace(start, line.npos, BrokenAtBlanks(std::string_view(line).substr(start), *columns));
+  return to_->sputn(line.data(), std::ssize(line)) == std::ssize(line);
 }
 
 SignalInterruption::SignalInterruption(std::ostream& messages, bool drawsThere)

@@ -5,7 +5,9 @@
 #include <iosfwd>
 #include <streambuf>
 #include <string>
+#include <utility>
 
+#include "cli/Terminal.h"
 #include "host/UserInterface.h"
 
 namespace tolvan {
@@ -34,6 +36,28 @@ class DescriptorBuffer final : public std::streambuf {
   int errorNumber_ = 0;
   bool readerIsGone_ = false;
   std::array<char, 1 << 16> bytes_{};
+};
+
+/// The buffer of standard error. Where a terminal shows it, lines are broken at blanks to its width as it is at that
+/// moment; a word that is longer than a line stays whole, so that a path can be copied. Elsewhere every byte goes on as
+/// it came. A line is passed on when it ends, and what is left of one when the stream is flushed.
+class MessageBuffer final : public std::streambuf {
+ public:
+  /// `to` must outlive the buffer.
+  MessageBuffer(std::streambuf& to, TerminalColumns columns) : to_(&to), columns_(std::move(columns)) {}
+  ~MessageBuffer() override { PassOn(); }
+  MessageBuffer(const MessageBuffer&) = delete;
+  MessageBuffer& operator=(const MessageBuffer&) = delete;
+
+ private:
+  int_type overflow(int_type character) override;
+  int sync() override;
+
+  bool PassOn();
+
+  std::streambuf* to_;
+  TerminalColumns columns_;
+  std::string line_;
 };
 
 /// The user's wish to stop, made known by SIGINT (Ctrl-C), SIGTERM or SIGHUP (the terminal was closed). One object per

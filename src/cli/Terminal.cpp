@@ -72,9 +72,7 @@ bool ConsoleDialogs::AskYesNo(std::string_view, std::string_view text, bool defa
   if (assumeYes_) return true;
   if (!userPresent_) return defaultYes;
   *messages_ << ForTerminal(text) << " [s/N] " << std::flush;
-  std::string answer;
-  if (!std::getline(*input_, answer)) return false;
-  return ToLower(FirstCharacters(answer, 1)) == "s";
+  return ToLower(FirstCharacters(Answer().value_or(""), 1)) == "s";
 }
 
 std::optional<std::string> ConsoleDialogs::AskText(std::string_view, std::string_view prompt,
@@ -83,9 +81,15 @@ std::optional<std::string> ConsoleDialogs::AskText(std::string_view, std::string
   *messages_ << ForTerminal(prompt);
   if (!initial.empty()) *messages_ << " [" << initial << ']';
   *messages_ << ": " << std::flush;
+  const std::optional<std::string> answer = Answer();
+  return answer && answer->empty() ? std::string(initial) : answer;
+}
+
+std::optional<std::string> ConsoleDialogs::Answer() {
   std::string answer;
-  if (!std::getline(*input_, answer)) return std::nullopt;
-  return answer.empty() ? std::string(initial) : answer;
+  if (std::getline(*input_, answer)) return answer;
+  *messages_ << '\n';  // nobody has ended the line of the question
+  return std::nullopt;
 }
 
 // The command names its files on the command line; there is nothing to pick.

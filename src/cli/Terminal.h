@@ -90,6 +90,9 @@ class ConsoleDialogs : public Dialogs {
   bool UserPresent() const { return userPresent_; }
 
  private:
+  /// A line of the input; nothing when it has ended.
+  std::optional<std::string> Answer();
+
   std::istream* input_;
   std::ostream* messages_;
   bool userPresent_;

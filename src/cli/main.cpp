@@ -45,13 +45,16 @@ int main(int count, char** arguments) {
   tolvan::OccupyStandardDescriptors();
   const std::vector<std::string> words(arguments + 1, arguments + count);
   tolvan::SystemClock clock;
-  tolvan::SignalInterruption interruption(std::cerr, DrawsOnTerminal());
+  const tolvan::TerminalColumns messagesColumns = tolvan::ColumnsOfDescriptor(STDERR_FILENO);
+  tolvan::MessageBuffer messageBuffer(*std::cerr.rdbuf(), messagesColumns);
+  std::ostream messages(&messageBuffer);
+  tolvan::SignalInterruption interruption(messages, DrawsOnTerminal());
   tolvan::DescriptorBuffer buffer(STDOUT_FILENO);
   std::ostream output(&buffer);
   const auto outputFailure = [&] { return TextForPeople(tolvan::SystemFailure(buffer.ErrorNumber(), {})); };
   return tolvan::RunProgram(words, {.input = std::cin,
                                     .output = output,
-                                    .messages = std::cerr,
+                                    .messages = messages,
                                     .clock = clock,
                                     .interruption = interruption,
                                     .defaultHost = DefaultHost(),
@@ -59,6 +62,6 @@ int main(int count, char** arguments) {
                                     .inputIsTerminal = isatty(STDIN_FILENO) != 0,
                                     .messagesAreTerminal = DrawsOnTerminal(),
                                     .outputColumns = tolvan::ColumnsOfDescriptor(STDOUT_FILENO),
-                                    .messagesColumns = tolvan::ColumnsOfDescriptor(STDERR_FILENO),
+                                    .messagesColumns = messagesColumns,
                                     .outputFailure = outputFailure});
 }

@@ -1,15 +1,19 @@
-// What the program shows on a terminal.
+// The program on a terminal and as a process: help, completion and messages, progress, where its words go, the signals
+// that stop it, and the program of the windows, which it starts.
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <thread>
 
 #include "base/Text.h"
 #include "cli/DemoStoreFixture.h"
 #include "cli/Help.h"
 #include "cli/Process.h"
+#include "cli/TerminalProgress.h"
 #include "cli/commands/AllCommands.h"
 #include "support/ChildProcess.h"
 #include "system/posix/FileDescriptor.h"
@@ -17,21 +21,17 @@
 namespace tolvan {
 namespace {
 
-/// What bash offers for the last of the words, sorted as it stands.
-std::string Completed(const std::string& script, const std::string& words) {
-  const std::string program = "COMP_WORDS=(" + words + "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _tolvan_impexp; " +
-                              "printf '%s ' \"${COMPREPLY[@]}\"";
-  int ends[2];
-  if (::pipe(ends) != 0) return "no pipe";
-  const pid_t bash = test::StartProgram({"/bin/bash", "-c", script + program}, ends[1], [&] { ::close(ends[0]); });
-  ::close(ends[1]);
-  std::string offered = test::ReadToEnd(ends[0]);
-  ::waitpid(bash, nullptr, 0);
-  return offered;
+using testing::HasSubstr;
+
+/// What bash offers for the last of the words, in its order.
+std::string Completed(const std::string& words) {
+  ::setenv("SCRIPT", BashCompletion(AllCommands()).c_str(), 1);
+  return test::OutputOf(
+      "bash -c 'eval \"$SCRIPT\"; COMP_WORDS=(" + words +
+      "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _tolvan_impexp; printf \"%s \" \"${COMPREPLY[@]}\"'");
 }
 
 TEST(BashCompletion, OffersWhatFits) {
-  const std::string script = BashCompletion(AllCommands());
   const std::vector<std::pair<const char*, const char*>> cases = {
       {"tolvan-impexp ven", "ventana ventas "},
       {"tolvan-impexp --host demo lo", "lote "},
@@ -45,7 +45,7 @@ TEST(BashCompletion, OffersWhatFits) {
       {"tolvan-impexp ayuda cr", "crc32 "},
       {"tolvan-impexp lote c", "cerrar "},
   };
-  for (const auto& [words, offered] : cases) EXPECT_EQ(Completed(script, words), offered) << words;
+  for (const auto& [words, offered] : cases) EXPECT_EQ(Completed(words), offered) << words;
 }
 
 TEST(Help, FitsTheTerminalAndLosesNoWord) {
@@ -70,56 +70,153 @@ TEST(Help, FitsTheTerminalAndLosesNoWord) {
   EXPECT_EQ(runner.Run({"ayuda", "vexlr"}).code, 2);
 }
 
-using Review = test::DemoStoreFixture;
-
-TEST_F(Review, FitsTheTerminalAndIsWholeElsewhere) {
-  std::vector<std::string> codes;
-  for (int row = 0; row < 1'100; ++row) codes.push_back("N" + std::to_string(row));
-  std::vector<std::vector<NewCell>> rows{
-      {"ALI0001", {}, {}, {}, {}, 1234.5}, {"N0", "otra vez"}, {"日本", "日本\x1B[2J\xC2\x9B[2J"}};
-  for (const std::string& code : codes) rows.push_back({code, "cafe molido de la loma alta", {}, {}, 10.5, 1234.0});
-  const std::vector<std::string> words{"importar-excel", Workbook("lista.xlsx", 4, rows), "--simular"};
-  const std::string whole = runner.Run(words).output;
-  EXPECT_EQ(std::ranges::count(whole, '\n'), 1'103 + 3 * 3 + 4);
-  EXPECT_NE(whole.find("\nLos títulos de las filas 3 y 4 no son los de la plantilla"), std::string::npos);
-  EXPECT_EQ(whole.find_first_of("\x1B\x9B"), std::string::npos);
-  for (const std::size_t columns : {40U, 60U, 80U, 120U}) {
-    runner.columns = columns;
-    const std::string table = runner.Run(words).output;
-    for (const std::string_view line : Split(table, '\n')) EXPECT_LE(CountColumns(line), columns) << line;
-    EXPECT_NE(table.find("  … y 1,053 más; --informe los escribe\n"), std::string::npos) << table;
-    EXPECT_NE(table.find("ALI0001"), std::string::npos) << "a small group is shown whole";
+TEST(TerminalProgress, LeavesOutWhatCanBestBeMissed) {
+  const std::pair<std::size_t, const char*> cases[] = {
+      {120, "Leyendo \\[#{10}\\.{10}\\] 50 %, 9 líneas, [0-9]+ por segundo, quedan [0-9] s"},
+      {60, "Leyendo 50 %, 9 líneas, [0-9]+ por segundo, quedan [0-9] s"},
+      {45, "Leyendo 50 %, 9 líneas, quedan [0-9] s"},
+      {32, "Ley… 50 %, 9 líneas, quedan [0-9] s"}};
+  for (const auto& [columns, line] : cases) {
+    std::ostringstream out;
+    TerminalProgress progress(
+        out, [width = columns] { return std::optional(width); }, {}, "líneas");
+    progress.SetCaption("Leyendo");
+    progress.SetMax(18);
+    progress.SetVisible(true);
+    progress.SetValue(8);
+    EXPECT_EQ(out.str(), "") << "what is over at once is not drawn";
+    std::this_thread::sleep_for(std::chrono::milliseconds(110));
+    progress.SetValue(9);
+    EXPECT_THAT(out.str(), testing::MatchesRegex("\r\x1B\\[K" + std::string(line)));
   }
-  runner.columns = 70;
-  const std::string table = runner.Run(words).output;
-  EXPECT_NE(table.find("\n    10  N2     Sí     CAFE MOLIDO DE LA LOMA ALTA  10.50  1,234.00\n"), std::string::npos)
-      << table;
-  runner.columns = 60;
-  EXPECT_NE(runner.Run(words).output.find("\n    10  N2     Sí     CAFE MOLIDO DE LA      10.50  1,234.00\n"
-                                          "                      LOMA ALTA\n"),
-            std::string::npos);
 }
 
-TEST_F(Review, NeedsAYesFromAPersonAndRowsThatCouldBeShown) {
-  const std::string book = Workbook("lista.xlsx", 4, {{"NUEVO", {}, {}, {}, 1.0, 2.0}});
-  const std::string query = "SELECT count(*) FROM Items WHERE idItem = 'NUEVO'";
-  runner.terminal = true;
-  for (const char* answer : {"", "\n", "n\n"}) {
-    runner.typed = answer;
-    EXPECT_EQ(runner.Run({"importar-excel", book}).code, 0);
-    EXPECT_EQ(Query(query), "0,") << answer;
+/// Standard error of the program on a terminal of so many columns, at which nobody types.
+std::string OnTerminal(int columns, const std::string& words) {
+  const std::string line = "stty cols " + std::to_string(columns) + "; " TOLVAN_PROGRAM " " + words + " >/dev/null";
+  return ReplaceAll(test::OutputOf("script -qec '" + line + "' /dev/null </dev/null"), "\r\n", "\n");
+}
+
+using Messages = test::DemoStoreFixture;
+
+TEST_F(Messages, AreBrokenAtWordsWhereATerminalShowsThem) {
+  const std::string path = folder.File("una-configuracion-que-no-existe.ini");
+  const std::string words = "--host " + path + " vexlor";
+  const std::string whole = test::OutputOf(TOLVAN_PROGRAM " " + words + " 2>&1 >/dev/null");
+  EXPECT_THAT(whole,
+              HasSubstr("\nIndique la configuración de su tienda con --host RUTA o en la variable TOLVAN_HOST, o"));
+  for (const int columns : {40, 80}) {
+    const std::string shown = OnTerminal(columns, words);
+    EXPECT_THAT(shown, HasSubstr(path)) << "it can be copied";
+    EXPECT_EQ(ReplaceAll(shown, "\n", " "), ReplaceAll(whole, "\n", " "));
+    for (const std::string_view line : Split(shown, '\n')) {
+      EXPECT_TRUE(CountColumns(line) <= static_cast<std::size_t>(columns) || line.find(' ') == line.npos) << line;
+    }
   }
-  runner.terminal = false;
+  const std::string book = Workbook("lista.xlsx", 4, {{"NUEVO", {}, {}, {}, 1.0, 2.0}});
+  EXPECT_THAT(OnTerminal(40, "--silencio --host " + places.host + " importar-excel " + book),
+              HasSubstr("¿Ya revisó los renglones y desea\nproceder con la importación? [s/N] \n"
+                        "No se aplicó nada: no se confirmó la\noperación.\n"));
+}
+
+TEST(Program, WrongUsageLeavesStandardOutputEmptyUnlessJsonIsWanted) {
+  test::CommandRunner runner;
+  const auto plain = runner.Run({"nada"});
+  EXPECT_EQ(plain.code, 2);
+  EXPECT_EQ(plain.output, "");
+  EXPECT_EQ(plain.messages, "No existe la orden \"nada\"\nLa ayuda: tolvan-impexp --ayuda\n");
+  const auto json = runner.Run({"--json", "nada"});
+  EXPECT_EQ(json.output, "{\n  \"error\": \"No existe la orden \\\"nada\\\"\"\n}\n");
+}
+
+TEST(Program, AResultThatCannotBeWrittenIsAFailureUnlessNobodyWantsIt) {
   const FileDescriptor full(::open("/dev/full", O_WRONLY));
-  DescriptorBuffer lost(full.Number());
-  runner.outputBuffer = &lost;
-  EXPECT_EQ(runner.Run({"importar-excel", book}).code, 1);
-  EXPECT_EQ(Query(query), "0,");
-  runner.outputBuffer = nullptr;
-  runner.terminal = true;
-  runner.typed = "sí\n";
-  EXPECT_EQ(runner.Run({"importar-excel", book}).code, 0);
-  EXPECT_EQ(Query(query), "1,");
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  ::close(ends[0]);
+  const FileDescriptor closed(ends[1]);
+  std::signal(SIGPIPE, SIG_IGN);
+  test::CommandRunner runner;
+  const std::vector<std::pair<std::vector<std::string>, int>> cases = {
+      {{"--ayuda"}, 0},       {{"--help"}, 0}, {{"--version"}, 0}, {{"rnc", "1"}, 0}, {{"--json", "rnc", "1"}, 0},
+      {{"--json", "nada"}, 2}};
+  for (const auto& [words, code] : cases) {
+    DescriptorBuffer lost(full.Number());
+    runner.outputBuffer = &lost;
+    const auto failed = runner.Run(words);
+    EXPECT_EQ(failed.code, std::max(code, 1)) << words.back();
+    EXPECT_NE(failed.messages.find("no se pudo escribir el resultado"), code == 0 ? std::string::npos : 0U);
+    EXPECT_EQ(lost.ErrorNumber(), ENOSPC);
+    DescriptorBuffer unread(closed.Number());
+    runner.outputBuffer = &unread;
+    EXPECT_EQ(runner.Run(words).code, code);
+  }
+}
+
+std::string AfterSignals(int signal, int times, void (*before)(int)) {
+  return test::RunInChild([&]() -> std::string {
+    std::signal(signal, before);
+    const SignalInterruption interruption(std::cerr, false);
+    for (int time = 0; time < times; ++time) std::raise(signal);
+    return interruption.Requested() ? "stop" : "go on";
+  });
+}
+
+TEST(SignalInterruption, IsAskedForBySignalsThatWereNotIgnoredBefore) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    EXPECT_EQ(AfterSignals(signal, 1, SIG_DFL), "stop") << signal;
+    EXPECT_EQ(AfterSignals(signal, 1, SIG_IGN), "go on") << signal;
+  }
+  EXPECT_EQ(AfterSignals(SIGHUP, 2, SIG_DFL), "stop");
+  EXPECT_NE(AfterSignals(SIGINT, 2, SIG_DFL), "stop") << "the second one does not wait";
+}
+
+TEST(SignalInterruption, ReportsEveryWaitOnce) {
+  EXPECT_EQ(test::RunInChild([] {
+              std::ostringstream messages;
+              const SignalInterruption interruption(messages, true);
+              for (const char* text : {"una", "una", "otra"}) interruption.WaitBegins(text);
+              return messages.str();
+            }),
+            "\r\x1B[Kuna\n\r\x1B[Kotra\n");
+}
+
+/// A script in the place of the program of the windows.
+class Ventana : public test::DemoStoreFixture {
+ protected:
+  Ventana() {
+    runner.windowProgram = folder.File("programa");
+    ::setenv("DISPLAY", ":0", 1);
+  }
+
+  void Write(const std::string& script) const {
+    test::WriteFile(runner.windowProgram, "#!/bin/sh\n" + script + "\n");
+    std::filesystem::permissions(runner.windowProgram, std::filesystem::perms::owner_all);
+  }
+};
+
+TEST_F(Ventana, StartsTheProgramOnTheSameHostAndWaits) {
+  Write("echo \"$@\" > " + folder.File("dicho"));
+  Expect({"ventana"}, 0);
+  EXPECT_EQ(test::ReadFile(folder.File("dicho")), "--host " + runner.host + "\n");
+  runner.host = folder.File("no-hay.ini");
+  Expect({"ventana"}, 4, "Indique la configuración de su tienda");
+  runner.host.clear();
+  Expect({"ventana"}, 0);
+  EXPECT_EQ(test::ReadFile(folder.File("dicho")), "\n") << "none yet: the program asks for one";
+}
+
+TEST_F(Ventana, SaysWhyThereIsNone) {
+  Expect({"ventana"}, 1, "no está instalado");
+  Write("exit 4");
+  Expect({"ventana"}, 4);
+  Write("kill -KILL $$");
+  Expect({"ventana"}, 1, "terminó con un error");
+  ::unsetenv("DISPLAY");
+  ::unsetenv("WAYLAND_DISPLAY");
+  EXPECT_THAT(Json({"ventana"}, 1)["error"].get<std::string>(), HasSubstr("No hay pantalla"));
+  std::filesystem::remove(places.database);
+  Expect({"ventana"}, 4);
 }
 
 }  // namespace
