@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The order `importar-excel --simular --json` as a whole process against gnumeric's ssconvert turning the same workbook
+"""The command `importar-excel --simular --json` as a whole process against gnumeric's ssconvert turning the same workbook
 into csv.
 
 Makes a demo store in a folder of its own with 50,000 more items, and a workbook of 50,000 rows and 13 columns of which
@@ -82,10 +82,10 @@ def main(command):
         book = str(folder / "libro.xlsx")
         make_workbook(book)
         host = str(folder / "tienda" / "tolvan.ini")
-        order = [command, "--host", host, "--json", "importar-excel", book, "--simular"]
+        call = [command, "--host", host, "--json", "importar-excel", book, "--simular"]
         reference = ["ssconvert", book, str(folder / "libro.csv")]
         result = folder / "resultado.json"
-        pairs = [(timed(order, result), timed(reference, os.devnull)) for _ in range(ROUNDS + 1)][1:]
+        pairs = [(timed(call, result), timed(reference, os.devnull)) for _ in range(ROUNDS + 1)][1:]
         document = json.loads(result.read_text(encoding="utf-8"))
         if document["renglones"] != ROWS or document["asociados"] != ROWS // 2:
             broken("the review is not what the workbook holds")

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The order `vexlor` as a whole process against the sqlite3 shell running the same day total on the same store.
+"""The command `vexlor` as a whole process against the sqlite3 shell running the same day total on the same store.
 
 Makes a demo store in a folder of its own, fills it up to 300,000 sales over the ninety days before today, and runs both
 programs in turn, so that a noisy moment meets both; the medians are compared. Both must give the same total, or the

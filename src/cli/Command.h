@@ -32,7 +32,7 @@ class CommandFailure : public std::runtime_error {
   ExitCode code_;
 };
 
-/// A positional argument. A repeated one takes all that are left and stands last.
+/// A positional argument. A repeated one takes all that are left and comes last.
 struct ArgumentDefinition {
   std::string name;     ///< upper case, as help shows it
   std::string summary;  ///< Spanish

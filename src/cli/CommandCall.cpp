@@ -144,7 +144,7 @@ void CommandCall::PrintJsonText(std::string_view document) {
   jsonPrinted_ = true;
 }
 
-void CommandCall::Tell(std::string_view text) {
+void CommandCall::PrintMessage(std::string_view text) {
   Messages() << ForTerminal(text) << '\n';
 }
 
@@ -179,7 +179,7 @@ std::unique_ptr<CommandHost> CommandCall::OpenHost(const std::string& path) {
                                                             .interruption = environment_.interruption,
                                                             .userPresent = dialogs_.UserPresent()});
   const std::string notice = host->Notice();
-  if (!notice.empty()) Tell(notice);
+  if (!notice.empty()) PrintMessage(notice);
   return host;
 }
 

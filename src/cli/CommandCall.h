@@ -65,8 +65,8 @@ class CommandCall {
 
   const ParsedWords& Given() const { return line_.given; }
 
-  /// The first argument, or the value of an option, as the absolute path that it means from where the user stands,
-  /// without "." and "..". Empty when nothing was given.
+  /// The first argument, or the value of an option, as an absolute path: seen from the current folder, and without
+  /// "." and "..". Empty when nothing was given.
   std::string PathArgument() const;
   std::string PathOption(const std::string& name) const;
 
@@ -85,15 +85,15 @@ class CommandCall {
   /// aligned.
   void Print(const Result& result);
 
-  /// Print the one JSON document of the call. A failure that the document tells of is still thrown or returned by the
-  /// command.
+  /// Print the one JSON document of the call. A command still throws or returns a failure that the document
+  /// reports.
   void PrintJson(const Result& object) { PrintJsonText(JsonText(object)); }
   void PrintJson(const std::vector<Result>& array);
   void PrintJsonText(std::string_view document);
   bool JsonPrinted() const { return jsonPrinted_; }
 
   /// Standard error: a line of text for people. CR LF becomes LF.
-  void Tell(std::string_view text);
+  void PrintMessage(std::string_view text);
   std::ostream& Messages();
 
   /// The terminal that shows standard output, and standard error.

@@ -1,5 +1,5 @@
-// The library splits the words; what is missing, unknown or not allowed is told here, in Spanish, so nothing is
-// required of the library and whatever it does not know is kept for us to name.
+// The library splits the words; what is missing, unknown or not allowed is reported here, in Spanish. So the library is
+// asked to require nothing, and keeps whatever it does not know for us to name.
 #include "cli/CommandLine.h"
 
 #include <CLI/App.hpp>

@@ -3,7 +3,6 @@
 #include <ostream>
 
 #include "base/Text.h"
-#include "cli/ReviewOutput.h"
 #include "import/ImportReport.h"
 #include "import/StoreTables.h"
 
@@ -45,7 +44,7 @@ void CommandReview::Review() {
     }
     call_.Out().flush();
   } else if (importer_.End().foreignHeadings) {
-    call_.Tell(importer_.ReadingNote());
+    call_.PrintMessage(importer_.ReadingNote());
   }
   if (plan_.simulate) return WriteReport("No se pudo escribir el informe");
   if (!call_.Out()) {
@@ -72,8 +71,8 @@ bool CommandReview::MakeChanges() {
            " con el valor \"" + change.value + "\"");
       return false;
     }
-    // Two numbers call a row; whoever gave the wrong one sees it here.
-    call_.Tell("Se cambió el " + NameOf(number) + ".");
+    // A row has two numbers; a user who gave the wrong one sees it here.
+    call_.PrintMessage("Se cambió el " + NameOf(number) + ".");
   }
   return true;
 }

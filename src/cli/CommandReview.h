@@ -2,19 +2,22 @@
 // person would do in the window - correct rows, look, proceed - is done as the command line says.
 #pragma once
 
+#include <cstddef>
+#include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "cli/CommandCall.h"
 #include "cli/TerminalProgress.h"
 #include "import/ImportReview.h"
+#include "import/PriceImporter.h"
 #include "ui/ReviewListModel.h"
 #include "ui/StatusImportarView.h"
 #include "ui/frmStatusImportar.h"
 
 namespace tolvan {
 
-class PriceImporter;
 class SpreadsheetApplication;
 
 /// A change that the row menu would make.
@@ -84,5 +87,12 @@ class CommandReview final : public ImportReview, private StatusImportarView {
   std::vector<std::string> summary_;
   std::string itemToPick_;
 };
+
+/// The three groups, each with its rows; a group without rows is left out. Where a terminal shows it, the table fits
+/// its `columns` as far as the codes and amounts of a row do, says nothing twice, and has about fifty rows.
+void PrintReview(std::ostream& out, const PriceImporter& importer, std::optional<std::size_t> columns);
+
+/// The JSON document of one import. `error` is the key of a failure, left out when empty.
+std::string ReviewJson(const PriceImporter& importer, bool applied, const std::string& error);
 
 }  // namespace tolvan

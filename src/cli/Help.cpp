@@ -13,7 +13,7 @@ using Lines = std::vector<std::pair<std::string, std::string>>;
 
 constexpr const char* noBreakSpace = "\u00A0";
 
-/// The text at words in lines of `columns`, all but the first behind `indent` blanks.
+/// The text wrapped at words to `columns`, with `indent` blanks before every line but the first.
 std::string Wrapped(std::string_view text, std::size_t columns, std::size_t indent = 0) {
   std::string wrapped;
   for (const std::string& line : WrapAtWords(text, columns - std::min(columns - 1, indent))) {
@@ -92,7 +92,7 @@ std::string ExampleLine(const ExampleDefinition& example) {
   return std::string(programName) + ' ' + example.words;
 }
 
-/// A call stands on a line of its own, whole, so that it can be copied.
+/// A call has a line of its own and is never broken, so that it can be copied.
 std::string Examples(const Command& command, std::size_t columns) {
   constexpr std::size_t indent = 6;
   std::string text;

@@ -13,7 +13,7 @@ namespace tolvan {
 namespace {
 
 ExitCode Fail(CommandCall& call, ExitCode code, const std::string& componentText) {
-  call.Tell(componentText);
+  call.PrintMessage(componentText);
   if (call.WantsJson() && !call.JsonPrinted()) call.PrintJson(Result{{"error", ForTerminal(componentText)}});
   return code;
 }
@@ -64,7 +64,7 @@ ExitCode Run(const std::vector<std::string>& words, const ProgramEnvironment& en
   return RunCommand(*std::ranges::find(commands, line.command, &Command::name), call);
 }
 
-/// A result that did not reach whoever asked for it is a failure, whatever it said.
+/// A result that did not reach the user is a failure, whatever it said.
 ExitCode AfterOutput(ExitCode code, const ProgramEnvironment& environment) {
   if (environment.output.flush()) return code;
   const bool wasDone = code == ExitCode::Done || code == ExitCode::Rejected;

@@ -1,5 +1,5 @@
 // 50,000 rows are written here, so each is put together as text, key by key.
-#include "cli/ReviewOutput.h"
+#include "cli/CommandReview.h"
 
 #include <algorithm>
 #include <array>
@@ -16,7 +16,7 @@ std::string Dump(const ordered_json& value) {
   return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
-/// Whether a text stands in JSON as it is.
+/// Whether a text needs no escapes in JSON.
 bool IsPlain(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; });
 }

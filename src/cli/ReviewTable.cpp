@@ -1,4 +1,4 @@
-#include "cli/ReviewOutput.h"
+#include "cli/CommandReview.h"
 
 #include <algorithm>
 #include <array>
@@ -78,7 +78,7 @@ class Table {
     PrintLine(cells, {});
   }
 
-  /// The remarks stand behind the action, or below where there is no room.
+  /// The remarks follow the action, or go below it where there is no room.
   void Print(Cells cells, const std::string& remarks) {
     if (!terminal_) return PrintLine(cells, remarks);
     const std::string below = Below(cells);

@@ -1,24 +1,40 @@
 #include "cli/DemoStoreFixture.h"
 
-#include "database/sql/SqlScript.h"
-#include "database/sqlite/SqliteDatabaseServices.h"
+#include <cstdio>
+
 #include "spreadsheet/LocalSpreadsheetApplication.h"
 #include "system/posix/PosixFileHelper.h"
 
 namespace tolvan::test {
+
+std::map<std::string, std::string> FilesIn(const std::filesystem::path& folder) {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+    files[entry.path().lexically_relative(folder)] = entry.is_regular_file() ? ReadFile(entry.path()) : "";
+  }
+  return files;
+}
+
+std::string OutputOf(const std::string& commandLine) {
+  FILE* const pipe = ::popen(commandLine.c_str(), "r");
+  std::string output;
+  for (int byte = 0; (byte = std::fgetc(pipe)) != EOF;) output += static_cast<char>(byte);
+  ::pclose(pipe);
+  return output;
+}
 
 DemoStoreFixture::DemoStoreFixture() {
   runner.Run({"demo", places.folder});
   runner.host = places.host;
 }
 
-void DemoStoreFixture::Expect(const std::vector<ExpectedEnd>& calls) {
-  for (const auto& [words, code, message] : calls) {
-    SCOPED_TRACE(::testing::PrintToString(words));
-    const CommandResult result = runner.Run(words);
-    EXPECT_EQ(result.code, code) << result.messages;
-    EXPECT_THAT(result.messages, ::testing::HasSubstr(message));
-  }
+void DemoStoreFixture::Expect(const std::vector<std::string>& words, int code, const std::string& message,
+                              const std::optional<std::string>& output) {
+  SCOPED_TRACE(::testing::PrintToString(words));
+  const CommandResult result = runner.Run(words);
+  EXPECT_EQ(result.code, code) << result.messages;
+  EXPECT_THAT(result.messages, ::testing::HasSubstr(message));
+  EXPECT_EQ(result.output, output.value_or(result.output));
 }
 
 nlohmann::ordered_json DemoStoreFixture::Json(std::vector<std::string> words, int code) {
@@ -26,20 +42,6 @@ nlohmann::ordered_json DemoStoreFixture::Json(std::vector<std::string> words, in
   const CommandResult result = runner.Run(words);
   EXPECT_EQ(result.code, code) << result.messages;
   return nlohmann::ordered_json::parse(result.output);
-}
-
-void DemoStoreFixture::Execute(const std::string& script) const {
-  SqliteDatabaseServices database({.path = places.database});
-  RunSqlScript(database, script);
-}
-
-std::string DemoStoreFixture::Query(const std::string& sql) const {
-  SqliteDatabaseServices database({.path = places.database});
-  std::string values;
-  for (const auto rows = database.OpenRecordset(SqlStatement(sql)); !rows->AtEnd(); rows->MoveNext()) {
-    for (std::size_t index = 0; index < rows->FieldCount(); ++index) values += TextOf(rows->Value(index)) + ",";
-  }
-  return values;
 }
 
 std::string DemoStoreFixture::Workbook(const std::string& name, std::size_t headings,

@@ -17,7 +17,7 @@ struct CommandResult {
   std::string messages;
 };
 
-/// The clock stands at 1 March 2024, 09:00.
+/// The clock says 1 March 2024, 09:00.
 struct CommandRunner {
   CommandRunner() { clock.now.date = Date::FromParts(2024, 3, 1); }
 

@@ -14,8 +14,9 @@ constexpr const char* receiving = "recepcion";
 
 /// A file without articles is of no use to the device, though nothing failed.
 void WarnOfNothing(CommandCall& call, const ItemDefinitionResult& result) {
-  if (result.items == 0) call.Tell("El archivo no tiene artículos: ningún Item activo y visible es de inventario.");
-  if (result.deposits == 0) call.Tell("El archivo no tiene depósitos que sirvan para ese propósito.");
+  if (result.items == 0)
+    call.PrintMessage("El archivo no tiene artículos: ningún Item activo y visible es de inventario.");
+  if (result.deposits == 0) call.PrintMessage("El archivo no tiene depósitos que sirvan para ese propósito.");
 }
 
 ExitCode Report(CommandCall& call, const std::string& path, const ItemDefinitionResult& result) {

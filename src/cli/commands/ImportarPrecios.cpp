@@ -66,9 +66,9 @@ std::string ReasonForNothing(const ReviewPlan& plan, const ReviewResult& result)
 ExitCode Report(CommandCall& call, const ReviewPlan& plan, const ReviewResult& result) {
   if (call.WantsJson()) call.PrintJsonText(result.document);
   const std::string nothing = ReasonForNothing(plan, result);
-  if (!nothing.empty()) call.Tell(nothing);
+  if (!nothing.empty()) call.PrintMessage(nothing);
   if (result.failure.empty()) return ExitCode::Done;
-  if (!result.untold.empty()) call.Tell(result.untold);
+  if (!result.untold.empty()) call.PrintMessage(result.untold);
   return ExitCode::Failed;
 }
 

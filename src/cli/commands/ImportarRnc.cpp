@@ -39,9 +39,9 @@ Result ResultOf(const RegistryCounts& counts) {
 ExitCode Report(CommandCall& call, const RegistryCounts& counts) {
   call.Print(ResultOf(counts));
   const std::string reason = ReasonForNothing(counts);
-  if (!reason.empty()) call.Tell(reason);
+  if (!reason.empty()) call.PrintMessage(reason);
   if (counts.skipped > 0) {
-    call.Tell("Líneas omitidas por no tener el separador |: " + std::to_string(counts.skipped));
+    call.PrintMessage("Líneas omitidas por no tener el separador |: " + std::to_string(counts.skipped));
   }
   return counts.errors > 0 ? ExitCode::Rejected : ExitCode::Done;
 }

@@ -46,7 +46,7 @@ struct Task {
 constexpr std::array tasks{Task{"abrir", &Open}, Task{"buscar", &Find}, Task{"cerrar", &Close}};
 
 void Print(CommandCall& call, const BatchReport& report) {
-  if (!report.nothing.empty()) call.Tell(report.nothing);
+  if (!report.nothing.empty()) call.PrintMessage(report.nothing);
   if (call.WantsJson()) {
     Result result{{"lote", nullptr}, {"cerrados", report.closed}};
     if (report.number) result.front().value = *report.number;

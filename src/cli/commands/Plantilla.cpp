@@ -13,18 +13,18 @@ namespace {
 constexpr const char* templateMissing =
     "No se encuentra el archivo de plantilla. Favor actualice Tolvan para reponer el archivo de plantilla";
 
-constexpr std::size_t mostTold = 20;
+constexpr std::size_t mostNamed = 20;
 
-/// The items that will not come back from the workbook as they are; all of them are marked in it.
-void TellRemarks(CommandCall& call, const std::vector<TemplateExport::ItemRemarks>& items) {
-  for (std::size_t index = 0; index < std::min(items.size(), mostTold); ++index) {
+/// Names the items that will not come back from the workbook as they are; all of them are marked in it.
+void PrintRemarks(CommandCall& call, const std::vector<TemplateExport::ItemRemarks>& items) {
+  for (std::size_t index = 0; index < std::min(items.size(), mostNamed); ++index) {
     const TemplateExport::ItemRemarks& item = items[index];
-    std::string told;
-    for (const std::string& remark : item.remarks) AppendSentence(told, remark);
-    call.Tell("Fila " + std::to_string(item.sheetRow) + ", Item " + item.code + ": " + told);
+    std::string remarks;
+    for (const std::string& remark : item.remarks) AppendSentence(remarks, remark);
+    call.PrintMessage("Fila " + std::to_string(item.sheetRow) + ", Item " + item.code + ": " + remarks);
   }
-  if (items.size() <= mostTold) return;
-  call.Tell("… y " + std::to_string(items.size() - mostTold) + " más: vea la columna G del libro");
+  if (items.size() <= mostNamed) return;
+  call.PrintMessage("… y " + std::to_string(items.size() - mostNamed) + " más: vea la columna G del libro");
 }
 
 ExitCode Run(CommandCall& call) {
@@ -39,7 +39,7 @@ ExitCode Run(CommandCall& call) {
                                               context.services.ApplicationFolder() + "Exportar");
   TemplateExport filled(context, spreadsheets);
   filled.Make(templatePath, withData)->SaveAs(output);
-  TellRemarks(call, filled.ItemsWithRemarks());
+  PrintRemarks(call, filled.ItemsWithRemarks());
   call.Print({{"archivo", output, "Archivo"}, {"filas", filled.Rows(), "Filas"}});
   return ExitCode::Done;
 }

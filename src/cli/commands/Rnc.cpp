@@ -37,7 +37,7 @@ std::string Sentence(const std::string& typed, const clsInfoFiscalClienteDO& ide
 /// Reports how a lookup ended, apart from the name. True when the authority could be asked.
 bool ReportLookup(CommandCall& call, const std::string& typed, const LookupResult& result) {
   const std::string text = result.outcome == LookupOutcome::NotAsked ? std::string() : TextForPeople(result);
-  if (!text.empty()) call.Tell(typed + ": " + text);
+  if (!text.empty()) call.PrintMessage(typed + ": " + text);
   return IsAnswer(result.outcome);
 }
 

@@ -39,7 +39,7 @@ ExitCode Run(CommandCall& call) {
     PrintText(call.Out(), result);
   }
   if (failure.empty()) {
-    if (result.NothingPending()) call.Tell(noDayPending);
+    if (result.NothingPending()) call.PrintMessage(noDayPending);
     return ExitCode::Done;
   }
   throw CommandFailure(ExitCode::Failed, failure);

@@ -24,9 +24,9 @@ ExitCode Report(CommandCall& call, const DailySalesResult& result, const ActionO
   const std::string failure = outcome.succeeded ? std::string() : ForTerminal(outcome.errorText);
   Print(call, result, failure);
   if (outcome.succeeded) return ExitCode::Done;
-  if (!shown) call.Tell(failure);
-  // The component's text names the path only; the cause helps whoever must mend it.
-  if (result.writeFailure) call.Tell(TextForPeople(*result.writeFailure));
+  if (!shown) call.PrintMessage(failure);
+  // The component's text names the path only; the cause helps to mend it.
+  if (result.writeFailure) call.PrintMessage(TextForPeople(*result.writeFailure));
   return ExitCode::Failed;
 }
 

@@ -98,7 +98,7 @@ class Undoing {
   }
 
   void Undo() const {
-    std::error_code ignored;  // the failure that led here is the one to be told
+    std::error_code ignored;  // the failure that led here is the one to report
     // What lies in a folder goes before the folder.
     const std::set<fs::path> left = Contents(places_);
     for (const fs::path& path : std::vector<fs::path>(left.rbegin(), left.rend())) {
