@@ -120,7 +120,7 @@ std::strong_ordering TailAgainstHalf(const std::string& digits, std::int64_t fro
   return more ? std::strong_ordering::greater : std::strong_ordering::equal;
 }
 
-std::string WithDecimals(std::uint64_t scaled, unsigned decimals, bool negative) {
+std::string WithDecimals(std::uint64_t scaled, std::size_t decimals, bool negative) {
   std::string text = std::to_string(scaled);
   if (text.size() <= decimals) text.insert(0, decimals + 1 - text.size(), '0');
   if (decimals > 0) text.insert(text.size() - decimals, 1, '.');
@@ -186,12 +186,10 @@ std::string Currency::ToShortestText() const {
   return text;
 }
 
-std::string Currency::ToTextWithCents() const {
-  return WithDecimals(DivideHalfAway(Magnitude(count_), 100), 2, count_ < 0);
-}
-
-std::string Currency::ToWholeUnits() const {
-  return WithDecimals(DivideHalfAway(Magnitude(count_), unit), 0, count_ < 0);
+std::string Currency::ToRoundedText(std::size_t decimals) const {
+  std::uint64_t divisor = 1;
+  for (std::size_t dropped = decimals; dropped < 4; ++dropped) divisor *= 10;
+  return WithDecimals(DivideHalfAway(Magnitude(count_), divisor), decimals, count_ < 0);
 }
 
 Currency Currency::operator+(Currency other) const {

@@ -40,11 +40,9 @@ class Currency {
   /// As few decimals as the value needs, at most four: "10.5", "3". The form of a number in SQL text.
   std::string ToShortestText() const;
 
-  /// Display pattern "0.00": two decimals, half away from zero, no grouping.
-  std::string ToTextWithCents() const;
-
-  /// Display pattern "0": whole units, half away from zero. A value that rounds to nothing is "0", never "-0".
-  std::string ToWholeUnits() const;
+  /// Exactly so many decimals (0 to 4), rounded half away from zero, no grouping: as the display patterns "0" and
+  /// "0.00" show an amount. A value that rounds to nothing has no sign.
+  std::string ToRoundedText(std::size_t decimals) const;
 
   /// Exact sums; throw std::overflow_error when the result does not fit.
   Currency operator+(Currency other) const;

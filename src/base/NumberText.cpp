@@ -53,28 +53,6 @@ Pattern ReadPattern(std::string_view text) {
   return pattern;
 }
 
-/// Half away from zero to fewer decimals, as text with exactly that many.
-std::string Rounded(Currency amount, std::size_t decimals) {
-  std::string digits = amount.ToText();
-  const bool negative = digits.front() == '-';
-  if (negative) digits.erase(0, 1);
-  const std::size_t cut = digits.size() - (4 - decimals);
-  const bool up = cut < digits.size() && digits[cut] >= '5';
-  digits.resize(cut);
-  std::size_t place = up ? digits.size() : 0;
-  bool carry = up;
-  while (carry && place > 0) {
-    char& digit = digits[--place];
-    if (digit == '.') continue;
-    carry = digit == '9';
-    digit = carry ? '0' : static_cast<char>(digit + 1);
-  }
-  if (carry) digits.insert(digits.begin(), '1');
-  if (digits.back() == '.') digits.pop_back();
-  const bool zero = digits.find_first_not_of("0.") == std::string::npos;
-  return negative && !zero ? "-" + digits : digits;
-}
-
 void Group(std::string& whole, std::string_view separator) {
   for (std::size_t place = whole.size(); place > groupSize;) {
     place -= groupSize;
@@ -111,7 +89,7 @@ std::string PaddedNumber(int number, std::size_t width) {
 
 std::string FormatMoney(Currency amount, std::string_view pattern, std::string_view separator) {
   const Pattern form = ReadPattern(pattern);
-  std::string text = Rounded(amount, form.mostDecimals);
+  std::string text = amount.ToRoundedText(form.mostDecimals);
   const bool negative = text.front() == '-';
   if (negative) text.erase(0, 1);
   const std::size_t point = std::min(text.find('.'), text.size());

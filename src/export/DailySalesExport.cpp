@@ -53,7 +53,7 @@ std::string TextOf(const MailOutcome& outcome) {
 std::string FormatDailySales(const DailySalesRecord& record, Currency total) {
   const std::string quote = record.quoted ? "\"" : "";
   const Date date = record.reportDate;
-  std::string line = record.storeCode + ',' + total.ToWholeUnits() + ',';
+  std::string line = record.storeCode + ',' + total.ToRoundedText(0) + ',';
   line += quote + TwoDigits(record.endHours) + ':' + TwoDigits(record.endMinutes) + quote + ',';
   line += quote + TwoDigits(date.Day()) + '/' + TwoDigits(date.Month()) + '/' + std::to_string(date.Year()) + quote;
   if (record.quoted) line += ',';  // deliberate: only the quoted form has a trailing separator

@@ -84,7 +84,7 @@ std::vector<std::string> DayFields(std::string_view store, Date day, const DaySa
 }
 
 std::string FormatAmount(Currency value, std::string_view separator) {
-  return ReplaceAll(value.ToTextWithCents(), separator, "");
+  return ReplaceAll(value.ToRoundedText(2), separator, "");
 }
 
 std::string EncodeFields(std::span<const std::string> fields) {

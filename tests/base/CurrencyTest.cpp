@@ -22,6 +22,7 @@ Currency Count(std::int64_t tenThousandths) {
   return Currency::FromTenThousandths(tenThousandths);
 }
 
+// Among them ties, and what lies just past one.
 TEST(Currency, ReadsDecimalTextRoundingTiesToEven) {
   const std::vector<std::pair<std::string, std::optional<std::int64_t>>> cases = {
       {"0", 0},
@@ -31,13 +32,13 @@ TEST(Currency, ReadsDecimalTextRoundingTiesToEven) {
       {"0012.3400", 123'400},
       {"1e3", 10'000'000},
       {"12.5E-2", 1'250},
-      {"1.00005", 10'000},  // ties
+      {"1.00005", 10'000},
       {"1.00015", 10'002},
       {"-1.00015", -10'002},
       {"0.00005", 0},
       {"5e-5", 0},
       {"0.00015", 2},
-      {"0.000050000000000000000000001", 1},  // just past a tie
+      {"0.000050000000000000000000001", 1},
       {"0.00004999999999999999999999", 0},
       {"0.00000000001", 0},
       {"1e-2147483648", 0},
@@ -100,8 +101,8 @@ TEST(Currency, ShowsEveryFormOfAnAmount) {
     const Currency amount = Count(c.count);
     EXPECT_EQ(amount.ToText(), c.text);
     EXPECT_EQ(amount.ToShortestText(), c.shortest);
-    EXPECT_EQ(amount.ToTextWithCents(), c.cents);
-    EXPECT_EQ(amount.ToWholeUnits(), c.whole);
+    EXPECT_EQ(amount.ToRoundedText(2), c.cents);
+    EXPECT_EQ(amount.ToRoundedText(0), c.whole);
   }
 }
 
@@ -147,27 +148,27 @@ class RandomAmounts {
   std::mt19937_64 engine_{20'240'131};
 };
 
+/// Nothing when the result does not fit.
+template <class Calculation>
+std::optional<std::int64_t> ResultOf(const Calculation& calculation) {
+  try {
+    return calculation().TenThousandths();
+  } catch (const std::overflow_error&) {
+    return std::nullopt;
+  }
+}
+
 TEST(Currency, ProductsAndQuotientsAreRoundedFromTheExactResult) {
   RandomAmounts amounts;
   int fitting = 0;
   for (int round = 0; round < 50'000; ++round) {
     const std::int64_t a = amounts.Next();
     const std::int64_t b = amounts.Next();
-    std::optional<std::int64_t> product;
-    try {
-      product = Count(a).MultipliedBy(Count(b)).TenThousandths();
-      ++fitting;
-    } catch (const std::overflow_error&) {
-      product.reset();
-    }
+    const auto product = ResultOf([&] { return Count(a).MultipliedBy(Count(b)); });
+    if (product) ++fitting;
     ASSERT_TRUE(IsRounded(a, b, Currency::unit, product)) << a << " * " << b;
     if (b == 0) continue;
-    std::optional<std::int64_t> quotient;
-    try {
-      quotient = Count(a).DividedBy(Count(b)).TenThousandths();
-    } catch (const std::overflow_error&) {
-      quotient.reset();
-    }
+    const auto quotient = ResultOf([&] { return Count(a).DividedBy(Count(b)); });
     ASSERT_TRUE(IsRounded(a, Currency::unit, b, quotient)) << a << " / " << b;
   }
   EXPECT_GT(fitting, 10'000);

@@ -5,6 +5,7 @@
 #include <random>
 #include <thread>
 
+#include "base/Text.h"
 #include "import/clsIE_PreciosExcel.h"
 #include "support/ChildProcess.h"
 #include "support/ImportRig.h"
@@ -75,36 +76,20 @@ TEST_F(ImportFailure, OfTheDatabaseLeavesNothing) {
   EXPECT_TRUE(Import().applied);  // nothing of all that stands in the way
 }
 
-/// The store, in which another program registers items just before a transaction begins.
-struct BusyStore : DatabaseServices {
-  std::unique_ptr<Recordset> OpenRecordset(const SqlStatement& text) override { return real->OpenRecordset(text); }
-  std::int64_t Execute(const SqlStatement& text) override { return real->Execute(text); }
-  std::vector<BatchResult> RunBatch(std::span<const SqlStatement> texts) override { return real->RunBatch(texts); }
-  bool FindsCodesInAnyCase() const override { return real->FindsCodesInAnyCase(); }
-  std::unique_ptr<Transaction> BeginTransaction() override {
-    SqliteDatabaseServices other({.path = path});
-    other.Execute(SqlStatement("INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES " + values));
-    return real->BeginTransaction();
-  }
-  DatabaseServices* real = nullptr;
-  std::string path, values;
-};
-
 TEST_F(ImportFailure, ByAQuickerProgramNamesWhatIsThereSince) {
   FillSheet(20);
   sheets.rows.push_back({"Ñu", "x"});
-  BusyStore store;
+  test::FakeDatabase store;
   store.real = &Database();
-  store.path = path;
   host.application.database = &store;
   for (const std::string code : {"N7", "n12", "ñu"}) {
-    store.values = "('" + code + "', 'DEF', 'DEF')";
+    store.beforeTransaction = [&] {
+      test::ExecuteOn(path,
+                      "INSERT INTO Items (idItem, idMarca, idDepartamento) VALUES ('" + code + "', 'DEF', 'DEF')");
+    };
     const ImportOutcome outcome = Import();
     EXPECT_EQ(outcome.failure + "/" + outcome.cause,
-              std::string(notFinished) + "/Otro programa registró mientras tanto: " +
-                  (code == "ñu"    ? "ÑU"
-                   : code == "n12" ? "N12"
-                                   : code) +
+              std::string(notFinished) + "/Otro programa registró mientras tanto: " + ToUpper(code) +
                   ". No se aplicó nada; repita la importación, que los tomará como Items ya registrados.");
     EXPECT_EQ(Query("SELECT count(*) FROM Items WHERE idItem = 'N1'"), "0");
   }

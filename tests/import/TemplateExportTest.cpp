@@ -1,7 +1,5 @@
 #include "import/TemplateExport.h"
 
-#include <random>
-
 #include "base/NumberText.h"
 #include "database/sql/SqlServerDialect.h"
 #include "import/ItemStatements.h"
@@ -15,29 +13,24 @@ class TemplateExportTest : public test::ImportTest {
  protected:
   /// Items with rates, costs and prices of every size; money is what NUMERIC makes of its decimal text.
   void FillStore(int count) {
-    std::mt19937_64 random(20240229);
-    std::string script = "DELETE FROM Impuestos;";
-    for (int taxClass = 1; taxClass <= 40; ++taxClass) {
-      script += "INSERT INTO Impuestos (ClaseI, Tasa) VALUES (" + std::to_string(taxClass) + ", " +
-                std::to_string(static_cast<double>(random() % 300'000) / 1e6) + ");";
-    }
-    for (int item = 0; item < count; ++item) {
-      const auto amount = [&] {
-        const auto largest = static_cast<std::int64_t>(1) << (random() % 52);
-        return Currency::FromTenThousandths(static_cast<std::int64_t>(random()) & (largest - 1)).ToText();
-      };
-      const std::string code = "'I" + std::to_string(item) + "'";
-      script += "INSERT INTO Items (idItem, idMarca, idDepartamento, ClaseI, Exento) VALUES (" + code +
-                ", 'DEF', 'DEF', " + std::to_string(random() % 41) + ", " + std::to_string(random() % 8 == 0) + ");" +
-                "INSERT INTO ItemsUnidades (idItem, idUnidad, EsPrincipal) VALUES (" + code + ", 'DEF', 1);" +
-                "INSERT INTO ItemsUnidadesInv (idItem, idUnidad, Inv, CostoActual) VALUES (" + code + ", 'DEF', 0, " +
-                amount() + ");";
-      if (item % 10 != 0) {
-        script += "INSERT INTO Precios (idItem, idUnidad, idLista, Inv, Precio) VALUES (" + code +
-                  ", 'DEF', 'DEF', 0, " + amount() + ");";
-      }
-    }
-    Execute(script);
+    const std::string numbers = "WITH RECURSIVE N(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM N WHERE i < ";
+    const std::string items = numbers + std::to_string(count) + "), A(i, c, p) AS (SELECT i, ";
+    const auto amount = [](const std::string& factor) {
+      const std::string value = "((i * " + factor + " >> i % 7) & ((1 << i % 52) - 1))";
+      return "printf('%d.%04d', " + value + " / 10000, " + value + " % 10000)";
+    };
+    const std::string all = items + amount("1099511628211") + ", " + amount("2147483647777") + " FROM N) INSERT INTO ";
+    Execute("DELETE FROM Impuestos;" + numbers +
+            "40) INSERT INTO Impuestos (ClaseI, Tasa) SELECT i, i * 7919 % 300000 / "
+            "1e6 FROM N;" +
+            all +
+            "Items (idItem, idMarca, idDepartamento, ClaseI, Exento) SELECT 'I' || i, 'DEF', 'DEF', "
+            "i % 41, i % 8 = 0 FROM A;" +
+            all +
+            "ItemsUnidades (idItem, idUnidad, EsPrincipal) SELECT 'I' || i, 'DEF', 1 "
+            "FROM A;" +
+            all + "ItemsUnidadesInv (idItem, idUnidad, Inv, CostoActual) SELECT 'I' || i, 'DEF', 0, c FROM A;" + all +
+            "Precios (idItem, idUnidad, idLista, Inv, Precio) SELECT 'I' || i, 'DEF', 'DEF', 0, p FROM A WHERE i % 10");
   }
 };
 

@@ -232,21 +232,30 @@ class FakeRecordset : public Recordset {
   mutable std::string text_;
 };
 
-/// Answers every query with `answer` and counts nothing. A test that needs SQL uses the real provider.
+/// Answers every query with `answer` and counts nothing. A test that needs SQL gives the real provider, before which
+/// this one only writes down the statements and does something before each transaction.
 struct FakeDatabase : DatabaseServices {
   std::unique_ptr<Recordset> OpenRecordset(const SqlStatement& statement) override {
     statements.push_back(statement);
-    return answer(statement);
+    return real == nullptr ? answer(statement) : real->OpenRecordset(statement);
   }
   std::int64_t Execute(const SqlStatement& statement) override {
     statements.push_back(statement);
-    return 1;
+    return real == nullptr ? 1 : real->Execute(statement);
   }
-  std::vector<BatchResult> RunBatch(std::span<const SqlStatement>) override { return {}; }
+  std::vector<BatchResult> RunBatch(std::span<const SqlStatement> batch) override {
+    statements.insert(statements.end(), batch.begin(), batch.end());
+    return real == nullptr ? std::vector<BatchResult>() : real->RunBatch(batch);
+  }
+  bool FindsCodesInAnyCase() const override { return real == nullptr || real->FindsCodesInAnyCase(); }
   std::unique_ptr<Transaction> BeginTransaction() override {
-    throw HostError(HostErrorKind::Failed, "sin transacciones");
+    if (real == nullptr) throw HostError(HostErrorKind::Failed, "sin transacciones");
+    beforeTransaction();
+    return real->BeginTransaction();
   }
 
+  DatabaseServices* real = nullptr;
+  std::function<void()> beforeTransaction = [] {};
   std::vector<SqlStatement> statements;
   std::function<std::unique_ptr<Recordset>(const SqlStatement&)> answer = [](const SqlStatement&) {
     return std::make_unique<FakeRecordset>(std::vector<std::string>(), std::vector<std::vector<FieldValue>>());
