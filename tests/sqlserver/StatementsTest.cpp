@@ -17,6 +17,7 @@
 #include "import/clsIE_PreciosExcel.h"
 #include "import/clsIE_PreciosMovilnet.h"
 #include "sqlserver/RecordingDatabase.h"
+#include "support/FakeReviewView.h"
 #include "support/ImportRig.h"
 #include "support/RegistryRun.h"
 #include "transport/ItemDefinitionQueries.h"
@@ -30,25 +31,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path tree = TOLVAN_SOURCE_FOLDER;
-
-/// The review window's view, of which only the search for an item matters here.
-struct SearchingView : StatusImportarView {
-  explicit SearchingView(RecordingDatabase& recording) : database(&recording) {}
-  ReviewListModel& lvStatus() override { return list; }
-  void SetExplanation(std::string_view) override {}
-  void SetNote(std::string_view) override {}
-  void SetSummary(int, std::string_view) override {}
-  void EnableAccept(bool) override {}
-  void PopUpMenu(bool, bool, bool) override {}
-  std::optional<std::string> PickItem(const SqlStatement& items, std::string_view) override {
-    return ItemSearch(*database, items, 0).At(0).code;
-  }
-  void ShowModal() override {}
-  void Close() override {}
-  std::unique_ptr<StatusDisplay> OpenStatus() override { return nullptr; }
-  RecordingDatabase* database;
-  ReviewListModel list;
-};
 
 class SqlServerStatements : public ImportTest {
  protected:
@@ -87,7 +69,8 @@ class SqlServerStatements : public ImportTest {
     sheets.firstRow = 4;
     sheets.rows = {line("Galaxy Y", "Samsung", "GSM"), line("Peñón", "Nokia", "CDMA"), line("Lumia", "Nokia", "GSM"),
                    line("Uno", "Nokia", "Telefono")};
-    SearchingView view(recording);
+    FakeReviewView view;
+    view.search = [&](const SqlStatement& items) { return ItemSearch(recording, items, 0).At(0).code; };
     frmStatusImportar window(host.context, view);
     MakeImporter<clsIE_PreciosMovilnet>([&](IClaseImportar& shown) {
       window.SetClase(shown);

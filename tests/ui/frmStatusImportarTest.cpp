@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/FakeHost.h"
-#include "ui/ReviewListModel.h"
+#include "support/FakeReviewView.h"
 
 namespace tolvan {
 namespace {
@@ -55,38 +55,12 @@ class FakeImporter : public IClaseImportar, public ReviewLineSource {
   }
 };
 
-struct FakeView : StatusImportarView {
-  ReviewListModel& lvStatus() override { return list; }
-  void SetExplanation(std::string_view text) override { explanation = text; }
-  void SetNote(std::string_view text) override { note = text; }
-  void SetSummary(int index, std::string_view text) override { summary[index] = text; }
-  void EnableAccept(bool enabled) override { accept = enabled; }
-  void PopUpMenu(bool a, bool b, bool c) override { menu = {a, b, c}; }
-  std::optional<std::string> PickItem(const SqlStatement& items, std::string_view) override {
-    query = items.ParameterText();
-    return picked;
-  }
-  void ShowModal() override {}
-  void Close() override { ++closed; }
-  std::unique_ptr<StatusDisplay> OpenStatus() override { return nullptr; }
-
-  ReviewListModel list;
-  std::string explanation;
-  std::string note;
-  std::map<int, std::string> summary;
-  bool accept = true;
-  std::vector<bool> menu;
-  std::string query;
-  std::optional<std::string> picked = "ITEM";
-  int closed = 0;
-};
-
 class StatusImportar : public ::testing::Test {
  protected:
   StatusImportar() { form.SetClase(importer); }
 
   test::FakeHost host;
-  FakeView view;
+  test::FakeReviewView view;
   FakeImporter importer;
   frmStatusImportar form{host.context, view};
 };
