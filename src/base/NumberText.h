@@ -17,7 +17,7 @@ std::string PlainNumberText(double value);
 /// A non-negative number as decimal text with leading zeros up to `width` characters.
 std::string PaddedNumber(int number, std::size_t width);
 
-/// An amount by a display pattern such as "#,##0.00": a "," in it groups thousands, and the "0" and "#" behind its
+/// An amount by a display pattern such as "#,##0.00": a "," in it groups thousands, and the "0" and "#" after its
 /// point are the decimals shown, always and only when needed. Rounded half away from zero. Text around the digits
 /// stands as it is. `separator` is the grouping separator; the decimal sign is a point, or a comma where the
 /// separator is a point.

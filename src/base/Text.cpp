@@ -81,7 +81,7 @@ Break BreakOf(std::string_view text, std::size_t columns) {
   std::size_t fits = FirstColumns(text, columns).size();
   if (fits == text.size()) return {fits, fits};
   const std::size_t words = text.find_first_not_of(' ');
-  // A blank right behind what fits is a good place too.
+  // A blank right after what fits is a good place to break, too.
   const std::size_t blank = text.rfind(' ', fits);
   if (blank != std::string_view::npos && blank > words) {
     const std::size_t end = text.find_last_not_of(' ', blank) + 1;

@@ -51,7 +51,7 @@ std::optional<std::int32_t> ParseInteger(std::string_view text);
 /// Appends one code point as UTF-8. A surrogate or a value past U+10FFFF becomes U+FFFD.
 void AppendCodePoint(std::string& text, char32_t codePoint);
 
-/// Reads the character that begins at `position` and moves `position` behind it. A byte that begins no character is
+/// Reads the character that begins at `position` and moves `position` past it. A byte that begins no character is
 /// returned as 0xDC80 to 0xDCFF (its value plus 0xDC00) and is one byte long. `position` must lie inside the text.
 char32_t NextCodePoint(std::string_view text, std::size_t& position);
 
@@ -71,8 +71,8 @@ std::string CutToColumns(std::string_view text, std::size_t columns);
 std::vector<std::string> WrapAtWords(std::string_view text, std::size_t columns);
 
 // The single-byte code page that the store's external files use. The five bytes that it leaves undefined (81, 8D, 8F,
-// 90, 9D) stand for the control characters of the same number, as Windows itself maps them, so that every byte makes
-// the way to UTF-8 and back unchanged. Source of the table: the Unicode consortium's mapping file CP1252.
+// 90, 9D) stand for the control characters of the same number, as Windows itself maps them, so that every byte
+// goes to UTF-8 and back unchanged. Source of the table: the Unicode consortium's mapping file CP1252.
 
 std::string FromWindows1252(std::string_view bytes);
 

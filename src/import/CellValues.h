@@ -18,7 +18,7 @@ inline constexpr std::size_t itemCodeLength = 14;
 inline constexpr std::size_t shortCodeLength = 12;
 inline constexpr std::size_t descriptionLength = 125;
 
-/// A brand, department or list that the source lacks.
+/// Used where the source names no brand, department or list.
 inline constexpr std::string_view defaultCode = "DEF";
 
 /// Without blanks and line ends, the first `length` characters, in upper case.
@@ -53,8 +53,8 @@ std::string NotANumber(const SheetCell& cell, std::string_view name);
 /// Appends to `reason` that a cell is an error such as #N/A; nothing for any other cell.
 void RefuseError(const SheetCell& cell, std::string_view name, std::string& reason);
 
-/// Reads an amount. What is no number (text, date, boolean, error) is not given, and a remark tells; a number that no
-/// item can have, negative or too large, is not given, and `reason` tells why the row cannot be processed. Both texts
+/// Reads an amount. What is no number (text, date, boolean, error) is not given, and a remark says so; a number that no
+/// item can have, negative or too large, is not given, and `reason` says why the row cannot be processed. Both texts
 /// begin with `name`; that of the reason is appended.
 GivenAmount ReadAmount(const SheetCell& cell, std::string_view name, Remarks& remarks, std::string& reason);
 

@@ -84,7 +84,8 @@ class ReviewLineSource {
   /// `row` is one of the rows of the list.
   virtual ReviewLine LineOf(std::int32_t row) const = 0;
 
-  /// What there is to say of a row beside its columns, such as why it is not processed. Spanish; may be empty.
+  /// What there is to say about a row that its columns do not show, such as why it is not processed. Spanish; may be
+  /// empty.
   virtual std::string NoteOf(std::int32_t /*row*/) const { return {}; }
 
   /// What there is to say of the list as a whole, such as rows of the file that were not read. Spanish; may be empty.
@@ -93,7 +94,7 @@ class ReviewLineSource {
   /// Which other rows the last change of a row changed too, and how; empty when none. Spanish.
   virtual std::string NoteOfChange() const { return {}; }
 
-  /// The amount behind the text of a column, for sorting; nothing where the column shows none.
+  /// The amount that the text of a column shows, for sorting; nothing where the column shows none.
   virtual std::optional<Currency> AmountOf(std::int32_t /*row*/, std::size_t /*column*/) const { return std::nullopt; }
 };
 

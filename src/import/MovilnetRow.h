@@ -44,7 +44,7 @@ std::string MovilnetCode(std::string_view model, std::string_view brand, std::st
 std::string MovilnetDepartment(std::string_view type);
 
 /// The lower-case hexadecimal MD5 of brand and description, joined and in upper case, in the bytes of Windows-1252.
-/// What that code page lacks is told apart by an escape; the rule is in docs/importacion.md.
+/// Characters that the code page lacks are kept apart by an escape; the rule is in docs/importacion.md.
 std::string OriginFingerprint(const HashService& hashes, std::string_view brand, std::string_view description);
 
 }  // namespace tolvan

@@ -42,7 +42,7 @@ std::string RegisteredSince(DatabaseServices& database, std::span<const std::str
   try {
     found = Registered(database, codes);
   } catch (const HostError&) {
-    return {};  // the failure that led here is the one to tell
+    return {};  // the failure that led here is the one to report
   }
   if (found.empty()) return {};
   std::string names;

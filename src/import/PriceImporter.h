@@ -1,4 +1,4 @@
-// What every price-list importer does alike: the way from the workbook through the review into one transaction. What is
+// What all price-list importers share: the way from the workbook through the review into one transaction. What is
 // particular to a list - its columns, how rows are classified, what is written - is in the classes made from
 // ListImporter. A row crosses to them once, as cells, and comes back once, as what is to be done to an item.
 #pragma once
@@ -19,14 +19,14 @@
 
 namespace tolvan {
 
-/// What an importer works with beside the component's own services. All of it must outlive the importer.
+/// What an importer needs in addition to the component's own services. All of it must outlive the importer.
 struct ImportTools {
   SpreadsheetApplication& spreadsheets;
   const HashService& hashes;
   ImportReviewFactory review;
 };
 
-/// How an import went, for fronts that tell more than success.
+/// How an import went, for fronts that report more than success.
 struct ImportOutcome {
   bool applied = false;      ///< the rows were committed
   std::string failure{};     ///< the text for a last step that failed, Spanish; empty when it did not
@@ -55,7 +55,7 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   void SetRutaArchivo(std::string path) { path_ = std::move(path); }
 
   /// Reads and classifies the workbook, and shows the review. True when the review was shown and closed, whatever came
-  /// of it; Outcome tells.
+  /// of it; see Outcome.
   bool Procesar(StatusWindow& callingWindow);
 
   const ImportOutcome& Outcome() const { return outcome_; }

@@ -1,5 +1,5 @@
-// Decides what becomes of each row of a template workbook by what the database holds now. Deciding changes nothing: the
-// same rows against the same database always give the same decisions.
+// Decides what is done with each row of a template workbook, from what the database holds at that moment. Deciding
+// changes nothing: the same rows against the same database always give the same decisions.
 #pragma once
 
 #include <optional>
@@ -29,7 +29,7 @@ struct TemplateDecision {
   bool codeFree = false;
   bool costChanged = false;
   bool priceChanged = false;
-  bool unitUpdate = false;      ///< the alternate unit is written; the two flags tell what of it
+  bool unitUpdate = false;      ///< the alternate unit is written; the two flags say which part
   std::string alternateUnit{};  ///< of an item that is updated, as it is stored
   bool unitPrice = false;
   bool unitCost = false;

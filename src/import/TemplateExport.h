@@ -22,7 +22,7 @@ class TemplateExport {
       : context_(&context), spreadsheets_(&spreadsheets) {}
 
   /// Asks whether to include the data, makes the workbook and leaves it open for the user. False when it could not be
-  /// made; then the text is appended to `errorText` behind a line break (CR LF).
+  /// made; then the text is appended to `errorText` after a line break (CR LF).
   bool AbrirPlantilla(const std::string& templatePath, std::string& errorText);
 
   /// A workbook from the template, filled when `withData`. Throws HostError, Interrupted when the user asked to stop.

@@ -36,7 +36,7 @@ constexpr std::array<TextColumn, 5> textColumns{{{column::code, "el código"},
                                                  {column::department, "el departamento"},
                                                  {column::unitCode, "la unidad"}}};
 
-/// An error such as #N/A stands for a text that nobody knows; a default in its place would be a guess.
+/// An error such as #N/A hides a text that nobody knows; a default in its place would be a guess.
 void RefuseErrors(const SheetRow& row, std::string& reason) {
   for (const TextColumn& text : textColumns) RefuseError(row.At(text.number), text.name, reason);
 }

@@ -3,7 +3,7 @@
 namespace tolvan {
 namespace {
 
-/// A control that fails must not stop the work that reports to it, nor the steps behind it.
+/// A control that fails must not stop the work that reports to it, nor the steps that follow.
 template <class Step>
 void Quietly(Step step) noexcept {
   try {
