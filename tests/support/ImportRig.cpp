@@ -95,11 +95,10 @@ ImportTest::ImportTest() {
 
 std::string ImportTest::Dump() {
   std::string dump;
-  for (const std::string table : {"Marcas", "Departamentos", "Items", "ItemsUnidades"}) {
-    dump += table + ": " + Query("SELECT * FROM " + table + " ORDER BY 1, 2") + "\n";
+  for (const char* table : {"Marcas", "Departamentos", "Items", "ItemsUnidades", "ItemsUnidadesInv", "Precios"}) {
+    dump.append(table).append(": ").append(Query("SELECT * FROM " + std::string(table))).append("\n");
   }
-  dump += Query("SELECT * FROM ItemsUnidadesInv ORDER BY 1, 2, 3") + "\n";
-  return dump + Query("SELECT * FROM Precios ORDER BY 1, 2, 3, 4");
+  return dump;
 }
 
 }  // namespace tolvan::test

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <map>
 
 #include "import/CellValues.h"
@@ -13,22 +14,19 @@ namespace tolvan {
 namespace {
 
 TEST(CellCleaning, MakesCodesAndDescriptions) {
-  struct Case {
-    const char* text;
-    const char* code;
-    const char* description;
-  };
-  const Case cases[] = {{"ab 12-x", "AB12-X", "AB 12X"},
-                        {"  a\r\nb ", "AB", "AB"},
-                        {"12345678901234567890", "12345678901234", "12345678901234567890"},
-                        {"ñandú ñandú ñandú ñ", "ÑANDÚÑANDÚÑAND", "ÑANDÚ ÑANDÚ ÑANDÚ Ñ"},
-                        {"TV  23.5/LED-x", "TV23.5/LED-X", "TV 235LEDX"},
-                        {"a   b", "AB", "A  B"},
-                        {" - ", "-", ""},
-                        {"   ", "", ""}};
-  for (const Case& each : cases) {
-    EXPECT_EQ(CleanCode(each.text, itemCodeLength), each.code) << each.text;
-    EXPECT_EQ(CleanDescription(each.text, descriptionLength), each.description) << each.text;
+  // Text, code, description.
+  const std::vector<std::array<const char*, 3>> cases{
+      {"ab 12-x", "AB12-X", "AB 12X"},
+      {"  a\r\nb ", "AB", "AB"},
+      {"12345678901234567890", "12345678901234", "12345678901234567890"},
+      {"ñandú ñandú ñandú ñ", "ÑANDÚÑANDÚÑAND", "ÑANDÚ ÑANDÚ ÑANDÚ Ñ"},
+      {"TV  23.5/LED-x", "TV23.5/LED-X", "TV 235LEDX"},
+      {"a   b", "AB", "A  B"},
+      {" - ", "-", ""},
+      {"   ", "", ""}};
+  for (const auto& [text, code, description] : cases) {
+    EXPECT_EQ(CleanCode(text, itemCodeLength), code) << text;
+    EXPECT_EQ(CleanDescription(text, descriptionLength), description) << text;
   }
   EXPECT_EQ(CleanDescription(std::string(130, 'a'), descriptionLength), std::string(125, 'A'));
   EXPECT_EQ(CleanCode("marca del equipo", shortCodeLength), "MARCADELEQUI");
@@ -45,25 +43,18 @@ TEST(AmountInCell, KeepsWhatFifteenDigitsHold) {
 }
 
 TEST(MovilnetCode, IsMadeFromModelBrandAndType) {
-  struct Case {
-    const char* model;
-    const char* brand;
-    const char* type;
-    const char* code;
-    const char* department;
-  };
-  const Case cases[] = {
+  // Model, brand, type, code, department.
+  const std::vector<std::array<const char*, 5>> cases{
       {"Samsung Galaxy Refurbished", "Samsung", "Telefono GSM", "TSAGALAXYRF", "GSM"},
       {"VERGATARIO EVDO", "ZTE", "cdma 1x", "TZTVERG", "CDMA"},
       {"Orinoquia Auyantepui Y210", "Huawei", "GSM", "THUORIAYTY21", "GSM"},
       {"Huaw E-173/b.2", "Huawei", "Modem USB UMTS", "MHUE173B2", "GSM"},
       {"Combo CDMA", "LG", "CDMA y UMTS", "TLGCOMBOCDMA", "GSM"},
       {"X100", "X", "Satelital", "TXX100", ""},
-      {"Blu", " b lu ", "fijo", "TBLBLU", ""},
-  };
-  for (const Case& each : cases) {
-    EXPECT_EQ(MovilnetCode(each.model, each.brand, each.type), each.code) << each.model;
-    EXPECT_EQ(MovilnetDepartment(each.type), each.department) << each.type;
+      {"Blu", " b lu ", "fijo", "TBLBLU", ""}};
+  for (const auto& [model, brand, type, code, department] : cases) {
+    EXPECT_EQ(MovilnetCode(model, brand, type), code) << model;
+    EXPECT_EQ(MovilnetDepartment(type), department) << type;
   }
 }
 
