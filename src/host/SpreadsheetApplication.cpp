@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/NumberText.h"
+#include "base/Text.h"
 
 namespace tolvan {
 
@@ -34,6 +35,14 @@ const SheetCell& SheetRow::At(std::uint32_t column) const {
   const auto found = std::lower_bound(cells.begin(), cells.end(), column,
                                       [](const SheetCell& cell, std::uint32_t wanted) { return cell.column < wanted; });
   return found != cells.end() && found->column == column ? *found : none;
+}
+
+bool FitsCell(std::string_view text) {
+  constexpr std::size_t mostUnits = 32'767;
+  if (text.size() <= mostUnits) return true;
+  std::size_t units = 0;
+  for (std::size_t at = 0; at < text.size();) units += NextCodePoint(text, at) > 0xFFFF ? 2U : 1U;
+  return units <= mostUnits;
 }
 
 }  // namespace tolvan

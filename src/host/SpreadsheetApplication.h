@@ -59,8 +59,12 @@ class WorksheetReader {
   virtual bool NextRow(SheetRow& row) = 0;
 };
 
-/// A cell to be written. std::monostate leaves it empty; a number must be finite; texts are UTF-8.
+/// A cell to be written. std::monostate leaves it empty; a number must be finite; texts are UTF-8 and fit a cell.
 using NewCell = std::variant<std::monostate, std::string_view, double>;
+
+/// Whether a cell holds the text: spreadsheet programs take 32,767 UTF-16 units, so characters beyond the basic plane,
+/// such as emoji, count two.
+bool FitsCell(std::string_view text);
 
 enum class NewRowStyle { Data, Heading };
 

@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::string_view includeData = "¿Desea incluir los datos?";
 
-constexpr std::size_t longestCell = 32'767;  // characters
 constexpr const char* noCost = "el Item no tiene costo registrado";
 
 NewCell AmountCellOf(const std::optional<Currency>& amount) {
@@ -19,7 +18,7 @@ NewCell AmountCellOf(const std::optional<Currency>& amount) {
 
 /// A text that no cell holds would refuse the workbook.
 void RequireFits(std::string& text, std::string_view name, Remarks& remarks) {
-  if (CountCharacters(text) <= longestCell) return;
+  if (FitsCell(text)) return;
   text.clear();
   remarks.push_back(std::string(name) + " del Item no cabe en una celda");
 }
@@ -90,7 +89,10 @@ void TemplateExport::Append(NewWorkbook& workbook, ItemRecord& item) {
   Remarks remarks = CodeRemarks(item.code);
   remarks.insert(remarks.end(), item.unusable.begin(), item.unusable.end());
   if (item.costIsNull) remarks.emplace_back(noCost);
+  RequireFits(item.code, "el código", remarks);
   RequireFits(item.description, "la descripción", remarks);
+  RequireFits(item.brand, "la marca", remarks);
+  RequireFits(item.department, "el departamento", remarks);
   std::string told;
   for (const std::string& remark : remarks) AppendSentence(told, remark);
   const std::array<NewCell, 7> cells{

@@ -121,12 +121,13 @@ TEST_F(TemplateExportTest, TellsTheItemsThatWillNotComeBack) {
       "DROP VIEW VistaItemsUnidades; CREATE VIEW VistaItemsUnidades AS SELECT U.*, V.Inv, CASE U.idItem WHEN 'VIEJO' "
       "THEN NULL ELSE V.CostoActual END AS CostoActual FROM ItemsUnidades U INNER JOIN ItemsUnidadesInv V ON "
       "V.idItem = U.idItem AND V.idUnidad = U.idUnidad");
+  Execute("UPDATE Items SET Descripcion = replace(hex(zeroblob(8192)), '0', '😀') WHERE idItem = 'EXENTO'");
   TemplateExport filled(host.context, sheets);
   filled.Make("plantilla.xlt", true);
   const std::string confused = "otro Item tiene un código que también se lee AB: la fila de uno cambiaría al otro";
   const std::vector<std::pair<std::string, std::string>> expected{
       // cost and price as they stand there, remark
-      {"EXENTO 7.5 20", ""},
+      {"EXENTO 7.5 20", "la descripción del Item no cabe en una celda"},  // 16,384 emoji, two units each
       {"VIEJO - -",
        "el precio del Item con impuestos es demasiado grande para un importe; el Item no tiene costo registrado"},
       {"A B - -",
@@ -142,8 +143,8 @@ TEST_F(TemplateExportTest, TellsTheItemsThatWillNotComeBack) {
     EXPECT_EQ(cells[0].text + amount(cells[4]) + amount(cells[5]), expected[row].first);
     EXPECT_EQ(cells.size() > 6 ? cells[6].text : "", expected[row].second);
   }
-  EXPECT_EQ(filled.ItemsWithRemarks().size(), 3U);
-  EXPECT_EQ(filled.ItemsWithRemarks().front().sheetRow, 6U);
+  EXPECT_EQ(filled.ItemsWithRemarks().size(), 4U);
+  EXPECT_EQ(filled.ItemsWithRemarks()[1].sheetRow, 6U);
   Execute("UPDATE Precios SET Precio = CASE idItem WHEN 'VIEJO' THEN 100 ELSE -922337203685477 END");
   sheets.rows = {{"VIEJO", "x", "", "", 12.0}, {"A B", "x", "", "", 1.0}, {"EXENTO", "x", "", "", 7.5, 21.0}};
   auto importer = MakeImporter<clsIE_PreciosExcel>([](IClaseImportar&) {});
