@@ -5,7 +5,7 @@
 
 #include "NobodyThere.h"
 #include "fiscal/TaxpayerRegistryImport.h"
-#include "spreadsheet/ZipArchiveReader.h"
+#include "spreadsheet/ZipPackage.h"
 #include "system/posix/PosixFileHelper.h"
 
 namespace tolvan::bench {

@@ -10,8 +10,8 @@
 #include "cli/Process.h"
 #include "cli/Program.h"
 #include "cli/Terminal.h"
-#include "system/posix/SystemClock.h"
-#include "system/posix/SystemFailure.h"
+#include "system/posix/PosixServices.h"
+#include "system/posix/PosixFiles.h"
 
 namespace {
 

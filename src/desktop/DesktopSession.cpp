@@ -22,8 +22,8 @@
 #include "store/ConfiguredHostFactory.h"
 #include "store/DeferredSpreadsheetApplication.h"
 #include "store/DeferredXmlLibrary.h"
-#include "system/NettleHashService.h"
 #include "system/posix/PosixFileHelper.h"
+#include "system/posix/PosixServices.h"
 
 namespace tolvan {
 namespace {

@@ -11,7 +11,7 @@
 
 #include "desktop/DesktopSession.h"
 #include "desktop/UserLanguage.h"
-#include "system/posix/SystemClock.h"
+#include "system/posix/PosixServices.h"
 
 namespace {
 

@@ -16,8 +16,8 @@
 
 namespace tolvan {
 
-/// What the host offers to every component beside its data: folders, the diagnostic flag, the machine-wide registry,
-/// small checks, and the services for files, archives, dialogs and time.
+/// What the host offers to every component beside its data: folders, the diagnostic flag, the layout store, small
+/// checks, and the services for files, archives, dialogs and time.
 class AppServices {
  public:
   virtual ~AppServices() = default;
@@ -28,13 +28,12 @@ class AppServices {
   /// Whether diagnostic boxes are to be shown.
   virtual bool DiagnosticFlag() const = 0;
 
-  /// Whole numbers of the machine-wide registry, kept across runs. A value that is missing or unreadable is the
-  /// default.
-  virtual std::int32_t ReadRegistry(std::string_view section, std::string_view key,
-                                    std::int32_t defaultValue) const = 0;
+  /// The layout store: whole numbers that say where windows were left, kept across runs for the whole machine. A value
+  /// that is missing or unreadable is the default.
+  virtual std::int32_t ReadLayout(std::string_view section, std::string_view key, std::int32_t defaultValue) const = 0;
 
   /// A failure to keep the value is not reported.
-  virtual void WriteRegistry(std::string_view section, std::string_view key, std::int32_t value) noexcept = 0;
+  virtual void WriteLayout(std::string_view section, std::string_view key, std::int32_t value) noexcept = 0;
 
   /// One plausible mail address: a local part, "@", a domain of labels; no blanks, at most 254 characters.
   virtual bool IsEmailAddress(std::string_view text) const = 0;

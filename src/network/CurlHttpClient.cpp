@@ -1,4 +1,4 @@
-#include "network/CurlHttpClient.h"
+#include "network/CurlServices.h"
 
 #include <curl/curl.h>
 

@@ -1,18 +1,58 @@
-#include "network/CurlMailService.h"
+#include "network/CurlServices.h"
 
 #include <curl/curl.h>
 
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <new>
+#include <string>
+#include <string_view>
 
 #include "base/Addresses.h"
+#include "base/Text.h"
 #include "network/CurlTransfer.h"
 #include "network/MailMessage.h"
-#include "network/SmtpReplies.h"
 
 namespace tolvan {
 namespace {
+
+constexpr std::size_t numberLength = 3;
+constexpr std::size_t mostCharacters = 500;
+
+std::string ForPeople(std::string_view line) {
+  std::string text = IsValidUtf8(line) ? std::string(line) : FromWindows1252(line);
+  std::erase_if(text, [](char character) { return static_cast<unsigned char>(character) < 0x20; });
+  return text;
+}
+
+/// What a mail server answers in the course of one delivery, line by line.
+class SmtpReplies {
+ public:
+  void Add(std::string_view line);
+
+  /// The last reply that refused something (a number from 400 up), its lines joined, for people: valid UTF-8 without
+  /// controls. Empty when there was none.
+  const std::string& Refusal() const { return refusal_; }
+
+ private:
+  std::string current_;
+  bool complete_ = true;
+  std::string refusal_;
+};
+
+void SmtpReplies::Add(std::string_view line) {
+  const std::string text = ForPeople(line);
+  if (complete_) {
+    current_ = text;
+  } else if (current_.size() < mostCharacters) {
+    // The number stands before every line of a reply; once is enough.
+    current_.append(" ").append(text.substr(std::min(numberLength + 1, text.size())));
+  }
+  complete_ = text.size() <= numberLength || text[numberLength] != '-';
+  const bool refuses = current_.starts_with('4') || current_.starts_with('5');
+  if (complete_ && refuses) refusal_ = FirstCharacters(current_, mostCharacters);
+}
 
 std::string NameOf(std::string_view path) {
   return std::string(path.substr(path.find_last_of('/') + 1));

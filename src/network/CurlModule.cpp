@@ -1,11 +1,8 @@
-#include "network/CurlModule.h"
-
 #include <curl/curl.h>
 
 #include <new>
 
-#include "network/CurlHttpClient.h"
-#include "network/CurlMailService.h"
+#include "network/CurlServices.h"
 
 namespace {
 

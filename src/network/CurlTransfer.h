@@ -38,7 +38,7 @@ class CurlTransfer {
   };
 
   /// `protocols` are the only ones that the transfer may speak, separated by commas. Throws std::bad_alloc.
-  /// `interruption` must outlive the transfer. `whoIsWaitedFor` is told while the transfer lasts: see Waiting.
+  /// `interruption` must outlive the transfer. `whoIsWaitedFor` is shown when the transfer lasts: see Waiting.
   CurlTransfer(const char* protocols, const Limits& limits, const Interruption& interruption,
                std::string whoIsWaitedFor);
 
@@ -62,7 +62,7 @@ class CurlTransfer {
   /// The status or reply number that came last, 0 when none did.
   long ResponseCode() const;
 
-  /// Why a transfer failed with `code`, in Spanish, the code behind it.
+  /// Why a transfer failed with `code`, in Spanish, followed by the code.
   static std::string CauseOf(int code);
 
  private:

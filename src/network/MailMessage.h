@@ -1,19 +1,27 @@
-// The message that carries a file: its headers and its parts, in libcurl's form.
+// The message that carries a file: its headers and its parts, in libcurl's form. Whatever the texts hold, no line end
+// reaches a header.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "host/FileHelper.h"
+#include "network/CurlServices.h"
 #include "network/CurlTransfer.h"
-#include "network/SmtpOptions.h"
 
 struct curl_mime;
 struct curl_mimepart;
 
 namespace tolvan {
+
+/// A free text such as a subject: as it stands when it is printable ASCII, else in encoded words (RFC 2047).
+std::string HeaderText(std::string_view text);
+
+/// The value of Content-Disposition for a file of that name; a name beyond ASCII by RFC 2231.
+std::string AttachmentDisposition(std::string_view fileName);
 
 class MailMessage {
  public:

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "spreadsheet/LittleEndian.h"
-#include "spreadsheet/WorkbookFailure.h"
 #include "spreadsheet/WorkbookLimits.h"
 
 namespace tolvan {
@@ -58,10 +56,10 @@ void CompoundStream::Append(std::uint64_t fileOffset, std::uint64_t length) {
 }
 
 std::vector<CompoundStream::Extent>::const_iterator CompoundStream::Find(std::uint64_t offset) const {
-  const auto behind =
+  const auto after =
       std::upper_bound(extents_.begin(), extents_.end(), offset,
                        [](std::uint64_t wanted, const Extent& extent) { return wanted < extent.streamOffset; });
-  return behind - 1;
+  return after - 1;
 }
 
 std::uint64_t CompoundStream::FileOffsetOf(std::uint64_t offset) const {

@@ -24,7 +24,7 @@ class CompoundStream {
 
   explicit CompoundStream(const WorkbookFile& file) : file_(&file) {}
 
-  /// Adds a piece behind what there is; pieces that follow each other in the file become one.
+  /// Adds a piece at the end; pieces that follow each other in the file become one.
   void Append(std::uint64_t fileOffset, std::uint64_t length);
 
   std::uint64_t Size() const { return size_; }
@@ -32,7 +32,8 @@ class CompoundStream {
   /// Where the byte lies in the file. `offset` is below Size.
   std::uint64_t FileOffsetOf(std::uint64_t offset) const;
 
-  /// Reads from `offset` on as far as the stream goes; fewer bytes also where the file ends too early.
+  /// Reads from `offset` as far as the stream goes and returns the number of bytes; fewer also where the file ends too
+  /// early.
   std::size_t ReadAt(std::uint64_t offset, std::span<char> buffer) const;
 
  private:

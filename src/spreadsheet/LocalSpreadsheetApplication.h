@@ -1,5 +1,5 @@
-// The spreadsheet application where none is installed that could be driven: own readers for .xlsx and .xls, new
-// workbooks written by a library, and the desktop's own program to show them.
+// The spreadsheet application where none is installed that could be driven: readers for .xlsx and .xls, new workbooks
+// written by the writer of this room, and the desktop's own program to show them; and the module that holds all of it.
 #pragma once
 
 #include <string>
@@ -27,4 +27,24 @@ class LocalSpreadsheetApplication : public SpreadsheetApplication {
   std::string newWorkbookFolder_;
 };
 
+/// The module: a library of its own, loaded when a workbook or a zip is first needed, because linking libxml2 and
+/// libzip costs every start of a program about as much as a short command itself takes.
+inline constexpr const char* spreadsheetModuleFile = "libtolvan_spreadsheet.so";
+
 }  // namespace tolvan
+
+// The module's entry points.
+extern "C" {
+
+/// The caller owns the result and deletes it; null when there is no memory. References must outlive it.
+using TolvanMakeSpreadsheetApplication = tolvan::SpreadsheetApplication*(const tolvan::Clock& clock,
+                                                                         tolvan::FileHelper& files,
+                                                                         const std::string& newWorkbookFolder);
+
+TolvanMakeSpreadsheetApplication tolvanMakeSpreadsheetApplication;
+
+/// Likewise.
+using TolvanMakeArchiveReader = tolvan::ArchiveReader*();
+
+TolvanMakeArchiveReader tolvanMakeArchiveReader;
+}

@@ -1,4 +1,4 @@
-#include "spreadsheet/NewSheet.h"
+#include "spreadsheet/NewXlsxWorkbook.h"
 
 #include <algorithm>
 #include <array>
@@ -6,13 +6,12 @@
 #include <cmath>
 
 #include "base/Text.h"
-#include "spreadsheet/EscapedText.h"
 #include "spreadsheet/WorkbookLimits.h"
+#include "spreadsheet/XlsxParts.h"
 
 namespace tolvan {
 namespace {
 
-constexpr std::size_t maximumTextCharacters = 32'767;
 constexpr double widestColumn = 60;
 constexpr double narrowestColumn = 9;
 constexpr double cellPadding = 0.7109375;  // characters: five pixels, as the programs store it
@@ -135,7 +134,7 @@ std::string NewSheet::CellXml(std::uint32_t row, std::size_t column, const NewCe
 }
 
 std::size_t NewSheet::NumberOfText(std::string_view text) {
-  if (CountCharacters(text) > maximumTextCharacters)
+  if (!FitsCell(text))
     throw HostError(HostErrorKind::InvalidValue, "el texto es más largo que lo que admite una celda");
   ++textCells_;
   const auto [place, isNew] = numbers_.try_emplace(std::string(text), numbers_.size());

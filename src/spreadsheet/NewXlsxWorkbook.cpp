@@ -3,8 +3,7 @@
 #include <algorithm>
 
 #include "base/Text.h"
-#include "spreadsheet/NewWorkbookParts.h"
-#include "system/posix/DesktopOpener.h"
+#include "system/posix/PosixServices.h"
 
 namespace tolvan {
 namespace {
@@ -53,11 +52,7 @@ void NewXlsxWorkbook::SaveAs(std::string_view path) {
     throw HostError(HostErrorKind::InvalidValue, "el nombre de un libro nuevo debe terminar en .xlsx",
                     std::string(path));
   const auto target = files_.CreateWhole(path);
-  const std::string properties = PropertiesXml(options_.created);
-  std::vector<NewZipEntry> parts = PartsAroundSheet(properties);
-  parts.push_back({worksheetPartName, sheet_.WorksheetPart(beginsWithHeading_ ? 1 : options_.headingRows)});
-  parts.push_back({textsPartName, sheet_.TextsPart()});
-  WriteZip(parts, options_.created, *target);
+  WriteXlsxPackage(sheet_, beginsWithHeading_ ? 1 : options_.headingRows, options_.created, *target);
   target->Commit();
 }
 

@@ -1,9 +1,7 @@
-#include "spreadsheet/SpreadsheetModule.h"
-
 #include <new>
 
 #include "spreadsheet/LocalSpreadsheetApplication.h"
-#include "spreadsheet/ZipArchiveReader.h"
+#include "spreadsheet/ZipPackage.h"
 
 extern "C" {
 

@@ -5,47 +5,22 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
 
-#include "spreadsheet/WorkbookFailure.h"
 #include "spreadsheet/WorkbookLimits.h"
 
 namespace tolvan {
-namespace {
-
-[[noreturn]] void FailSystem(int code) {
-  const HostErrorKind kind = code == ENOENT || code == ENOTDIR ? HostErrorKind::Unreachable
-                             : code == EACCES || code == EPERM ? HostErrorKind::Access
-                                                               : HostErrorKind::Failed;
-  throw HostError(kind, std::generic_category().message(code), {}, code);
-}
-
-}  // namespace
 
 // Not blocking, so that a named pipe in the file's place is refused rather than waited for.
 WorkbookFile::WorkbookFile(const std::string& path)
-    : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)) {
-  if (descriptor_ < 0) FailSystem(errno);
+    : file_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)) {
+  if (!file_.IsOpen()) throw SystemFailure(errno, {});
   struct stat status {};
-  if (fstat(descriptor_, &status) != 0) {
-    const int code = errno;
-    close(descriptor_);
-    FailSystem(code);
-  }
+  if (fstat(file_.Number(), &status) != 0) throw SystemFailure(errno, {});
   size_ = static_cast<std::uint64_t>(status.st_size);
   modified_ = status.st_mtim;
-  const char* fault = !S_ISREG(status.st_mode)           ? "no es un archivo"
-                      : size_ == 0                       ? "el archivo está vacío"
-                      : size_ > limits::maximumFileBytes ? "el tamaño del archivo supera el límite admitido"
-                                                         : nullptr;
-  if (fault != nullptr) {
-    close(descriptor_);
-    FailDamaged(fault);
-  }
-}
-
-WorkbookFile::~WorkbookFile() {
-  close(descriptor_);
+  if (!S_ISREG(status.st_mode)) FailDamaged("no es un archivo");
+  if (size_ == 0) FailDamaged("el archivo está vacío");
+  if (size_ > limits::maximumFileBytes) FailTooBig("el tamaño del archivo");
 }
 
 std::size_t WorkbookFile::ReadAt(std::uint64_t offset, std::span<char> buffer) const {
@@ -54,9 +29,9 @@ std::size_t WorkbookFile::ReadAt(std::uint64_t offset, std::span<char> buffer) c
   std::size_t done = 0;
   while (done < buffer.size()) {
     const ssize_t count =
-        pread(descriptor_, buffer.data() + done, buffer.size() - done, static_cast<off_t>(offset + done));
+        pread(file_.Number(), buffer.data() + done, buffer.size() - done, static_cast<off_t>(offset + done));
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) FailSystem(errno);
+    if (count < 0) throw SystemFailure(errno, {});
     if (count == 0) break;
     done += static_cast<std::size_t>(count);
   }
@@ -66,15 +41,15 @@ std::size_t WorkbookFile::ReadAt(std::uint64_t offset, std::span<char> buffer) c
 
 void WorkbookFile::CheckUnchanged() const {
   struct stat status {};
-  if (fstat(descriptor_, &status) != 0) FailSystem(errno);
+  if (fstat(file_.Number(), &status) != 0) throw SystemFailure(errno, {});
   if (static_cast<std::uint64_t>(status.st_size) != size_ || status.st_mtim.tv_sec != modified_.tv_sec ||
       status.st_mtim.tv_nsec != modified_.tv_nsec)
     FailDamaged("el archivo cambió mientras se leía");
 }
 
 int WorkbookFile::Duplicate() const {
-  const int copy = fcntl(descriptor_, F_DUPFD_CLOEXEC, 0);
-  if (copy < 0) FailSystem(errno);
+  const int copy = fcntl(file_.Number(), F_DUPFD_CLOEXEC, 0);
+  if (copy < 0) throw SystemFailure(errno, {});
   return copy;
 }
 

@@ -1,11 +1,18 @@
-// How much of a workbook is believed. The formats' own bounds, and bounds on memory and time so that a damaged or
-// hostile file ends in a message; each is far above what a real price list holds. See docs/spreadsheets.md.
+// How much of a workbook or another zip is believed, and how a reader refuses the rest. The limits are the formats' own
+// bounds, and bounds on memory and time so that a damaged or hostile file ends in a message; each is far above what a
+// real price list holds. See docs/spreadsheets.md.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
+#include <string>
 
-namespace tolvan::limits {
+#include "host/HostError.h"
+
+namespace tolvan {
+
+namespace limits {
 
 inline constexpr std::uint32_t maximumRows = 1'048'576;
 inline constexpr std::uint32_t maximumColumns = 16'384;
@@ -44,4 +51,28 @@ inline constexpr std::uint64_t maximumCompoundDirectoryBytes = std::uint64_t{16}
 /// Of the cell records of an .xls sheet whose rows are not in order (16 bytes each while they are sorted).
 inline constexpr std::size_t maximumUnorderedRecords = std::size_t{4} << 20;
 
-}  // namespace tolvan::limits
+}  // namespace limits
+
+/// Throws HostError Damaged. `cause` is Spanish, begins in lower case and has no full stop.
+[[noreturn]] inline void FailDamaged(const std::string& cause) {
+  throw HostError(HostErrorKind::Damaged, cause);
+}
+
+/// Likewise, for a value past one of the limits: `what` as in "el texto de una celda".
+[[noreturn]] inline void FailTooBig(const std::string& what) {
+  FailDamaged(what + " supera el límite admitido");
+}
+
+/// Runs a step of reading; what it throws comes out with the path as its context.
+template <class Step>
+auto WithPath(const std::string& path, Step step) {
+  try {
+    return step();
+  } catch (const HostError& error) {
+    throw HostError(error.Kind(), error.what(), path, error.NativeCode());
+  } catch (const std::bad_alloc&) {
+    throw HostError(HostErrorKind::Failed, "no hay memoria suficiente", path);
+  }
+}
+
+}  // namespace tolvan

@@ -1,13 +1,16 @@
-#include "spreadsheet/XlsReader.h"
-
+// Reads the first worksheet of an .xls record by record.
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
 
-#include "spreadsheet/BiffText.h"
-#include "spreadsheet/LittleEndian.h"
-#include "spreadsheet/WorkbookFailure.h"
+#include "host/SpreadsheetApplication.h"
+#include "spreadsheet/Biff.h"
+#include "spreadsheet/WorkbookFile.h"
 #include "spreadsheet/WorkbookLimits.h"
 
 namespace tolvan {
@@ -101,7 +104,42 @@ void Require(const BiffRecord& record, std::size_t bytes) {
   if (!record.Holds(bytes)) FailDamaged("una celda de la fila " + std::to_string(RowOf(record)) + " está truncada");
 }
 
-}  // namespace
+class XlsReader : public WorksheetReader {
+ public:
+  XlsReader(std::unique_ptr<WorkbookFile> file, const Interruption& interruption);
+  bool NextRow(SheetRow& row) override;
+
+ private:
+  /// Where a cell record lies.
+  struct CellPlace {
+    std::uint32_t row;
+    std::uint64_t position;
+  };
+
+  void BeginSheet();
+  std::optional<BiffRecord> NextCell();
+  std::optional<BiffRecord> NextCellInStream();
+  bool RowsAscend();
+  void SortCells();
+  void TakeCell(const BiffRecord& record);
+  void TakeFormula(const BiffRecord& record, std::uint32_t column);
+  void TakeFormulaText(std::uint32_t column);
+  void TakeMultipleRk(const BiffRecord& record, std::uint32_t column);
+  void AddShared(const BiffRecord& record, std::uint32_t column);
+  void AddNumber(std::uint32_t column, std::uint16_t cellFormat, double number);
+  void AddBooleanOrError(std::uint32_t column, unsigned value, bool isError);
+
+  std::unique_ptr<WorkbookFile> file_;
+  BiffRecords records_;
+  BiffWorkbook workbook_;
+  RowBlock rows_;
+  std::uint64_t firstRecord_ = 0;  // after the beginning of the sheet
+  unsigned depth_ = 1;             // of streams inside the sheet's own
+  std::vector<CellPlace> sorted_;  // only when the rows are not in order
+  std::size_t nextSorted_ = 0;
+  std::optional<std::uint32_t> openRow_;
+  bool ended_ = false;
+};
 
 XlsReader::XlsReader(std::unique_ptr<WorkbookFile> file, const Interruption& interruption)
     : file_(std::move(file)), records_(OpenWorkbookStream(*file_), interruption) {
@@ -120,7 +158,7 @@ void XlsReader::BeginSheet() {
   firstRecord_ = record.position + 4 + record.content.size();
 }
 
-/// The next cell record of the sheet in the order of the stream; nothing behind the last. Charts inside the sheet are
+/// The next cell record of the sheet in the order of the stream; nothing after the last. Charts inside the sheet are
 /// streams of their own, with cells that are not the sheet's.
 std::optional<BiffRecord> XlsReader::NextCellInStream() {
   while (depth_ > 0) {
@@ -270,7 +308,7 @@ void XlsReader::TakeFormula(const BiffRecord& record, std::uint32_t column) {
   }
 }
 
-// The text stands in a record of its own, behind those that belong to the formula itself.
+// The text stands in a record of its own, after those that belong to the formula itself.
 void XlsReader::TakeFormulaText(std::uint32_t column) {
   for (;;) {
     switch (records_.PeekKind()) {
@@ -288,6 +326,12 @@ void XlsReader::TakeFormulaText(std::uint32_t column) {
         return;
     }
   }
+}
+
+}  // namespace
+
+std::unique_ptr<WorksheetReader> ReadXls(std::unique_ptr<WorkbookFile> file, const Interruption& interruption) {
+  return std::make_unique<XlsReader>(std::move(file), interruption);
 }
 
 }  // namespace tolvan

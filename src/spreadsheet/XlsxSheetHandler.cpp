@@ -6,8 +6,6 @@
 #include <limits>
 
 #include "base/Calendar.h"
-#include "spreadsheet/EscapedText.h"
-#include "spreadsheet/WorkbookFailure.h"
 #include "spreadsheet/WorkbookLimits.h"
 
 namespace tolvan {
@@ -250,7 +248,7 @@ void XlsxSheetHandler::AddValueText(CellKind kind) {
 void XlsxSheetHandler::AddShared() {
   std::uint32_t index = 0;
   if (!ReadWhole(Trimmed(value_), index)) FailValue();
-  if (index >= strings_.Count())
+  if (index >= workbook_.strings.Count())
     FailDamaged("una celda de la fila " + std::to_string(row_) + " usa un texto que no existe");
   rows_.AddShared(column_, index);
 }
@@ -262,7 +260,7 @@ void XlsxSheetHandler::AddNumber() {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error == std::errc::invalid_argument || end != text.data() + text.size()) FailValue();
   if (error == std::errc::result_out_of_range) {
-    // Too big and too small are told apart by the exponent's sign alone.
+    // Too big and too small differ by the exponent's sign alone.
     const bool tiny = text.find("e-") != std::string_view::npos || text.find("E-") != std::string_view::npos;
     number = tiny ? 0 : std::numeric_limits<double>::infinity();
   }
@@ -270,8 +268,8 @@ void XlsxSheetHandler::AddNumber() {
     rows_.AddText(column_, CellKind::Error, notANumberText);
     return;
   }
-  const bool isDate = formats_.IsDate(format_);
-  if (isDate && from1904_) number += daysFrom1900To1904;
+  const bool isDate = workbook_.formats.IsDate(format_);
+  if (isDate && workbook_.from1904) number += daysFrom1900To1904;
   rows_.AddNumber(column_, isDate ? CellKind::Date : CellKind::Number, number);
 }
 

@@ -4,10 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "spreadsheet/NumberFormats.h"
-#include "spreadsheet/RowBlock.h"
-#include "spreadsheet/SharedStrings.h"
-#include "spreadsheet/XlsxTables.h"
+#include "spreadsheet/WorkbookTables.h"
+#include "spreadsheet/XlsxParts.h"
 #include "spreadsheet/XmlStream.h"
 
 namespace tolvan {
@@ -15,8 +13,7 @@ namespace tolvan {
 class XlsxSheetHandler : public XmlHandler {
  public:
   /// Puts the rows into `rows`; everything must outlive the object.
-  XlsxSheetHandler(RowBlock& rows, const SharedStrings& strings, const CellFormats& formats, bool from1904)
-      : rows_(rows), strings_(strings), formats_(formats), from1904_(from1904) {}
+  XlsxSheetHandler(RowBlock& rows, const XlsxWorkbook& workbook) : rows_(rows), workbook_(workbook) {}
 
   void StartElement(std::string_view name, const XmlAttributes& attributes) override;
   void EndElement() override;
@@ -46,9 +43,7 @@ class XlsxSheetHandler : public XmlHandler {
   [[noreturn]] void FailValue() const;
 
   RowBlock& rows_;
-  const SharedStrings& strings_;
-  const CellFormats& formats_;
-  bool from1904_;
+  const XlsxWorkbook& workbook_;
 
   Place place_ = Place::Document;
   unsigned skipped_ = 0;  // depth inside an element that is skipped

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "base/Text.h"
-#include "spreadsheet/WorkbookFailure.h"
+#include "spreadsheet/WorkbookLimits.h"
 
 namespace tolvan {
 namespace {
@@ -123,7 +123,7 @@ XmlStream::XmlStream(XmlHandler& handler, std::string partName)
   events.startElementNs = &Parser::StartElement;
   events.endElementNs = &Parser::EndElement;
   events.characters = &Parser::Characters;
-  // The same function as for other text, so that the parser does not try to tell blanks apart.
+  // The same function as for other text, so that the parser does not try to recognise blanks.
   events.ignorableWhitespace = &Parser::Characters;
   events.cdataBlock = &Parser::Characters;
   events.internalSubset = &Parser::DocumentType;

@@ -1,6 +1,6 @@
-// Parses one XML part that arrives in pieces and tells a handler what stands in it; nothing of it is kept. A document
-// type is refused, so that no entity is ever defined, and nothing outside the part is loaded. Elements are known by
-// local name and namespace, whatever their prefix.
+// Parses one XML part that arrives in pieces and calls a handler for what stands in it; nothing of it is kept. A
+// document type is refused, so that no entity is ever defined, and nothing outside the part is loaded. Elements are
+// known by local name and namespace, whatever their prefix.
 #pragma once
 
 #include <cstddef>
@@ -64,10 +64,10 @@ class XmlStream {
   XmlStream(XmlHandler& handler, std::string partName);
   ~XmlStream();
 
-  /// Throws HostError Damaged where the text is no well-formed XML or has a document type.
+  /// Throws HostError Damaged where the text is not well-formed XML or has a document type.
   void Feed(std::span<const char> bytes);
 
-  /// Tells that the part is complete.
+  /// To be called when the part is complete. Throws HostError Damaged when the XML is not.
   void Finish();
 
  private:

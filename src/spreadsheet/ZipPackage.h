@@ -1,5 +1,5 @@
 // The parts of an .xlsx, or the files of any other zip, inflated piece by piece. What a hostile zip can cost is bounded
-// before the library sees its table of contents and again while a part is inflated.
+// before the library sees its table of contents, and again while a part is inflated.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/FileHelper.h"
 #include "spreadsheet/WorkbookFile.h"
 
 namespace tolvan {
@@ -44,7 +45,7 @@ struct ZipEntry {
 
 class ZipPackage {
  public:
-  /// The file must outlive the package. Throws HostError Damaged when it is no whole zip.
+  /// The file must outlive the package. Throws HostError Damaged when it is not a whole zip.
   explicit ZipPackage(const WorkbookFile& file);
   ~ZipPackage();
 
@@ -63,6 +64,12 @@ class ZipPackage {
   struct Archive;
   const WorkbookFile& file_;
   std::unique_ptr<Archive> archive_;
+};
+
+/// Zips as archives of files of any kind, with the limits of a workbook's.
+class ZipArchiveReader final : public ArchiveReader {
+ public:
+  std::unique_ptr<Archive> OpenArchive(std::string_view path) override;
 };
 
 }  // namespace tolvan

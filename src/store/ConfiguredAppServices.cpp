@@ -9,15 +9,15 @@ ConfiguredAppServices::ConfiguredAppServices(const std::string& applicationFolde
     : front_(front),
       diagnostic_(diagnostic),
       files_(applicationFolder, std::move(guard)),
-      registry_(ValueFile(front_.clock, std::move(layoutFile), &front_.interruption)) {}
+      layouts_(ValueFile(front_.clock, std::move(layoutFile), &front_.interruption)) {}
 
-std::int32_t ConfiguredAppServices::ReadRegistry(std::string_view section, std::string_view key,
-                                                 std::int32_t defaultValue) const {
-  return registry_.Read(section, key, defaultValue);
+std::int32_t ConfiguredAppServices::ReadLayout(std::string_view section, std::string_view key,
+                                               std::int32_t defaultValue) const {
+  return layouts_.Read(section, key, defaultValue);
 }
 
-void ConfiguredAppServices::WriteRegistry(std::string_view section, std::string_view key, std::int32_t value) noexcept {
-  registry_.Write(section, key, value);
+void ConfiguredAppServices::WriteLayout(std::string_view section, std::string_view key, std::int32_t value) noexcept {
+  layouts_.Write(section, key, value);
 }
 
 bool ConfiguredAppServices::IsEmailAddress(std::string_view text) const {

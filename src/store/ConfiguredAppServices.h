@@ -5,7 +5,7 @@
 #include "host/HostContext.h"
 #include "store/DeferredArchiveReader.h"
 #include "store/HostFront.h"
-#include "system/LayoutRegistry.h"
+#include "system/SettingsAndLayouts.h"
 #include "system/posix/PosixFileHelper.h"
 
 namespace tolvan {
@@ -19,8 +19,8 @@ class ConfiguredAppServices final : public AppServices {
 
   std::string ApplicationFolder() const override { return files_.NormalizeFolder({}); }
   bool DiagnosticFlag() const override { return diagnostic_; }
-  std::int32_t ReadRegistry(std::string_view section, std::string_view key, std::int32_t defaultValue) const override;
-  void WriteRegistry(std::string_view section, std::string_view key, std::int32_t value) noexcept override;
+  std::int32_t ReadLayout(std::string_view section, std::string_view key, std::int32_t defaultValue) const override;
+  void WriteLayout(std::string_view section, std::string_view key, std::int32_t value) noexcept override;
   bool IsEmailAddress(std::string_view text) const override;
   FileHelper& Files() override { return files_; }
   ArchiveReader& Archives() override { return archives_; }
@@ -33,7 +33,7 @@ class ConfiguredAppServices final : public AppServices {
   bool diagnostic_;
   PosixFileHelper files_;
   DeferredArchiveReader archives_;
-  mutable LayoutRegistry registry_;  // reading may put a damaged file aside
+  mutable LayoutStore layouts_;  // reading may put a damaged file aside
 };
 
 }  // namespace tolvan

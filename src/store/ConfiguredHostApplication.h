@@ -8,7 +8,7 @@
 #include "store/DeferredHttpClient.h"
 #include "store/HostConfiguration.h"
 #include "store/HostFront.h"
-#include "system/TextSettingsStore.h"
+#include "system/SettingsAndLayouts.h"
 
 namespace tolvan {
 

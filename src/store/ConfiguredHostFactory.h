@@ -6,7 +6,7 @@
 #include "host/HostContext.h"
 #include "store/HostConfiguration.h"
 #include "store/HostFront.h"
-#include "system/posix/SettingsLocation.h"
+#include "system/posix/PosixPath.h"
 
 namespace tolvan {
 

@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "network/CurlModule.h"
-#include "system/posix/ModuleLoader.h"
+#include "network/CurlServices.h"
+#include "system/posix/PosixServices.h"
 
 namespace tolvan {
 

@@ -10,8 +10,8 @@
 #include "database/sql/SqliteDialect.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "store/HostConfiguration.h"
-#include "system/posix/ModuleLoader.h"
 #include "system/posix/PosixPath.h"
+#include "system/posix/PosixServices.h"
 
 namespace tolvan {
 namespace {

@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "host/FileHelper.h"
-#include "spreadsheet/SpreadsheetModule.h"
-#include "system/posix/ModuleLoader.h"
+#include "spreadsheet/LocalSpreadsheetApplication.h"
+#include "system/posix/PosixServices.h"
 
 namespace tolvan {
 

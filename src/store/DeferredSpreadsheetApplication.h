@@ -6,8 +6,8 @@
 #include "host/FileHelper.h"
 #include "host/SpreadsheetApplication.h"
 #include "host/SystemServices.h"
-#include "spreadsheet/SpreadsheetModule.h"
-#include "system/posix/ModuleLoader.h"
+#include "spreadsheet/LocalSpreadsheetApplication.h"
+#include "system/posix/PosixServices.h"
 
 namespace tolvan {
 

@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "host/XmlDocument.h"
-#include "system/posix/ModuleLoader.h"
-#include "xml/XmlModule.h"
+#include "system/posix/PosixServices.h"
+#include "xml/PugiXmlLibrary.h"
 
 namespace tolvan {
 

@@ -8,15 +8,15 @@ Waiting::Waiting(const Interruption* interruption, std::string_view text, std::c
     : interruption_(interruption), text_(text), patience_(patience) {}
 
 Waiting::~Waiting() {
-  if (told_) interruption_->WaitEnds();
+  if (shown_) interruption_->WaitEnds();
 }
 
 bool Waiting::Rest(std::chrono::milliseconds time) noexcept {
-  if (interruption_ != nullptr && !told_ && Clock::now() - began_ >= patience_) {
-    told_ = true;
+  if (interruption_ != nullptr && !shown_ && Clock::now() - began_ >= patience_) {
+    shown_ = true;
     interruption_->WaitBegins(text_);
   }
-  if (!told_ || !interruption_->AnswerFor(time)) std::this_thread::sleep_for(time);
+  if (!shown_ || !interruption_->AnswerFor(time)) std::this_thread::sleep_for(time);
   return interruption_ == nullptr || !interruption_->Requested();
 }
 

@@ -35,7 +35,7 @@ bool IsOrderOf(std::vector<std::int32_t> order) {
 
 void SaveLayout(AppServices& services, const LayoutWindow& window) {
   const auto write = [&](std::string_view suffix, std::int32_t value) {
-    services.WriteRegistry(windowSection, KeyOf(window.LayoutTag(), suffix), value);
+    services.WriteLayout(windowSection, KeyOf(window.LayoutTag(), suffix), value);
   };
   const WindowState state = window.State();
   write("_WS", static_cast<std::int32_t>(state));
@@ -51,7 +51,7 @@ void SaveLayout(AppServices& services, const LayoutWindow& window) {
 
 void RestoreLayout(AppServices& services, LayoutWindow& window) {
   const auto read = [&](std::string_view suffix) {
-    return services.ReadRegistry(windowSection, KeyOf(window.LayoutTag(), suffix), neverStored);
+    return services.ReadLayout(windowSection, KeyOf(window.LayoutTag(), suffix), neverStored);
   };
   Rectangle bounds = window.Bounds();
   if (window.IsSizable()) {
@@ -90,7 +90,7 @@ Rectangle BroughtOnScreen(Rectangle bounds, const std::vector<Rectangle>& workAr
 
 void SaveListLayout(AppServices& services, std::string_view tag, const ListLayout& layout) {
   const auto write = [&](const std::string& suffix, std::int32_t value) {
-    services.WriteRegistry(listSection, KeyOf(tag, suffix), value);
+    services.WriteLayout(listSection, KeyOf(tag, suffix), value);
   };
   for (std::size_t column = 0; column < layout.widths.size(); ++column) {
     write("_C" + std::to_string(column), layout.widths[column]);
@@ -104,7 +104,7 @@ void SaveListLayout(AppServices& services, std::string_view tag, const ListLayou
 
 ListLayout LoadListLayout(AppServices& services, std::string_view tag, std::size_t columns) {
   const auto read = [&](const std::string& suffix, std::int32_t otherwise) {
-    return services.ReadRegistry(listSection, KeyOf(tag, suffix), otherwise);
+    return services.ReadLayout(listSection, KeyOf(tag, suffix), otherwise);
   };
   ListLayout layout;
   for (std::size_t column = 0; column < columns; ++column) {

@@ -10,8 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "xml/XmlCharacters.h"
-#include "xml/XmlRecordList.h"
+#include "xml/XmlMarkup.h"
 
 namespace tolvan {
 namespace {

@@ -1,5 +1,3 @@
-#include "xml/XmlModule.h"
-
 #include <new>
 
 #include "xml/PugiXmlLibrary.h"

@@ -129,7 +129,7 @@ class Upload : public test::DemoStoreFixture {
  protected:
   Upload() { runner.Run({"opciones", "10=127.0.0.1:" + std::to_string(server.Port())}); }
 
-  test::LoopbackServer server{"sales_server.py", {folder.Path()}};
+  test::LoopbackServer server{"answer_server.py", {folder.Path()}};
 };
 
 TEST_F(Upload, SendsWhatTheServerAsksForAndGoesOnFromThere) {
@@ -222,7 +222,7 @@ TEST_F(Registry, IdentifiersAreRecognisedWithoutAHostAndLookedUpOnlyWithOne) {
 }
 
 TEST_F(Registry, TheConfiguredPageIsAskedForNames) {
-  const test::LoopbackServer server("http_server.py", {folder.Path()});
+  const test::LoopbackServer server("answer_server.py", {folder.Path()});
   WriteFile(places.host, ReadFile(places.host) + "[dgii]\nservidor = 127.0.0.1:" + std::to_string(server.Port()) +
                              "\nviewstate = dDw+/A==\neventvalidation = EV+/\n");
   Expect({"rnc", "--consultar", "101012341"}, 0, "",

@@ -8,7 +8,7 @@
 #include "cli/DemoStoreFixture.h"
 #include "cli/Process.h"
 #include "support/ChildProcess.h"
-#include "system/posix/FileDescriptor.h"
+#include "system/posix/PosixFiles.h"
 
 namespace tolvan {
 namespace {

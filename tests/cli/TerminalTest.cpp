@@ -16,7 +16,7 @@
 #include "cli/TerminalProgress.h"
 #include "cli/commands/AllCommands.h"
 #include "support/ChildProcess.h"
-#include "system/posix/FileDescriptor.h"
+#include "system/posix/PosixFiles.h"
 
 namespace tolvan {
 namespace {

@@ -19,7 +19,7 @@
 #include "desktop/DesktopSession.h"
 #include "desktop/GtkWindows.h"
 #include "desktop/WxText.h"
-#include "system/posix/SystemClock.h"
+#include "system/posix/PosixServices.h"
 
 namespace tolvan::test {
 namespace {

@@ -12,7 +12,7 @@
 #include "database/sql/SqliteDialect.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "fiscal/TaxpayerRegistryImport.h"
-#include "spreadsheet/ZipArchiveReader.h"
+#include "spreadsheet/ZipPackage.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
 #include "system/posix/PosixFileHelper.h"

@@ -1,4 +1,4 @@
-#include "network/CurlHttpClient.h"
+#include "network/CurlServices.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ class CurlHttpClientTest : public testing::Test {
   }
 
   test::TemporaryFolder folder_;
-  test::LoopbackServer server_{"http_server.py", {folder_.Path()}};
+  test::LoopbackServer server_{"answer_server.py", {folder_.Path()}};
   test::FakeInterruption interruption_;
 };
 

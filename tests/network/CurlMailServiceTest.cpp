@@ -1,4 +1,4 @@
-#include "network/CurlMailService.h"
+#include "network/CurlServices.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -128,7 +128,7 @@ TEST_F(CurlMailServiceTest, TellsWhatTheServerSaid) {
   }
   options_.server = "smtps://127.0.0.1:" + std::to_string(server_->Port());
   EXPECT_EQ(Send().status, MailStatus::Refused) << "no encryption there";
-  const LoopbackServer mute("http_server.py", {received_.Path()});
+  const LoopbackServer mute("answer_server.py", {received_.Path()});
   options_.server = "smtps://127.0.0.1:" + std::to_string(mute.Port());
   EXPECT_EQ(Send().status, MailStatus::Refused) << "takes the connection and says nothing";
 }

@@ -137,7 +137,7 @@ TEST_F(OrdersOnPostgres, ExportTheSameSales) {
   std::vector<std::string> days;
   for (Store* store : {&local_, &server_}) {
     const TemporaryFolder folder;
-    const LoopbackServer reporting("sales_server.py", {folder.Path()});
+    const LoopbackServer reporting("answer_server.py", {folder.Path()});
     WriteFile(folder.File("pending"), "1 20240227 20240228");
     store->Run({"opciones", "SVentas_DireccionServidor=127.0.0.1:" + std::to_string(reporting.Port())});
     const CommandResult sent = store->Run({"subir-ventas"});

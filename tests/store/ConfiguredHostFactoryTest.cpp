@@ -136,7 +136,7 @@ TEST_F(ConfiguredHostFactoryTest, NamesFoldersFromTheConfiguration) {
   EXPECT_EQ(services_->ApplicationFolder(), std::filesystem::canonical(folder_.Path()).native() + "/app/");
   EXPECT_TRUE(context_->Application().HasPermission("dos"));
   EXPECT_FALSE(context_->Application().HasPermission("importar-precios"));
-  services_->WriteRegistry("Ventanas", "IMPEXP_L", 40);
+  services_->WriteLayout("Ventanas", "IMPEXP_L", 40);
   SettingsStore& settings = context_->Application().Settings();
   settings.Define(std::string(), "Clave", "0", "IMPEXP", 0, 0);
   settings.Set("IMPEXP", "0", "x");
@@ -188,7 +188,7 @@ TEST_F(ConfiguredHostFactoryTest, SendsMailAndRequestsThroughTheModule) {
   EXPECT_EQ(test::ReadFile(received.File("attachment")), "0001,1\n");
   EXPECT_THAT(dialogs_.questions.back(), HasSubstr("«ana» no es una dirección"));
 
-  const test::LoopbackServer web("http_server.py", {received.Path()});
+  const test::LoopbackServer web("answer_server.py", {received.Path()});
   HttpRequest request;
   request.host = "127.0.0.1";
   request.port = static_cast<std::uint16_t>(web.Port());

@@ -269,12 +269,12 @@ struct MissingArchives : ArchiveReader {
 struct FakeServices : AppServices {
   std::string ApplicationFolder() const override { return "/app/"; }
   bool DiagnosticFlag() const override { return diagnostic; }
-  std::int32_t ReadRegistry(std::string_view section, std::string_view key, std::int32_t otherwise) const override {
-    const auto found = registry.find(std::string(section) + "/" + std::string(key));
-    return found == registry.end() ? otherwise : found->second;
+  std::int32_t ReadLayout(std::string_view section, std::string_view key, std::int32_t otherwise) const override {
+    const auto found = layouts.find(std::string(section) + "/" + std::string(key));
+    return found == layouts.end() ? otherwise : found->second;
   }
-  void WriteRegistry(std::string_view section, std::string_view key, std::int32_t value) noexcept override {
-    registry[std::string(section) + "/" + std::string(key)] = value;
+  void WriteLayout(std::string_view section, std::string_view key, std::int32_t value) noexcept override {
+    layouts[std::string(section) + "/" + std::string(key)] = value;
   }
   bool IsEmailAddress(std::string_view text) const override { return text.find('@') != std::string_view::npos; }
   FileHelper& Files() override { return files; }
@@ -284,7 +284,7 @@ struct FakeServices : AppServices {
   Interruption& UserInterruption() override { return interruption; }
 
   bool diagnostic = false;
-  std::map<std::string, std::int32_t> registry;
+  std::map<std::string, std::int32_t> layouts;
   FakeFiles files;
   MissingArchives archives;
   FakeDialogs dialogs;

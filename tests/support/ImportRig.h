@@ -13,7 +13,7 @@
 #include "import/ImportReview.h"
 #include "support/FakeHost.h"
 #include "support/TestStore.h"
-#include "system/NettleHashService.h"
+#include "system/posix/PosixServices.h"
 #include "ui/ReviewListModel.h"
 
 namespace tolvan::test {

@@ -1,4 +1,4 @@
-"""An HTTP server on a loopback port, for tests: http_server.py FOLDER.
+"""An HTTP server on a loopback port, for tests: answer_server.py FOLDER.
 
 Answers by the path, or by the identifier at the end of the query as the taxpayer lookup page does, and keeps the request,
 byte for byte, in FOLDER/request.

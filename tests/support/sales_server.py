@@ -1,5 +1,5 @@
 """The reporting server of the sales upload on a loopback port, for tests and for trying it by hand:
-sales_server.py FOLDER.
+answer_server.py FOLDER.
 
 Reads the request fields as the wire format describes them, and keeps every request line in FOLDER/requests. The answer
 to the question for days is FOLDER/pending, byte for byte; days are accepted with "OK", unless FOLDER/faults names the

@@ -1,4 +1,4 @@
-#include "system/posix/DesktopOpener.h"
+#include "system/posix/PosixServices.h"
 
 #include <gtest/gtest.h>
 

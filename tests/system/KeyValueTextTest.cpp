@@ -1,4 +1,4 @@
-#include "system/KeyValueText.h"
+#include "system/ValueFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "system/posix/PosixWholeFile.h"
+#include "system/posix/PosixFiles.h"
 
 #include <gtest/gtest.h>
 #include <linux/filter.h>

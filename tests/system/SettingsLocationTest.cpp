@@ -1,4 +1,4 @@
-#include "system/posix/SettingsLocation.h"
+#include "system/posix/PosixPath.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "system/TextSettingsStore.h"
+#include "system/SettingsAndLayouts.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -13,8 +13,7 @@
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
 #include "support/ThrownBy.h"
-#include "system/LayoutRegistry.h"
-#include "system/posix/FileLock.h"
+#include "system/posix/PosixFiles.h"
 
 namespace tolvan {
 namespace {
@@ -139,7 +138,7 @@ TEST_F(TextSettingsStoreTest, TellsWhyNothingWasSaved) {
   ::chmod(folder_.Path().c_str(), 0755);
   ::chmod(folder_.File("ajustes").c_str(), 0555);
   const std::string outcome = test::RunWithoutPrivileges([&]() -> std::string {
-    LayoutRegistry(File()).Write("Ventanas", "IMPEXP_L", 5);
+    LayoutStore(File()).Write("Ventanas", "IMPEXP_L", 5);
     const HostError error = test::ThrownBy([&] { store.Save(section); });
     return error.Kind() == HostErrorKind::Access ? "access" : error.what();
   });
@@ -199,10 +198,10 @@ TEST_F(TextSettingsStoreTest, SurvivesAThousandKills) {
 }
 
 TEST_F(TextSettingsStoreTest, KeepsWindowLayouts) {
-  LayoutRegistry registry(File());
+  LayoutStore registry(File());
   EXPECT_EQ(registry.Read("Ventanas", "IMPEXPfrm_L", -1), -1);
   registry.Write("Ventanas", "IMPEXPfrm_L", -240);
-  EXPECT_EQ(LayoutRegistry(File()).Read("Ventanas", "IMPEXPfrm_L", -1), -240);
+  EXPECT_EQ(LayoutStore(File()).Read("Ventanas", "IMPEXPfrm_L", -1), -240);
   EXPECT_EQ(registry.Read("Listas", "IMPEXPfrm_L", 7), 7);
   test::WriteFile(path_, "basura");
   EXPECT_EQ(registry.Read("Ventanas", "IMPEXPfrm_L", -1), -1);

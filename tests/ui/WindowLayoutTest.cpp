@@ -31,10 +31,10 @@ TEST(WindowLayout, AMaximisedWindowKeepsTheNormalPositionItHadBefore) {
   RestoreLayout(services, reopened);
   EXPECT_EQ(reopened.bounds, (Rectangle{150, 300, 9900, 7000}));
   EXPECT_EQ(reopened.state, WindowState::Maximised);
-  services.registry["Ventanas/IMPEXPfrmOpciones_WS"] = static_cast<std::int32_t>(WindowState::Minimised);
+  services.layouts["Ventanas/IMPEXPfrmOpciones_WS"] = static_cast<std::int32_t>(WindowState::Minimised);
   RestoreLayout(services, reopened);
   EXPECT_EQ(reopened.state, WindowState::Normal) << "not out of sight";
-  EXPECT_EQ(services.registry.at("Ventanas/IMPEXPfrmOpciones_L"), 150);
+  EXPECT_EQ(services.layouts.at("Ventanas/IMPEXPfrmOpciones_L"), 150);
 }
 
 TEST(WindowLayout, AFixedBorderStoresNoSizeAndIgnoresAStoredOne) {
@@ -42,9 +42,9 @@ TEST(WindowLayout, AFixedBorderStoresNoSizeAndIgnoresAStoredOne) {
   FakeOptionsView window;
   window.sizable = false;
   SaveLayout(services, window);
-  EXPECT_EQ(services.registry.count("Ventanas/IMPEXPfrmOpciones_H"), 0U);
-  services.registry["Ventanas/IMPEXPfrmOpciones_H"] = 300;
-  services.registry["Ventanas/IMPEXPfrmOpciones_W"] = 300;
+  EXPECT_EQ(services.layouts.count("Ventanas/IMPEXPfrmOpciones_H"), 0U);
+  services.layouts["Ventanas/IMPEXPfrmOpciones_H"] = 300;
+  services.layouts["Ventanas/IMPEXPfrmOpciones_W"] = 300;
   RestoreLayout(services, window);
   EXPECT_EQ(window.bounds, (Rectangle{0, 0, 9000, 6000}));
 }
@@ -68,11 +68,11 @@ TEST(WindowLayout, WhatLiesOutsideTheScreensIsBroughtBack) {
 
 TEST(WindowLayout, AStoredStateAndSizeThatCannotBeAreIgnored) {
   FakeServices services;
-  services.registry = {{"Ventanas/IMPEXPfrmOpciones_WS", 7},
-                       {"Ventanas/IMPEXPfrmOpciones_H", 0},
-                       {"Ventanas/IMPEXPfrmOpciones_W", -5},
-                       {"Ventanas/IMPEXPfrmOpciones_L", 0},
-                       {"Ventanas/IMPEXPfrmOpciones_T", 0}};
+  services.layouts = {{"Ventanas/IMPEXPfrmOpciones_WS", 7},
+                      {"Ventanas/IMPEXPfrmOpciones_H", 0},
+                      {"Ventanas/IMPEXPfrmOpciones_W", -5},
+                      {"Ventanas/IMPEXPfrmOpciones_L", 0},
+                      {"Ventanas/IMPEXPfrmOpciones_T", 0}};
   FakeOptionsView window;
   RestoreLayout(services, window);
   EXPECT_EQ(window.bounds, (Rectangle{0, 0, 9000, 6000}));
@@ -86,8 +86,8 @@ TEST(WindowLayout, ColumnsComeBackAsTheyWereLeft) {
   const ListLayout left{.widths = {900, 1500, 750}, .order = {2, 0, 1}, .sortColumn = 1, .ascending = false};
   SaveListLayout(services, "lista", left);
   EXPECT_EQ(LoadListLayout(services, "lista", 3), left);
-  services.registry["Listas/IMPEXPlista_V1"] = 2;  // the same column twice
-  services.registry["Listas/IMPEXPlista_SK"] = 3;
+  services.layouts["Listas/IMPEXPlista_V1"] = 2;  // the same column twice
+  services.layouts["Listas/IMPEXPlista_SK"] = 3;
   const ListLayout loaded = LoadListLayout(services, "lista", 3);
   EXPECT_EQ(loaded.order, fresh.order);
   EXPECT_EQ(loaded.sortColumn, -1);

@@ -8,7 +8,7 @@
 #include "cli/TerminalProgress.h"
 #include "cli/commands/AllCommands.h"
 #include "host/UserInterface.h"
-#include "system/posix/PosixInputFile.h"
+#include "system/posix/PosixFiles.h"
 #include "transport/CRC32.h"
 #include "transport/Crc32Digest.h"
 
@@ -24,17 +24,17 @@ void ShowProgress(TerminalLine& line, std::uint64_t done, std::uint64_t size) {
 }
 
 std::int32_t FileChecksum(CommandCall& call, const std::string& path) {
-  PosixInputFile file(path);
+  const std::unique_ptr<InputFile> file = OpenInputFile(path);
   TerminalLine line(call.Messages(), call.MessagesColumns());
   line.Begin();
   Crc32Digest digest;
   std::vector<char> block(blockSize);
   std::uint64_t done = 0;
-  while (const std::size_t count = file.Read(block)) {
+  while (const std::size_t count = file->Read(block)) {
     if (call.UserInterruption().Requested()) throw HostError(HostErrorKind::Interrupted, {}, path);
     digest.Add({reinterpret_cast<const std::uint8_t*>(block.data()), count});
     done += count;
-    if (call.ShowsProgress()) ShowProgress(line, done, file.Size());
+    if (call.ShowsProgress()) ShowProgress(line, done, file->Size());
   }
   line.Clear();
   return static_cast<std::int32_t>(digest.Value());

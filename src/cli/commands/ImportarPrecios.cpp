@@ -9,7 +9,7 @@
 #include "cli/commands/AllCommands.h"
 #include "import/ImportReport.h"
 #include "store/DeferredSpreadsheetApplication.h"
-#include "system/NettleHashService.h"
+#include "system/posix/PosixServices.h"
 #include "ui/ActionTable.h"
 #include "ui/ImportLauncher.h"
 

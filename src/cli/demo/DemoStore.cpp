@@ -14,7 +14,7 @@
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "host/HostError.h"
 #include "system/posix/PosixFileHelper.h"
-#include "system/posix/SystemFailure.h"
+#include "system/posix/PosixFiles.h"
 
 namespace tolvan {
 

@@ -3,16 +3,21 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <filesystem>
 
 #include "base/Text.h"
-#include "system/posix/PosixInputFile.h"
+#include "system/posix/PosixFiles.h"
 #include "system/posix/PosixPath.h"
-#include "system/posix/PosixWholeFile.h"
-#include "system/posix/SystemFailure.h"
 
 namespace tolvan {
 namespace {
+
+bool IsThatFile(const std::string& path, const std::string& guarded) {
+  if (AreOneFile(path, guarded)) return true;
+  return NameOf(path) == NameOf(guarded) && AreOneFile(FolderOf(path), FolderOf(guarded));
+}
 
 bool IsForbidden(char32_t codePoint) {
   constexpr std::u32string_view forbidden = U"\\/:*?\"<>|";
@@ -51,6 +56,22 @@ std::optional<struct stat> StatusOf(const std::string& path) {
 }
 
 }  // namespace
+
+bool FileGuard::Holds(const std::string& path) const {
+  return std::ranges::any_of(files_, [&](const std::string& file) { return IsThatFile(path, file); }) ||
+         std::ranges::any_of(marks_, [&](const Mark& mark) { return IsMarked(path, mark); });
+}
+
+bool FileGuard::IsMarked(const std::string& path, const Mark& mark) {
+  const auto hasMark = [&](std::string_view name) { return name.find(mark.text) != std::string_view::npos; };
+  if (hasMark(NameOf(path)) && AreOneFile(FolderOf(path), mark.folder)) return true;
+  std::error_code ignored;  // a folder that is not there holds nothing
+  for (std::filesystem::directory_iterator entry(mark.folder, ignored), end; !ignored && entry != end;
+       entry.increment(ignored)) {
+    if (hasMark(entry->path().filename().native()) && AreOneFile(path, entry->path().native())) return true;
+  }
+  return false;
+}
 
 PosixFileHelper::PosixFileHelper(std::string_view applicationFolder, FileGuard guard)
     : applicationFolder_(Collapsed(applicationFolder)), guard_(std::move(guard)) {}
@@ -152,12 +173,12 @@ std::optional<HostError> PosixFileHelper::WriteTextFile(std::string_view text, s
 }
 
 std::unique_ptr<WholeFile> PosixFileHelper::CreateWhole(std::string_view path) {
-  return std::make_unique<PosixWholeFile>(ResolveForChange(path));
+  return CreateWholeFile(ResolveForChange(path));
 }
 
 std::unique_ptr<InputFile> PosixFileHelper::OpenInput(std::string_view path) {
   if (path.empty()) throw SystemFailure(ENOENT, path);
-  return std::make_unique<PosixInputFile>(Resolve(path));
+  return OpenInputFile(Resolve(path));
 }
 
 }  // namespace tolvan

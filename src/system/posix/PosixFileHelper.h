@@ -1,12 +1,39 @@
-// Files and their names on Linux; see PosixPath.h for how paths are understood.
+// Files and their names on Linux, and the guard of those that nothing may change; see PosixPath.h for how paths are
+// understood.
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/FileHelper.h"
-#include "system/posix/FileGuard.h"
 
 namespace tolvan {
+
+/// Which files nothing replaces, truncates or deletes: what a shop cannot afford to lose to a path chosen by mistake.
+///
+/// A file is known by what it is and not by how it is spelled: one that is there by its device and number, so that
+/// links of either kind are no way around; one that is not there yet by its folder and name.
+class FileGuard {
+ public:
+  /// A file, whether it is there or not. Paths here and below are absolute.
+  void AddFile(std::string path) { files_.push_back(std::move(path)); }
+
+  /// The files directly in `folder` whose names hold `mark`.
+  void AddFilesNamed(std::string mark, std::string folder) { marks_.push_back({std::move(mark), std::move(folder)}); }
+
+  bool Holds(const std::string& path) const;
+
+ private:
+  struct Mark {
+    std::string text;
+    std::string folder;
+  };
+
+  static bool IsMarked(const std::string& path, const Mark& mark);
+
+  std::vector<std::string> files_;
+  std::vector<Mark> marks_;
+};
 
 class PosixFileHelper final : public FileHelper {
  public:

@@ -1,4 +1,4 @@
-// How a path that the component or a setting holds becomes a path of this system.
+// How a path that the component or a setting holds becomes a path of this system, and where the settings are.
 //
 // A path that begins with "/" is taken as it stands: a backslash is an ordinary character of a name there. Any other
 // path is meant from the application folder, and in it both "\" and "/" separate, because the component composes names
@@ -27,7 +27,7 @@ std::string FolderOf(std::string_view absolutePath);
 /// What follows the folder: "" for the root folder.
 std::string_view NameOf(std::string_view absolutePath);
 
-/// Whether both paths are there and lead to one file or folder, be it by another spelling or a link.
+/// Whether both paths are there and lead to one file or folder, possibly by another spelling or a link.
 bool AreOneFile(const std::string& path, const std::string& other);
 
 /// Whether the file's own mode lets every user of the machine read it.
@@ -38,5 +38,20 @@ std::string HomeFolder();
 
 /// The path with its symbolic links followed as far as it exists. Throws HostError when a part cannot be looked at.
 std::string CanonicalPath(const std::string& absolutePath);
+
+/// Where the settings and the window layouts of a host configuration are kept. Every configuration has its own files,
+/// because their names are made of the configuration's path, in which "/" becomes "+" and everything but ASCII letters,
+/// digits, "-", "_" and points is written "%" with two hexadecimal digits; so is a point at the beginning, which would
+/// hide the file. A name that would be too long keeps its end, after a hash of the whole.
+struct SettingsLocation {
+  std::string settingsFile;  ///< absolute, ends in ".ajustes"
+  std::string layoutFile;    ///< absolute, ends in ".ventanas"
+};
+
+/// `configurationFile` is absolute. With an empty `folder` the files lie in "tolvan" under the XDG configuration and
+/// state folders and are named by the configuration's canonical path. Otherwise both lie in `folder` (absolute), named
+/// by the configuration's path relative to it, so that a shop's folder can be moved with its settings. Throws HostError
+/// Configuration when there is neither a folder nor a home.
+SettingsLocation LocateSettings(const std::string& configurationFile, const std::string& folder);
 
 }  // namespace tolvan
