@@ -66,7 +66,8 @@ class FileHelper {
   virtual bool FileExists(std::string_view path) const = 0;
   virtual bool FolderExists(std::string_view path) const = 0;
 
-  /// Whether both are there and are one file, be it by another spelling or a link.
+  /// Whether both are there and are one file, be it by another spelling or a link. Throws HostError when the system
+  /// cannot tell.
   virtual bool IsSameFile(std::string_view path, std::string_view other) const = 0;
 
   /// Makes the folder and those above it. Throws HostError.

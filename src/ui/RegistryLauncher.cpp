@@ -68,11 +68,11 @@ void RegistryLauncher::SaveRejections(const RejectionList& rejected) const {
   for (;;) {
     const auto path = dialogs.PickFileToSave("Guardar líneas rechazadas", "Archivo de Texto|*.txt", "Rechazos RNC.txt");
     if (!path || path->empty()) return;
-    if (context_->Files().IsSameFile(*path, file_)) {
-      dialogs.ShowMessage(MessageIcon::Exclamation, title, "Elija otro archivo: ese es el que se importó.");
-      continue;
-    }
     try {
+      if (context_->Files().IsSameFile(*path, file_)) {
+        dialogs.ShowMessage(MessageIcon::Exclamation, title, "Elija otro archivo: ese es el que se importó.");
+        continue;
+      }
       rejected.SaveTo(context_->Files(), *path);
       return dialogs.ShowMessage(
           MessageIcon::Information, title,

@@ -65,11 +65,13 @@ bool FileGuard::Holds(const std::string& path) const {
 bool FileGuard::IsMarked(const std::string& path, const Mark& mark) {
   const auto hasMark = [&](std::string_view name) { return name.find(mark.text) != std::string_view::npos; };
   if (hasMark(NameOf(path)) && AreOneFile(FolderOf(path), mark.folder)) return true;
-  std::error_code ignored;  // a folder that is not there holds nothing
-  for (std::filesystem::directory_iterator entry(mark.folder, ignored), end; !ignored && entry != end;
-       entry.increment(ignored)) {
+  std::error_code failure;
+  for (std::filesystem::directory_iterator entry(mark.folder, failure), end; !failure && entry != end;
+       entry.increment(failure)) {
     if (hasMark(entry->path().filename().native()) && AreOneFile(path, entry->path().native())) return true;
   }
+  const int code = failure.value();  // a folder that is not there holds nothing
+  if (code != 0 && code != ENOENT && code != ENOTDIR) throw SystemFailure(code, mark.folder);
   return false;
 }
 
@@ -84,11 +86,23 @@ std::string PosixFileHelper::ResolveForChange(std::string_view path) const {
   // A name that ends in a separator means a folder; collapsed, it would become the name of a file.
   if (path.empty() || path.ends_with('/')) throw SystemFailure(EISDIR, path);
   std::string resolved = Resolve(path);
-  if (!guard_.Holds(resolved)) return resolved;
+  if (!IsGuarded(resolved)) return resolved;
   throw HostError(HostErrorKind::Access,
                   "es un archivo propio de la tienda (su base de datos, su configuración o sus ajustes) y no se "
                   "reemplaza ni se borra",
                   resolved);
+}
+
+bool PosixFileHelper::IsGuarded(const std::string& resolved) const {
+  try {
+    return guard_.Holds(resolved);
+  } catch (const HostError& error) {
+    if (error.Context() == resolved) throw;
+    throw HostError(error.Kind(),
+                    "no se pudo comprobar que no sea un archivo propio de la tienda («" + error.Context() +
+                        "»: " + error.what() + ")",
+                    resolved, error.NativeCode());
+  }
 }
 
 std::string PosixFileHelper::NormalizeFolder(std::string_view folder) const {

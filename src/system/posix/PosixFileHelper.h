@@ -21,6 +21,7 @@ class FileGuard {
   /// The files directly in `folder` whose names hold `mark`.
   void AddFilesNamed(std::string mark, std::string folder) { marks_.push_back({std::move(mark), std::move(folder)}); }
 
+  /// Throws HostError when the system cannot tell whether the file is one of them, as on a failing device.
   bool Holds(const std::string& path) const;
 
  private:
@@ -59,6 +60,7 @@ class PosixFileHelper final : public FileHelper {
 
   /// Every operation that deletes, replaces or truncates a file begins here: the guard is asked nowhere else.
   std::string ResolveForChange(std::string_view path) const;
+  bool IsGuarded(const std::string& resolved) const;
 
   std::string applicationFolder_;
   FileGuard guard_;

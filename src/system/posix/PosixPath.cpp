@@ -5,10 +5,12 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 
 #include "base/Text.h"
 #include "host/HostError.h"
@@ -19,6 +21,14 @@ namespace {
 
 bool IsLetter(char character) {
   return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+}
+
+// Nothing when nothing is there.
+std::optional<struct stat> StatusIfThere(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) == 0) return status;
+  if (errno == ENOENT || errno == ENOTDIR) return std::nullopt;
+  throw SystemFailure(errno, path);
 }
 
 bool StandsAsItIs(char character) {
@@ -106,10 +116,9 @@ std::string_view NameOf(std::string_view absolutePath) {
 }
 
 bool AreOneFile(const std::string& path, const std::string& other) {
-  struct stat one {};
-  struct stat two {};
-  if (::stat(path.c_str(), &one) != 0 || ::stat(other.c_str(), &two) != 0) return false;
-  return one.st_dev == two.st_dev && one.st_ino == two.st_ino;
+  const auto one = StatusIfThere(path);
+  const auto two = StatusIfThere(other);
+  return one && two && one->st_dev == two->st_dev && one->st_ino == two->st_ino;
 }
 
 bool IsReadableByEverybody(const std::string& path) {

@@ -27,7 +27,8 @@ std::string FolderOf(std::string_view absolutePath);
 /// What follows the folder: "" for the root folder.
 std::string_view NameOf(std::string_view absolutePath);
 
-/// Whether both paths are there and lead to one file or folder, possibly by another spelling or a link.
+/// Whether both paths are there and lead to one file or folder, possibly by another spelling or a link. Throws
+/// HostError when the system cannot tell, as on a failing device.
 bool AreOneFile(const std::string& path, const std::string& other);
 
 /// Whether the file's own mode lets every user of the machine read it.

@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <random>
+#include <set>
 
 #include "contract/TemporaryFolder.h"
 #include "support/ChildProcess.h"
@@ -14,11 +15,71 @@
 #include "support/FileContent.h"
 #include "support/ThrownBy.h"
 #include "system/posix/PosixFiles.h"
+#include "system/posix/PosixPath.h"
 
 namespace tolvan {
 namespace {
 
 constexpr std::string_view section = "IMPEXP";
+
+TEST(KeyValueText, KeepsEveryValue) {
+  const NamedValues values{{{"IMPEXP", "6"}, "C:\\Ventas\\"},
+                           {{"IMPEXP", "9"}, ""},
+                           {{"a/b=c\n", "\\x41"}, " = ; línea 1\r\nfin 2\n"},
+                           {{"", "ñ"}, std::string("\0\x7F\xFF\xC3", 4)}};
+  const std::string text = WriteKeyValueText(values);
+  EXPECT_EQ(ParseKeyValueText(text), values);
+  EXPECT_EQ(WriteKeyValueText({{{"IMPEXP", "6"}, "C:\\ñ\n"}}), "tolvan-valores 1\nIMPEXP/6=C:\\\\ñ\\x0A\nfin 1\n");
+  for (std::size_t length = 0; length < text.size(); ++length) {
+    EXPECT_FALSE(ParseKeyValueText(text.substr(0, length))) << "cut at " << length;
+  }
+}
+
+TEST(KeyValueText, RefusesWhatIsDamaged) {
+  for (const std::string text : {"", "\n", "fin 0\n", "tolvan-valores 2\nfin 0\n", "tolvan-valores 1\r\nfin 0\r\n",
+                                 "\xEF\xBB\xBFtolvan-valores 1\nfin 0\n", "tolvan-valores 1\nfin 0\n\n"}) {
+    EXPECT_FALSE(ParseKeyValueText(text)) << text;
+  }
+  for (const std::string lines :
+       {"fin 1", "a/1=x\n\nfin 1", "a/1=x\na/1=x\nfin 2", "a/1=x\na/1=x\nfin 1", "a1=x\nfin 1", "a/1\nfin 1",
+        "a/1=\\n\nfin 1", "a/1=\\x0\nfin 1", "a/1=\\x0g\nfin 1", "a/1=\t\nfin 1", "a/1=\xFF\nfin 1", "a/1=x\nfin 01"}) {
+    EXPECT_FALSE(ParseKeyValueText("tolvan-valores 1\n" + lines + "\n")) << lines;
+  }
+  EXPECT_TRUE(ParseKeyValueText("tolvan-valores 1\nb/1=\na/2==/\nfin 2\n"));
+}
+
+TEST(SettingsLocation, IsNamedByTheConfiguration) {
+  ::setenv("HOME", "/home/ana", 1);
+  ::setenv("XDG_CONFIG_HOME", "/cfg/", 1);
+  ::setenv("XDG_STATE_HOME", "relativa", 1);  // not absolute: counts as not set
+  const SettingsLocation location = LocateSettings("/no hay/tienda+1/tolvan.ini", "");
+  EXPECT_EQ(location.settingsFile, "/cfg/tolvan/+no%20hay+tienda%2B1+tolvan.ini.ajustes");
+  EXPECT_EQ(location.layoutFile, "/home/ana/.local/state/tolvan/+no%20hay+tienda%2B1+tolvan.ini.ventanas");
+
+  std::set<std::string> files;
+  const std::string deep = "/" + std::string(240, 'n') + "/" + std::string(240, 'm');
+  for (const std::string& path : {std::string("/a/b/t.ini"), std::string("/a+b/t.ini"), std::string("/a/b+t.ini"),
+                                  std::string("/a%2Fb/t.ini"), deep + "/t.ini", "/x" + deep + "/t.ini"}) {
+    files.insert(LocateSettings(path, "").settingsFile);
+    files.insert(LocateSettings(path, "/a").settingsFile);
+  }
+  EXPECT_EQ(files.size(), 12U) << "no two configurations share a file";
+  for (const std::string& file : files) EXPECT_LT(file.size() - file.rfind('/'), 220U);
+}
+
+TEST(SettingsLocation, MovesWithTheShopFolder) {
+  const test::TemporaryFolder folder;
+  const std::string base = std::filesystem::canonical(folder.Path()).native();
+  std::filesystem::create_directories(base + "/una/tienda");
+  test::WriteFile(base + "/una/tienda/tolvan.ini", "");
+  std::filesystem::create_directory_symlink(base + "/una", base + "/enlace");
+  const SettingsLocation direct = LocateSettings(base + "/una/tienda/tolvan.ini", base + "/una/ajustes");
+  EXPECT_EQ(direct.settingsFile, base + "/una/ajustes/%2E.+tienda+tolvan.ini.ajustes");
+  EXPECT_EQ(LocateSettings(base + "/enlace/tienda/tolvan.ini", base + "/enlace/ajustes").layoutFile, direct.layoutFile);
+  std::filesystem::rename(base + "/una", base + "/otra");
+  EXPECT_EQ(LocateSettings(base + "/otra/tienda/tolvan.ini", base + "/otra/ajustes").settingsFile,
+            base + "/otra/ajustes/%2E.+tienda+tolvan.ini.ajustes");
+}
 
 class TextSettingsStoreTest : public testing::Test {
  protected:
@@ -198,15 +259,14 @@ TEST_F(TextSettingsStoreTest, SurvivesAThousandKills) {
 }
 
 TEST_F(TextSettingsStoreTest, KeepsWindowLayouts) {
-  LayoutStore registry(File());
-  EXPECT_EQ(registry.Read("Ventanas", "IMPEXPfrm_L", -1), -1);
-  registry.Write("Ventanas", "IMPEXPfrm_L", -240);
+  LayoutStore layouts(File());
+  layouts.Write("Ventanas", "IMPEXPfrm_L", -240);
   EXPECT_EQ(LayoutStore(File()).Read("Ventanas", "IMPEXPfrm_L", -1), -240);
-  EXPECT_EQ(registry.Read("Listas", "IMPEXPfrm_L", 7), 7);
+  EXPECT_EQ(layouts.Read("Listas", "IMPEXPfrm_L", 7), 7);
   test::WriteFile(path_, "basura");
-  EXPECT_EQ(registry.Read("Ventanas", "IMPEXPfrm_L", -1), -1);
-  registry.Write("Ventanas", "IMPEXPfrm_L", 12);
-  EXPECT_EQ(registry.Read("Ventanas", "IMPEXPfrm_L", -1), 12);
+  EXPECT_EQ(layouts.Read("Ventanas", "IMPEXPfrm_L", -1), -1);
+  layouts.Write("Ventanas", "IMPEXPfrm_L", 12);
+  EXPECT_EQ(layouts.Read("Ventanas", "IMPEXPfrm_L", -1), 12);
 }
 
 }  // namespace
