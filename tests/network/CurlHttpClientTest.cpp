@@ -1,7 +1,10 @@
 #include "network/CurlServices.h"
 
+#include <arpa/inet.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
 
 #include <cstdlib>
 
@@ -10,6 +13,8 @@
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
 #include "support/LoopbackServer.h"
+#include "support/ThrownBy.h"
+#include "system/posix/PosixFiles.h"
 
 namespace tolvan {
 namespace {
@@ -91,8 +96,24 @@ TEST_F(CurlHttpClientTest, FailsClearlyWithoutAServer) {
   request.port = test::unusedPort;
   EXPECT_NE(CurlHttpClient(interruption_).Get(request).failure, "");
   const test::ImpatientUser user;
-  EXPECT_THROW(Get("slow", user), HostError);
+  EXPECT_EQ(test::KindThrownBy([&] { Get("slow", user); }), HostErrorKind::Interrupted);
   EXPECT_EQ(user.told, "El servidor 127.0.0.1 no ha respondido todavía; esperando… Ya.");
+}
+
+// A wish to stop that comes before the request: nobody is called.
+TEST_F(CurlHttpClientTest, DoesNotConnectWhenStopped) {
+  const FileDescriptor listener(::socket(AF_INET, SOCK_STREAM, 0));
+  ASSERT_EQ(::listen(listener.Number(), 1), 0);  // on a free port of every address
+  sockaddr_in address{};
+  socklen_t size = sizeof address;
+  ASSERT_EQ(::getsockname(listener.Number(), reinterpret_cast<sockaddr*>(&address), &size), 0);
+  HttpRequest request;
+  request.host = "127.0.0.1";
+  request.port = ntohs(address.sin_port);
+  interruption_.requested = true;
+  EXPECT_EQ(test::KindThrownBy([&] { CurlHttpClient(interruption_).Get(request); }), HostErrorKind::Interrupted);
+  pollfd calls{listener.Number(), POLLIN, 0};
+  EXPECT_EQ(::poll(&calls, 1, 0), 0);
 }
 
 }  // namespace

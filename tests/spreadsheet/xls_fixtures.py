@@ -265,7 +265,9 @@ def bad_cases():
     yield 'no_end', book(number(0, 0, 1))[:-512] + b'\3\2\xFF\xFF' * 128, ''
     yield 'missing_string', book(record(0xFD, head(0, 0) + struct.pack('<I', 5))), 'usa un texto que no existe'
     yield 'column_past_the_end', book(number(0, 256, 1)), 'no existe'
-    for kind in (0x0002, 0x007E, 0x0404, 0x02FD):
+    known = {0x0006, 0x00BD, 0x00D6, 0x00FD, 0x0203, 0x0204, 0x0205, 0x0206, 0x027E, 0x0406}
+    cell_numbers = (0x02, 0x03, 0x04, 0x05, 0x06, 0x7E, 0xBD, 0xD6, 0xFD)
+    for kind in {version | cell for version in (0, 0x0200, 0x0400) for cell in cell_numbers} - known:
         yield f'cell_{kind}', book(record(kind, head(4, 0) + b'\7\0\0')), f'fila 5 tiene un registro desconocido (0x{kind:04X})'
     yield 'half_cell', book(record(0x203, head(0, 0) + b'\0\0')), 'truncada'
     yield 'half_string_table', book(b'', tables=record(0xFC, struct.pack('<IIHB', 9, 9, 50, 0) + b'abc')), 'truncado'
