@@ -11,7 +11,7 @@
 #include "Bench.h"
 #include "BenchFolder.h"
 #include "base/NumberText.h"
-#include "database/sql/SqliteDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::bench {

@@ -6,7 +6,6 @@
 
 #include "Bench.h"
 #include "BenchFolder.h"
-#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 

@@ -11,7 +11,6 @@
 #include "BenchFolder.h"
 #include "NobodyThere.h"
 #include "base/NumberText.h"
-#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "import/ItemStatements.h"

@@ -12,9 +12,8 @@
 #include "BenchFolder.h"
 #include "RegistryGenerator.h"
 #include "RegistryJob.h"
-#include "database/sql/Schemas.h"
+#include "database/sql/SqlDialects.h"
 #include "database/sql/SqlScript.h"
-#include "database/sql/SqliteDialect.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::data {}

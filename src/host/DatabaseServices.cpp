@@ -10,13 +10,6 @@
 namespace tolvan {
 namespace {
 
-template <class... Cases>
-struct Match : Cases... {
-  using Cases::operator()...;
-};
-template <class... Cases>
-Match(Cases...) -> Match<Cases...>;  // the compiler of the checks does not deduce it by itself
-
 /// The fewest digits that read back as the same number, never with an exponent.
 std::string NumberText(double number) {
   std::array<char, 400> buffer{};  // the longest is 5e-324, with 326 characters

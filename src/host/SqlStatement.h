@@ -44,6 +44,14 @@ struct EngineTraits {
   std::string_view statementLimitSetting{};
 };
 
+/// For std::visit: one lambda for each type that a value may have.
+template <class... Cases>
+struct Match : Cases... {
+  using Cases::operator()...;
+};
+template <class... Cases>
+Match(Cases...) -> Match<Cases...>;  // the compiler of the checks does not deduce it by itself
+
 /// std::monostate is NULL; text is UTF-8.
 using SqlLiteral = std::variant<std::monostate, bool, std::int64_t, Currency, DateTime, std::string>;
 

@@ -4,10 +4,7 @@
 #include <array>
 
 #include "database/odbc/OdbcModule.h"
-#include "database/sql/AccessDialect.h"
-#include "database/sql/PostgreSqlDialect.h"
-#include "database/sql/SqlServerDialect.h"
-#include "database/sql/SqliteDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "store/HostConfiguration.h"
 #include "system/posix/PosixPath.h"

@@ -1,6 +1,6 @@
 #include "contract/DatabaseContract.h"
 #include "database/odbc/OdbcDatabaseServices.h"
-#include "database/sql/PostgreSqlDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "support/PostgresServer.h"
 
 namespace tolvan::test {

@@ -1,5 +1,5 @@
 #include "contract/DatabaseContract.h"
-#include "database/sql/SqliteDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::test {

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 
 namespace tolvan::test {

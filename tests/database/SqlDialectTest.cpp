@@ -2,10 +2,7 @@
 
 #include <array>
 
-#include "database/sql/AccessDialect.h"
-#include "database/sql/PostgreSqlDialect.h"
-#include "database/sql/SqlServerDialect.h"
-#include "database/sql/SqliteDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "host/HostError.h"
 
 namespace tolvan::test {

@@ -7,9 +7,8 @@
 #include <vector>
 
 #include "contract/TemporaryFolder.h"
-#include "database/sql/Schemas.h"
+#include "database/sql/SqlDialects.h"
 #include "database/sql/SqlScript.h"
-#include "database/sql/SqliteDialect.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "fiscal/TaxpayerRegistryImport.h"
 #include "spreadsheet/ZipPackage.h"

@@ -5,7 +5,7 @@
 #include <random>
 
 #include "base/Text.h"
-#include "database/sql/SqlServerDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "fiscal/RegistryFakes.h"
 #include "fiscal/RejectionReport.h"
 

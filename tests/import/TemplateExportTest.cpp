@@ -1,7 +1,7 @@
 #include "import/TemplateExport.h"
 
 #include "base/NumberText.h"
-#include "database/sql/SqlServerDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "import/ItemStatements.h"
 #include "import/clsIE_PreciosExcel.h"
 #include "support/ImportRig.h"

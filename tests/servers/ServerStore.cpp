@@ -1,7 +1,6 @@
 #include "servers/ServerStore.h"
 
 #include "database/odbc/OdbcDatabaseServices.h"
-#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 
 namespace tolvan::data {}

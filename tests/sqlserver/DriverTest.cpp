@@ -5,7 +5,7 @@
 #include <chrono>
 
 #include "contract/TemporaryFolder.h"
-#include "database/sql/SqlServerDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "host/HostError.h"
 #include "store/ConfiguredHostFactory.h"
 #include "support/FakeHost.h"

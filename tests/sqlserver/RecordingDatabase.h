@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-#include "database/sql/SqlServerDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "support/FakeHost.h"
 
 namespace tolvan::test {

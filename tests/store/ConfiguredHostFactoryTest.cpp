@@ -8,8 +8,8 @@
 
 #include "base/Text.h"
 #include "contract/TemporaryFolder.h"
+#include "database/sql/SqlDialects.h"
 #include "database/sql/SqlScript.h"
-#include "database/sql/SqliteDialect.h"
 #include "store/DeferredSpreadsheetApplication.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "contract/TemporaryFolder.h"
-#include "database/sql/PostgreSqlDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "host/DatabaseServices.h"
 
 namespace tolvan::test {

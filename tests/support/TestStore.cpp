@@ -1,6 +1,5 @@
 #include "support/TestStore.h"
 
-#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 
 namespace tolvan::test {

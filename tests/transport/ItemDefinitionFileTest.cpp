@@ -3,8 +3,7 @@
 #include <cstdlib>
 
 #include "base/Text.h"
-#include "database/sql/AccessDialect.h"
-#include "database/sql/SqlServerDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "support/ChildProcess.h"
 #include "support/FakeHost.h"
 #include "system/posix/PosixFileHelper.h"

@@ -4,9 +4,7 @@
 #include <barrier>
 #include <thread>
 
-#include "database/sql/AccessDialect.h"
-#include "database/sql/SqlServerDialect.h"
-#include "database/sql/SqliteDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "transport/TransportFakes.h"
 
 namespace tolvan::test {

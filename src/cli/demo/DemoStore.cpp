@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "cli/demo/DemoData.h"
-#include "database/sql/Schemas.h"
 #include "database/sql/SqlScript.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "host/HostError.h"

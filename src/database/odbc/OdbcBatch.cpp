@@ -9,7 +9,7 @@ bool IsQuery(const std::string& statement) {
   return statement.starts_with("SELECT ");
 }
 
-/// Whether a result is what "SELECT @@ROWCOUNT" behind a statement gives.
+/// Whether a result is what "SELECT @@ROWCOUNT" after a statement gives.
 bool IsCount(const BatchResult& result) {
   return result.rows && result.rows->FieldCount() == 1 && !result.rows->AtEnd();
 }
@@ -56,7 +56,7 @@ std::vector<BatchResult> AssignServerResults(std::span<const std::string> statem
   ServerResults walk(std::move(results));
   std::vector<BatchResult> assigned;
   for (const std::string& statement : statements) {
-    // Behind an error that ends the whole text nothing comes any more, and nothing has run.
+    // After an error that ends the whole text nothing more comes, and nothing has run.
     if (walk.AtEnd() && !assigned.empty() && assigned.back().error) break;
     assigned.push_back(IsQuery(statement) ? walk.OfQuery() : walk.OfChange());
   }

@@ -1,9 +1,9 @@
-// How an engine takes several statements in one text, and how what comes back is told apart again.
+// How an engine takes several statements in one text, and which of the results that come back is whose.
 //
 // PostgreSQL runs a text of many statements as one transaction and stops at the first error; so many statements travel
-// together where that is what is wanted: in a transaction, or when they only read. SQL Server goes on behind an error,
-// and a statement under an IF may give no count at all; "SELECT @@ROWCOUNT" behind each statement that returns no rows
-// tells its count and where its results end. Access takes one statement at a time.
+// together where that is what is wanted: in a transaction, or when they only read. SQL Server goes on after an error,
+// and a statement under an IF may give no count at all; "SELECT @@ROWCOUNT" after each statement that returns no rows
+// gives its count and marks where its results end. Access takes one statement at a time.
 #pragma once
 
 #include <span>

@@ -13,7 +13,7 @@ HostError WithContext(const HostError& error, const std::string& context) {
 }
 
 /// Whether the statement fails again when it runs again, and does no harm by that.
-bool CanBeToldAgain(const HostError& error) {
+bool CanBeProvokedAgain(const HostError& error) {
   return error.Kind() == HostErrorKind::Constraint || error.Kind() == HostErrorKind::Statement ||
          error.Kind() == HostErrorKind::Failed;
 }
@@ -24,8 +24,8 @@ bool LeavesUnknown(const HostError& error) {
          error.Kind() == HostErrorKind::Interrupted;
 }
 
-/// The end of a transaction is waited for in front of the user like everything else, but he does not stop it: what
-/// became of it would be unknown.
+/// The user sees the wait for the end of a transaction like any other, but does not stop it: what became of it would be
+/// unknown.
 class Unstoppable final : public Interruption {
  public:
   explicit Unstoppable(const Interruption* user) : user_(user) {}
@@ -138,7 +138,7 @@ std::vector<BatchResult> OdbcDatabaseServices::SendTogether(std::span<const std:
   return saved ? SendSaved(texts) : AssignResults(Form(), texts, Send(BatchText(Form(), texts)));
 }
 
-/// When one of many statements fails, psqlODBC tells the error and not whose it is. So they are sent behind a
+/// When one of many statements fails, psqlODBC reports the error and not whose it is. So they are sent after a
 /// savepoint, and after a failure once more from there, one by one, up to the one that fails.
 std::vector<BatchResult> OdbcDatabaseServices::SendSaved(std::span<const std::string> texts) {
   std::vector<BatchResult> results =
@@ -148,7 +148,7 @@ std::vector<BatchResult> OdbcDatabaseServices::SendSaved(std::span<const std::st
     results.erase(results.begin());
     return AssignResults(Form(), texts, std::move(results));
   }
-  if (failed != results.end() && !CanBeToldAgain(*failed->error)) {
+  if (failed != results.end() && !CanBeProvokedAgain(*failed->error)) {
     std::vector<BatchResult> first;
     first.push_back(std::move(*failed));
     return first;
@@ -224,7 +224,7 @@ void OdbcDatabaseServices::Control(void (OdbcSession::*work)(), const Interrupti
   try {
     worker_->Call<void>([work](OdbcSession& session) { (session.*work)(); }, options_.statementLimit, interruption);
   } catch (const HostError&) {
-    // In what state the connection is now, nobody knows.
+    // Nobody knows what state the connection is in now.
     worker_.reset();
     throw;
   }

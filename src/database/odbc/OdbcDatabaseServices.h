@@ -2,13 +2,13 @@
 // context is the statement. Rows are read whole before a call returns, so that a connection is free for the next
 // statement whatever the driver can do; the largest result of the component is its item table.
 //
-// A connection that is lost (the server went away, or a call was given up) is opened anew by the next call outside a
+// A connection that is lost (the server went away, or a call was given up) is opened again by the next call outside a
 // transaction. What was begun on the lost one is never taken up again.
 #pragma once
 
 #include <optional>
 
-#include "database/odbc/OdbcOptions.h"
+#include "database/odbc/OdbcModule.h"
 #include "database/odbc/OdbcWorker.h"
 #include "host/DatabaseServices.h"
 
@@ -31,7 +31,7 @@ class OdbcDatabaseServices final : public DatabaseServices {
 
   BatchForm Form() const { return dialect_.Engine().batchForm; }
   void Connect();
-  /// Throws the failure that ended the open transaction; connects anew when the connection was lost.
+  /// Throws the failure that ended the open transaction; connects again when the connection was lost.
   void RequireUsable();
   std::vector<BatchResult> Send(const std::string& text);
   /// The results of one statement; throws its first error.

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <array>
 
-#include "database/odbc/OdbcText.h"
+#include "base/Text.h"
 
 namespace tolvan {
 namespace {
@@ -111,12 +111,52 @@ std::string_view ReasonOf(std::string_view state, std::int64_t nativeCode) {
   return rule == stateReasons.end() ? std::string_view() : rule->text;
 }
 
+constexpr char16_t replacement = 0xFFFD;
+
+/// Also what NextCodePoint gives for a byte that begins no character.
+bool IsSurrogate(char32_t character) {
+  return character >= 0xD800 && character < 0xE000;
+}
+
 }  // namespace
+
+std::u16string WideText(std::string_view utf8) {
+  std::u16string wide;
+  wide.reserve(utf8.size());
+  for (std::size_t position = 0; position < utf8.size();) {
+    const char32_t character = NextCodePoint(utf8, position);
+    if (character >= 0x10000) {
+      const char32_t offset = character - 0x10000;
+      wide += static_cast<char16_t>(0xD800U + (offset >> 10U));
+      wide += static_cast<char16_t>(0xDC00U + (offset & 0x3FFU));
+    } else {
+      wide += IsSurrogate(character) ? replacement : static_cast<char16_t>(character);
+    }
+  }
+  return wide;
+}
+
+std::string NarrowText(std::u16string_view wide) {
+  std::string text;
+  text.reserve(wide.size());
+  for (std::size_t index = 0; index < wide.size(); ++index) {
+    const char16_t unit = wide[index];
+    const bool high = unit >= 0xD800 && unit < 0xDC00;
+    const bool pair = high && index + 1 < wide.size() && wide[index + 1] >= 0xDC00 && wide[index + 1] < 0xE000;
+    if (pair) {
+      const char32_t top = static_cast<char32_t>(unit - 0xD800) << 10U;
+      AppendCodePoint(text, 0x10000U + top + (wide[++index] - 0xDC00U));
+    } else {
+      AppendCodePoint(text, unit);
+    }
+  }
+  return text;
+}
 
 HostErrorKind KindOfSqlState(std::string_view state, std::int64_t nativeCode) {
   const auto native = std::ranges::find(serverRules, nativeCode, &NativeRule::code);
   if (native != serverRules.end()) return native->kind;
-  // FreeTDS tells of its own troubles, such as an answer that broke off, by these numbers and a state for warnings.
+  // FreeTDS reports its own troubles, such as an answer that broke off, by these numbers and a state for warnings.
   if (state == "01000" && nativeCode >= 20'000 && nativeCode < 20'100) return HostErrorKind::Unreachable;
   const auto rule =
       std::ranges::find_if(stateRules, [&](const StateRule& each) { return state.starts_with(each.prefix); });

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "database/odbc/OdbcOptions.h"
+#include "database/odbc/OdbcModule.h"
 #include "host/DatabaseServices.h"
 
 namespace tolvan {

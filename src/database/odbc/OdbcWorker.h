@@ -1,6 +1,6 @@
 // The watchdog over a connection. A driver may wait for its server without end, whatever timeout it was given; so every
 // call runs on the connection's own thread, and the caller waits for it only as long as it may take. A call that does
-// not come back is left behind with its thread and its connection: when the server answers after all, they end by
+// not come back is abandoned with its thread and its connection: when the server answers after all, they end by
 // themselves. Therefore work owns everything it touches.
 #pragma once
 
@@ -17,7 +17,7 @@ namespace tolvan {
 class OdbcWorker {
  public:
   explicit OdbcWorker(std::chrono::milliseconds grace);
-  /// Closes the connection, or leaves it behind when that takes longer than the grace.
+  /// Closes the connection, or abandons it when that takes longer than the grace.
   ~OdbcWorker();
   OdbcWorker(const OdbcWorker&) = delete;
   OdbcWorker& operator=(const OdbcWorker&) = delete;
@@ -58,7 +58,7 @@ class OdbcWorker {
   static void Serve(const std::shared_ptr<Core>& core);
   void Post(Work work);
   void WaitFor(const Ready& ready, std::chrono::milliseconds limit, const Interruption* interruption);
-  /// Tells the server to stop, and throws `cause` when the call came to its end by that or not at all.
+  /// Tells the server to stop, and throws `cause` whether that ended the call or not.
   void Stop(const Ready& ready, const HostError& cause);
 
   std::chrono::milliseconds grace_;

@@ -1,13 +1,14 @@
-#include "database/sql/PostgreSqlDialect.h"
+// PostgreSQL's part of the dialects: its traits, and many rows in one statement.
+#include "database/sql/SqlDialects.h"
 
 #include <array>
 
-#include "database/sql/Schemas.h"
+#include "database/sql/SqlScript.h"
 
 namespace tolvan {
 namespace {
 
-/// One column of rows that lie one behind the other.
+/// One column of rows that lie one after the other.
 class Column {
  public:
   Column(std::span<const SqlLiteral> values, std::size_t place, std::size_t width)
@@ -78,16 +79,6 @@ const EngineTraits& PostgreSqlDialect::Engine() const {
   return traits;
 }
 
-std::string PostgreSqlDialect::CurrentMoment() const {
-  return "LOCALTIMESTAMP";
-}
-
-SqlStatement PostgreSqlDialect::InsertUnlessPresent(std::string_view table, std::string_view /*keyTable*/,
-                                                    std::span<const std::string_view> columns,
-                                                    std::span<const SqlLiteral> values) const {
-  return InsertOnConflictDoNothing(table, columns, values);
-}
-
 std::optional<SqlStatement> PostgreSqlDialect::InsertManyUnlessPresent(std::string_view table,
                                                                        std::span<const std::string_view> columns,
                                                                        std::span<const SqlLiteral> values) const {
@@ -109,14 +100,6 @@ std::optional<SqlStatement> PostgreSqlDialect::InsertManyUnlessPresent(std::stri
   }
   statement.Append(arrays).Sql(") AS Filas (").Sql(names).Sql(") ON CONFLICT (").Sql(columns[0]);
   return statement.Sql(") DO NOTHING RETURNING ").Sql(columns[0]);
-}
-
-std::string PostgreSqlDialect::BooleanLiteral(bool value) const {
-  return value ? "1" : "0";
-}
-
-std::string PostgreSqlDialect::MomentLiteral(const DateTime& moment) const {
-  return "'" + moment.ToIsoText() + "'";
 }
 
 }  // namespace tolvan

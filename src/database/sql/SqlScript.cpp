@@ -43,10 +43,10 @@ std::vector<std::string> SplitSqlScript(std::string_view script) {
   std::vector<std::string> statements;
   std::string statement;
   for (std::size_t position = 0; position < script.size();) {
-    const std::size_t behindComment = EndOfComment(script, position);
-    if (behindComment != position) {
+    const std::size_t afterComment = EndOfComment(script, position);
+    if (afterComment != position) {
       statement += '\n';
-      position = behindComment;
+      position = afterComment;
     } else if (script[position] == ';') {
       Keep(statements, statement);
       ++position;

@@ -24,20 +24,6 @@ bool IsPermanentOpenFailure(int code) {
   return primary == SQLITE_CANTOPEN || primary == SQLITE_READONLY;
 }
 
-/// Whether it is the file that failed, rather than one statement on it: then people must read which file.
-bool ConcernsTheFile(HostErrorKind kind) {
-  switch (kind) {
-    case HostErrorKind::Unreachable:
-    case HostErrorKind::Busy:
-    case HostErrorKind::Damaged:
-    case HostErrorKind::Full:
-    case HostErrorKind::Access:
-      return true;
-    default:
-      return false;
-  }
-}
-
 /// A log with content would be ignored by an immutable connection.
 bool HasLog(const std::string& path) {
   std::error_code ignored;
@@ -62,7 +48,7 @@ std::string ImmutableAddress(const std::string& path) {
 
 }  // namespace
 
-SqliteConnection::SqliteConnection(const SqliteOptions& options) : path_(options.path), watch_(options) {
+SqliteConnection::SqliteConnection(const SqliteOptions& options) : path_(options.path), watchdog_(options) {
   try {
     Open(options);
     Configure();
@@ -80,7 +66,7 @@ SqliteConnection::~SqliteConnection() {
 void SqliteConnection::Open(const SqliteOptions& options) {
   if (path_.empty()) throw HostError(HostErrorKind::Configuration, "falta la ruta de la base de datos");
   OpenFile(path_, SQLITE_OPEN_READWRITE | (options.createIfMissing ? SQLITE_OPEN_CREATE : 0));
-  watch_.BeginControl();
+  watchdog_.BeginControl();
   const int code = TryRun(probe);
   if (code == SQLITE_OK) return;
   // A file with a write-ahead log wants to write beside itself even to be read. Where it cannot, and no other program
@@ -95,7 +81,7 @@ void SqliteConnection::OpenFile(const std::string& path, int flags) {
   const int code =
       sqlite3_open_v2(path.c_str(), &handle_, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
   if (code != SQLITE_OK) throw MakeSqliteError(handle_, code, path_);
-  watch_.Install(handle_);
+  watchdog_.Install(handle_);
 }
 
 void SqliteConnection::Close() noexcept {
@@ -121,7 +107,7 @@ void SqliteConnection::PreferWriteAheadLog() {
 
 HostError SqliteConnection::ErrorOf(int code, std::string context) const {
   const HostError error = MakeSqliteError(handle_, code, std::move(context));
-  const std::optional<HostErrorKind> cause = watch_.StopCause();
+  const std::optional<HostErrorKind> cause = watchdog_.StopCause();
   if (!cause) {
     if (error.Context() == path_ || !ConcernsTheFile(error.Kind())) return error;
     return {error.Kind(), error.what(), path_ + "\r\n" + error.Context(), error.NativeCode()};
@@ -133,7 +119,7 @@ HostError SqliteConnection::ErrorOf(int code, std::string context) const {
 
 int SqliteConnection::TryRun(const char* text) noexcept {
   const int code = sqlite3_exec(handle_, text, nullptr, nullptr, nullptr);
-  watch_.EndCall();
+  watchdog_.EndCall();
   return code;
 }
 
@@ -145,7 +131,7 @@ void SqliteConnection::Run(const char* text) {
 void SqliteConnection::Begin() {
   if (inTransaction_) throw HostError(HostErrorKind::Statement, "ya hay una transacción abierta", path_);
   RequireInPlace();
-  watch_.BeginControl();
+  watchdog_.BeginControl();
   // Only a rollback that failed leaves one open; without this the work of the next would join it.
   if (sqlite3_get_autocommit(handle_) == 0) Run("ROLLBACK");
   PreferWriteAheadLog();
@@ -167,7 +153,7 @@ void SqliteConnection::Commit() {
     Rollback();
     throw;
   }
-  watch_.BeginControl();
+  watchdog_.BeginControl();
   const int code = TryRun("COMMIT");
   if (code != SQLITE_OK) {
     const HostError error = ErrorOf(code, path_);
@@ -181,7 +167,7 @@ void SqliteConnection::Rollback() noexcept {
   if (!inTransaction_) return;
   inTransaction_ = false;
   failure_.reset();
-  watch_.BeginControl();
+  watchdog_.BeginControl();
   if (sqlite3_get_autocommit(handle_) == 0) TryRun("ROLLBACK");
 }
 

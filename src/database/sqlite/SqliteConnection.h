@@ -1,12 +1,11 @@
-// An open database file with its watch and the state of its transaction. Opening probes the file, so that whatever is
+// An open database file with its watchdog and the state of its transaction. Opening probes the file, so that whatever is
 // wrong with it is known at once and with its path.
 #pragma once
 
 #include <optional>
 #include <string>
 
-#include "database/sqlite/SqliteOptions.h"
-#include "database/sqlite/SqliteWatch.h"
+#include "database/sqlite/SqliteWatchdog.h"
 #include "host/HostError.h"
 
 struct sqlite3;
@@ -23,9 +22,9 @@ class SqliteConnection {
   SqliteConnection& operator=(const SqliteConnection&) = delete;
 
   sqlite3* Handle() const { return handle_; }
-  SqliteWatch& Watch() { return watch_; }
+  SqliteWatchdog& Watchdog() { return watchdog_; }
 
-  /// The error of a call that returned `code`; what the watch stopped is Timeout or Interrupted. Where the file is at
+  /// The error of a call that returned `code`; what the watchdog stopped is Timeout or Interrupted. Where the file is at
   /// fault its path stands before `context`.
   HostError ErrorOf(int code, std::string context) const;
 
@@ -40,7 +39,7 @@ class SqliteConnection {
 
   bool InTransaction() const { return inTransaction_; }
 
-  /// Throws the failure that ended the open transaction, if one did: nothing runs behind it, because the engine may
+  /// Throws the failure that ended the open transaction, if one did: nothing runs after it, because the engine may
   /// have rolled back by itself and would now work without a transaction.
   void RequireUsable() const;
 
@@ -64,7 +63,7 @@ class SqliteConnection {
   void Run(const char* text);
 
   std::string path_;
-  SqliteWatch watch_;
+  SqliteWatchdog watchdog_;
   sqlite3* handle_ = nullptr;
   bool inTransaction_ = false;
   std::optional<HostError> failure_;

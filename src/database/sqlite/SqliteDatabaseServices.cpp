@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "database/sql/BufferedRecordset.h"
-#include "database/sqlite/SqliteRecordset.h"
 
 namespace tolvan {
 namespace {
@@ -39,6 +38,46 @@ class SqliteTransaction final : public Transaction {
 bool IsQuery(const SqlStatement& statement) {
   return statement.ParameterText().starts_with("SELECT ");
 }
+
+/// The rows of a query as the database finds them. At its end, and when it goes, the statement is reset, so that no
+/// read lock stays behind.
+class SqliteRecordset final : public Recordset {
+ public:
+  /// `statement` is bound and not yet stepped. Throws HostError when the first row cannot be fetched.
+  SqliteRecordset(SqliteConnection& connection, SqliteStatementCache::Lease statement)
+      : connection_(connection), statement_(std::move(statement)) {
+    Step();
+  }
+
+  bool AtEnd() const override { return atEnd_; }
+  void MoveNext() override {
+    try {
+      connection_.RequireUsable();
+      Step();
+    } catch (const HostError& error) {
+      connection_.NoteFailure(error);
+      atEnd_ = true;
+      statement_->Reset();
+      throw;
+    }
+  }
+  std::size_t FieldCount() const override { return statement_->ColumnCount(); }
+  std::optional<std::size_t> FindField(std::string_view name) const override { return statement_->FindColumn(name); }
+  FieldValue Value(std::size_t index) const override { return statement_->Value(index); }
+  std::string_view Text(std::size_t index) const override { return statement_->Text(index, text_); }
+  using Recordset::Value;
+
+ private:
+  void Step() {
+    atEnd_ = !statement_->Step();
+    if (atEnd_) statement_->Reset();
+  }
+
+  SqliteConnection& connection_;
+  SqliteStatementCache::Lease statement_;
+  bool atEnd_ = false;
+  mutable std::string text_;  // what Text last made
+};
 
 /// Many queries outside a transaction read one state of the file: taking and leaving its lock once for all of them is
 /// half of their cost. What cannot be begun or ended here changes nothing for them.

@@ -1,10 +1,10 @@
 // The host's database in a file of the embedded engine. Statements are prepared once for each fixed text, and their
-// literals bound. Every failure is a HostError whose context is the statement as it would have been written out, behind
+// literals bound. Every failure is a HostError whose context is the statement as it would have been written out, after
 // the path where it is the file that failed.
 #pragma once
 
 #include "database/sqlite/SqliteConnection.h"
-#include "database/sqlite/SqliteStatementCache.h"
+#include "database/sqlite/SqliteStatement.h"
 #include "host/DatabaseServices.h"
 
 namespace tolvan {

@@ -185,6 +185,19 @@ HostErrorKind KindOfSqliteCode(int extendedCode, int systemError) {
   }
 }
 
+bool ConcernsTheFile(HostErrorKind kind) {
+  switch (kind) {
+    case HostErrorKind::Unreachable:
+    case HostErrorKind::Busy:
+    case HostErrorKind::Damaged:
+    case HostErrorKind::Full:
+    case HostErrorKind::Access:
+      return true;
+    default:
+      return false;
+  }
+}
+
 HostError MakeSqliteError(sqlite3* database, int code, std::string context) {
   if (database == nullptr) return {HostErrorKind::Failed, TextOf(code, ""), std::move(context), code};
   // A call may return the primary code only; what the connection keeps is finer, as long as it is the same failure.

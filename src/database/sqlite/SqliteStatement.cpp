@@ -2,23 +2,18 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <charconv>
 #include <memory>
+#include <utility>
 
 #include "base/Text.h"
-#include "database/sql/SqliteDialect.h"
+#include "database/sql/SqlDialects.h"
 #include "database/sqlite/SqliteConnection.h"
 #include "host/HostError.h"
 
 namespace tolvan {
 namespace {
-
-template <class... Cases>
-struct Match : Cases... {
-  using Cases::operator()...;
-};
-template <class... Cases>
-Match(Cases...) -> Match<Cases...>;  // the compiler of the checks does not deduce it by itself
 
 constexpr std::size_t longestContext = 2'000;  // characters
 
@@ -39,12 +34,12 @@ std::string ContextOf(const SqlStatement& statement) {
 bool IsBlankTail(sqlite3* database, const char* tail, const char* end) {
   while (tail != end) {
     sqlite3_stmt* next = nullptr;
-    const char* behind = nullptr;
-    const int code = sqlite3_prepare_v2(database, tail, static_cast<int>(end - tail), &next, &behind);
+    const char* rest = nullptr;
+    const int code = sqlite3_prepare_v2(database, tail, static_cast<int>(end - tail), &next, &rest);
     sqlite3_finalize(next);
     if (code != SQLITE_OK || next != nullptr) return false;
-    if (behind == tail) return true;
-    tail = behind;
+    if (rest == tail) return true;
+    tail = rest;
   }
   return true;
 }
@@ -76,12 +71,12 @@ SqliteStatement::SqliteStatement(SqliteConnection& connection, const SqlStatemen
     : connection_(connection) {
   const std::string& text = statement.ParameterText();
   RequireNoNul(text);
-  connection.Watch().BeginStatement();
+  connection.Watchdog().BeginStatement();
   sqlite3_stmt* prepared = nullptr;
   const char* tail = nullptr;
   const int code = sqlite3_prepare_v3(connection.Handle(), text.data(), static_cast<int>(text.size() + 1),
                                       SQLITE_PREPARE_PERSISTENT, &prepared, &tail);
-  connection.Watch().EndCall();
+  connection.Watchdog().EndCall();
   handle_.reset(prepared);
   if (code != SQLITE_OK) throw connection.ErrorOf(code, ContextOf(statement));
   if (handle_ == nullptr || !IsBlankTail(connection.Handle(), tail, text.data() + text.size())) {
@@ -121,9 +116,9 @@ void SqliteStatement::BindOne(int place, const SqlLiteral& literal, Lifetime lif
 }
 
 bool SqliteStatement::Step() {
-  connection_.Watch().BeginStatement();
+  connection_.Watchdog().BeginStatement();
   const int code = sqlite3_step(handle_.get());
-  connection_.Watch().EndCall();
+  connection_.Watchdog().EndCall();
   if (code != SQLITE_ROW && code != SQLITE_DONE) throw connection_.ErrorOf(code, ExpandedText());
   if (sqlite3_stmt_status(handle_.get(), SQLITE_STMTSTATUS_REPREPARE, 0) != preparations_) Describe();
   return code == SQLITE_ROW;
@@ -199,6 +194,51 @@ void SqliteStatement::Describe() {
 std::string SqliteStatement::ExpandedText() const {
   const std::unique_ptr<char, decltype(&sqlite3_free)> text(sqlite3_expanded_sql(handle_.get()), &sqlite3_free);
   return Shortened(text ? text.get() : sqlite3_sql(handle_.get()));
+}
+
+SqliteStatementCache::Lease::Lease(Entry& entry) : entry_(&entry), statement_(entry.statement.get()) {
+  entry.lent = true;
+}
+
+SqliteStatementCache::Lease::Lease(std::unique_ptr<SqliteStatement> own)
+    : own_(std::move(own)), statement_(own_.get()) {}
+
+SqliteStatementCache::Lease::Lease(Lease&& other) noexcept
+    : entry_(std::exchange(other.entry_, nullptr)),
+      own_(std::move(other.own_)),
+      statement_(std::exchange(other.statement_, nullptr)) {}
+
+SqliteStatementCache::Lease::~Lease() {
+  if (statement_ != nullptr) statement_->Reset();
+  if (entry_ != nullptr) entry_->lent = false;
+}
+
+SqliteStatementCache::SqliteStatementCache(SqliteConnection& connection, std::size_t capacity)
+    : connection_(connection), capacity_(capacity) {}
+
+SqliteStatementCache::Lease SqliteStatementCache::Acquire(const SqlStatement& statement) {
+  const std::string& text = statement.ParameterText();
+  // A batch repeats one text many times over: then it comes first, and needs no look-up.
+  if (!entries_.empty() && !entries_.front().lent && entries_.front().text == text) return Lease(entries_.front());
+  const auto found = positions_.find(text);
+  if (found != positions_.end() && !found->second->lent) {
+    entries_.splice(entries_.begin(), entries_, found->second);
+    return Lease(entries_.front());
+  }
+  auto prepared = std::make_unique<SqliteStatement>(connection_, statement);
+  if (found != positions_.end() || !MakeRoom()) return Lease(std::move(prepared));
+  entries_.push_front({text, std::move(prepared), false});
+  positions_.emplace(entries_.front().text, entries_.begin());
+  return Lease(entries_.front());
+}
+
+bool SqliteStatementCache::MakeRoom() {
+  if (entries_.size() < capacity_) return true;
+  const auto oldest = std::find_if(entries_.rbegin(), entries_.rend(), [](const Entry& entry) { return !entry.lent; });
+  if (oldest == entries_.rend()) return false;
+  positions_.erase(oldest->text);
+  entries_.erase(std::next(oldest).base());
+  return true;
 }
 
 }  // namespace tolvan

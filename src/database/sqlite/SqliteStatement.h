@@ -1,12 +1,15 @@
-// A prepared statement: bound, stepped, read, reset. Values come back by the declared type of their column.
+// The prepared statements of a connection: each is bound, stepped, read and reset, and values come back by the declared
+// type of their column. They are kept by their text, so that a text is prepared once.
 #pragma once
 
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "host/DatabaseServices.h"
@@ -66,7 +69,51 @@ class SqliteStatement {
   std::vector<Column> columns_;
   std::shared_ptr<const std::vector<std::string>> names_;  // shared with the recordsets of batches
   std::size_t parameterCount_ = 0;
-  int preparations_ = 0;  // how often SQLite has prepared it anew, after a change of the schema
+  int preparations_ = 0;  // how often SQLite has prepared it again, after a change of the schema
+};
+
+/// The prepared statements, the least recently used going first. A statement is lent to one user at a time; whoever
+/// asks for a text that is lent already gets one prepared for the occasion.
+class SqliteStatementCache {
+  struct Entry {
+    std::string text;
+    std::unique_ptr<SqliteStatement> statement;
+    bool lent;
+  };
+
+ public:
+  /// The right to use a statement; it is reset when this ends. Must not outlive the cache.
+  class Lease {
+   public:
+    explicit Lease(Entry& entry);
+    explicit Lease(std::unique_ptr<SqliteStatement> own);
+    Lease(Lease&& other) noexcept;
+    Lease& operator=(Lease&&) = delete;
+    ~Lease();
+
+    SqliteStatement& operator*() const { return *statement_; }
+    SqliteStatement* operator->() const { return statement_; }
+
+   private:
+    Entry* entry_ = nullptr;
+    std::unique_ptr<SqliteStatement> own_;
+    SqliteStatement* statement_;
+  };
+
+  /// `capacity` is at least 1. `connection` must outlive this object.
+  SqliteStatementCache(SqliteConnection& connection, std::size_t capacity);
+
+  /// Throws HostError when the text cannot be prepared.
+  Lease Acquire(const SqlStatement& statement);
+
+ private:
+  /// False when every statement is lent.
+  bool MakeRoom();
+
+  SqliteConnection& connection_;
+  std::size_t capacity_;
+  std::list<Entry> entries_;                                                    // the most recently used first
+  std::unordered_map<std::string_view, std::list<Entry>::iterator> positions_;  // the keys point into the entries
 };
 
 }  // namespace tolvan

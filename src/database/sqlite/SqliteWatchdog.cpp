@@ -1,4 +1,4 @@
-#include "database/sqlite/SqliteWatch.h"
+#include "database/sqlite/SqliteWatchdog.h"
 
 #include <sqlite3.h>
 
@@ -20,35 +20,35 @@ using std::chrono::steady_clock;
 
 }  // namespace
 
-SqliteWatch::SqliteWatch(const SqliteOptions& options)
+SqliteWatchdog::SqliteWatchdog(const SqliteOptions& options)
     : busyWait_(options.busyWait), statementLimit_(options.statementLimit), interruption_(options.interruption) {}
 
-void SqliteWatch::Install(sqlite3* database) {
-  sqlite3_busy_handler(database, &SqliteWatch::OnBusy, this);
-  sqlite3_progress_handler(database, stepsBetweenQuestions, &SqliteWatch::OnProgress, this);
+void SqliteWatchdog::Install(sqlite3* database) {
+  sqlite3_busy_handler(database, &SqliteWatchdog::OnBusy, this);
+  sqlite3_progress_handler(database, stepsBetweenQuestions, &SqliteWatchdog::OnProgress, this);
 }
 
-void SqliteWatch::BeginStatement() noexcept {
+void SqliteWatchdog::BeginStatement() noexcept {
   cause_.reset();
   // The clock is read at the first question, because most statements end before it.
   workBegan_.reset();
   statementRuns_ = true;
 }
 
-void SqliteWatch::BeginControl() noexcept {
+void SqliteWatchdog::BeginControl() noexcept {
   cause_.reset();
   statementRuns_ = false;
 }
 
-int SqliteWatch::OnProgress(void* self) noexcept {
-  return static_cast<SqliteWatch*>(self)->MustStop() ? 1 : 0;
+int SqliteWatchdog::OnProgress(void* self) noexcept {
+  return static_cast<SqliteWatchdog*>(self)->MustStop() ? 1 : 0;
 }
 
-int SqliteWatch::OnBusy(void* self, int attempts) noexcept {
-  return static_cast<SqliteWatch*>(self)->MayWaitOn(attempts) ? 1 : 0;
+int SqliteWatchdog::OnBusy(void* self, int attempts) noexcept {
+  return static_cast<SqliteWatchdog*>(self)->MayWaitOn(attempts) ? 1 : 0;
 }
 
-bool SqliteWatch::MustStop() noexcept {
+bool SqliteWatchdog::MustStop() noexcept {
   EndCall();  // it works, so it no longer waits
   if (!statementRuns_) return false;
   if (Interrupted()) return true;
@@ -60,7 +60,7 @@ bool SqliteWatch::MustStop() noexcept {
   return true;
 }
 
-bool SqliteWatch::MayWaitOn(int attempts) noexcept {
+bool SqliteWatchdog::MayWaitOn(int attempts) noexcept {
   constexpr std::array<int, 6> pauses{1, 2, 5, 10, 20, 50};
   const Moment now = steady_clock::now();
   if (attempts == 0) {
@@ -75,7 +75,7 @@ bool SqliteWatch::MayWaitOn(int attempts) noexcept {
   return true;
 }
 
-bool SqliteWatch::Interrupted() noexcept {
+bool SqliteWatchdog::Interrupted() noexcept {
   if (interruption_ == nullptr || !interruption_->Requested()) return false;
   cause_ = HostErrorKind::Interrupted;
   return true;

@@ -1,11 +1,11 @@
-// What ends a call that takes too long: the wait for another program's lock, the time limit of a statement and the
-// user's wish to stop. SQLite asks it through its busy and progress handlers.
+// How a database file is opened, and what ends a call that takes too long: the limit of the wait for another program's
+// lock, the time limit of a statement and the user's wish to stop.
 #pragma once
 
 #include <chrono>
 #include <optional>
+#include <string>
 
-#include "database/sqlite/SqliteOptions.h"
 #include "host/HostError.h"
 #include "system/Waiting.h"
 
@@ -13,11 +13,26 @@ struct sqlite3;
 
 namespace tolvan {
 
-class SqliteWatch {
+/// How a database file is opened and how long its calls may take.
+struct SqliteOptions {
+  /// UTF-8. ":memory:" is a database of this connection alone.
+  std::string path;
+  /// How long one call waits for another program's lock.
+  std::chrono::milliseconds busyWait{5'000};
+  /// False: a missing file is HostError Unreachable.
+  bool createIfMissing = false;
+  /// How long the database may work on one call; zero is without a limit.
+  std::chrono::milliseconds statementLimit{30'000};
+  /// Asked while the database works or waits; null is never. Must outlive the connection.
+  const Interruption* interruption = nullptr;
+};
+
+/// Watches the calls of one connection. SQLite asks it through its busy and progress handlers.
+class SqliteWatchdog {
  public:
-  explicit SqliteWatch(const SqliteOptions& options);
-  SqliteWatch(const SqliteWatch&) = delete;
-  SqliteWatch& operator=(const SqliteWatch&) = delete;
+  explicit SqliteWatchdog(const SqliteOptions& options);
+  SqliteWatchdog(const SqliteWatchdog&) = delete;
+  SqliteWatchdog& operator=(const SqliteWatchdog&) = delete;
 
   /// `database` must not outlive this object.
   void Install(sqlite3* database);
