@@ -14,7 +14,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Terminal.h"
 #include "component/clsImpExp.h"
-#include "store/HostFront.h"
+#include "store/ConfiguredHostFactory.h"
 
 namespace tolvan {
 

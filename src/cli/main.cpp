@@ -10,8 +10,9 @@
 #include "cli/Process.h"
 #include "cli/Program.h"
 #include "cli/Terminal.h"
-#include "system/posix/PosixServices.h"
+#include "store/HostConfiguration.h"
 #include "system/posix/PosixFiles.h"
+#include "system/posix/PosixServices.h"
 
 namespace {
 
@@ -21,11 +22,8 @@ std::string Environment(const char* name) {
 }
 
 std::string DefaultHost() {
-  const std::string named = Environment("TOLVAN_HOST");
-  if (!named.empty()) return named;
-  const std::string xdg = Environment("XDG_CONFIG_HOME");
-  const std::string folder = xdg.empty() ? Environment("HOME") + "/.config" : xdg;
-  return folder + "/tolvan/tolvan.ini";
+  const std::string named = tolvan::ConfigurationOfEnvironment();
+  return named.empty() ? tolvan::UsualConfiguration() : named;
 }
 
 /// The window program lies where this one does.

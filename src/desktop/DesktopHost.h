@@ -6,7 +6,7 @@
 #include <string>
 
 #include "component/clsImpExp.h"
-#include "store/HostFront.h"
+#include "store/ConfiguredHostFactory.h"
 
 namespace tolvan {
 

@@ -20,8 +20,7 @@
 #include "desktop/StatusImportarWindow.h"
 #include "services/ResourceTexts.h"
 #include "store/ConfiguredHostFactory.h"
-#include "store/DeferredSpreadsheetApplication.h"
-#include "store/DeferredXmlLibrary.h"
+#include "store/DeferredProviders.h"
 #include "system/posix/PosixFileHelper.h"
 #include "system/posix/PosixServices.h"
 

@@ -4,30 +4,19 @@
 #include <wx/log.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <string>
 
 #include "desktop/DesktopSession.h"
 #include "desktop/UserLanguage.h"
+#include "store/HostConfiguration.h"
 #include "system/posix/PosixServices.h"
 
 namespace {
 
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
-
-std::string Environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? std::string() : value;
-}
-
-std::string UsualHost() {
-  const std::string xdg = Environment("XDG_CONFIG_HOME");
-  const std::string folder = xdg.empty() ? Environment("HOME") + "/.config" : xdg;
-  return folder + "/tolvan/tolvan.ini";
-}
 
 class Application : public wxApp {
  public:
@@ -42,7 +31,7 @@ class Application : public wxApp {
     g_unix_signal_add(SIGINT, &Application::OnSignal, &session_);
     g_unix_signal_add(SIGHUP, &Application::OnSignal, &session_);
     if (!host_.empty()) return session_.Run(host_);
-    const std::string usual = UsualHost();
+    const std::string usual = tolvan::UsualConfiguration();
     std::error_code ignored;
     return std::filesystem::exists(usual, ignored) ? session_.Run(usual) : session_.RunFirst(usual);
   }
@@ -61,7 +50,7 @@ class Application : public wxApp {
 /// The configuration named on the command line or in the environment, empty when none is; nothing when the arguments
 /// are not understood.
 std::optional<std::string> HostOf(int count, char** arguments) {
-  if (count == 1) return Environment("TOLVAN_HOST");
+  if (count == 1) return tolvan::ConfigurationOfEnvironment();
   if (count == 3 && std::string(arguments[1]) == "--host") return arguments[2];
   return std::nullopt;
 }

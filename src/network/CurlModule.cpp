@@ -1,5 +1,6 @@
 #include <curl/curl.h>
 
+#include <memory>
 #include <new>
 
 #include "network/CurlServices.h"
@@ -7,9 +8,9 @@
 namespace {
 
 // Once for the process and never undone: the module stays loaded.
-bool LibraryIsReady() {
+void PrepareLibrary() {
   static const CURLcode code = curl_global_init(CURL_GLOBAL_DEFAULT);
-  return code == CURLE_OK;
+  if (code != CURLE_OK) throw std::bad_alloc();
 }
 
 }  // namespace
@@ -17,14 +18,14 @@ bool LibraryIsReady() {
 extern "C" {
 
 [[gnu::visibility("default")]] tolvan::HttpClient* tolvanMakeHttpClient(const tolvan::Interruption& interruption) {
-  if (!LibraryIsReady()) return nullptr;
-  return new (std::nothrow) tolvan::CurlHttpClient(interruption);
+  PrepareLibrary();
+  return std::make_unique<tolvan::CurlHttpClient>(interruption).release();
 }
 
 [[gnu::visibility("default")]] tolvan::MailService* tolvanMakeMailService(const tolvan::SmtpOptions& options,
                                                                           tolvan::FileHelper& files,
                                                                           const tolvan::Interruption& interruption) {
-  if (!LibraryIsReady()) return nullptr;
-  return new (std::nothrow) tolvan::CurlMailService(options, files, interruption);
+  PrepareLibrary();
+  return std::make_unique<tolvan::CurlMailService>(options, files, interruption).release();
 }
 }

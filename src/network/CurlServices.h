@@ -68,7 +68,7 @@ inline constexpr const char* networkModuleFile = "libtolvan_network.so";
 // The module's entry points.
 extern "C" {
 
-/// The caller owns the result and deletes it; null when there is no memory. References must outlive it.
+/// The caller owns the result, which is never null, and deletes it. References must outlive it.
 using TolvanMakeHttpClient = tolvan::HttpClient*(const tolvan::Interruption& interruption);
 using TolvanMakeMailService = tolvan::MailService*(const tolvan::SmtpOptions& options, tolvan::FileHelper& files,
                                                    const tolvan::Interruption& interruption);

@@ -36,7 +36,7 @@ inline constexpr const char* spreadsheetModuleFile = "libtolvan_spreadsheet.so";
 // The module's entry points.
 extern "C" {
 
-/// The caller owns the result and deletes it; null when there is no memory. References must outlive it.
+/// The caller owns the result, which is never null, and deletes it. References must outlive it.
 using TolvanMakeSpreadsheetApplication = tolvan::SpreadsheetApplication*(const tolvan::Clock& clock,
                                                                          tolvan::FileHelper& files,
                                                                          const std::string& newWorkbookFolder);

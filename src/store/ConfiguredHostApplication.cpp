@@ -25,9 +25,9 @@ ConfiguredHostApplication::ConfiguredHostApplication(HostConfiguration configura
       interruption_(front.interruption),
       dialect_(configuration_.database.engine->makeDialect()),
       settings_(ValueFile(front.clock, std::move(settingsFile), &front.interruption)),
-      mail_(loader_, MailOptionsOf(configuration_), services.Files(), front.interruption,
+      mail_(MailOptionsOf(configuration_), services.Files(), front.interruption,
             front.userPresent ? &front.dialogs : nullptr),
-      http_(loader_, front.interruption) {}
+      http_(front.interruption) {}
 
 bool ConfiguredHostApplication::HasPermission(std::string_view name) const {
   const auto& names = configuration_.permissions;

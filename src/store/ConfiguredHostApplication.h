@@ -3,11 +3,9 @@
 #include <memory>
 
 #include "host/HostContext.h"
-#include "store/AskingMailService.h"
-#include "store/CurlLoader.h"
-#include "store/DeferredHttpClient.h"
+#include "store/ConfiguredHostFactory.h"
+#include "store/DeferredProviders.h"
 #include "store/HostConfiguration.h"
-#include "store/HostFront.h"
 #include "system/SettingsAndLayouts.h"
 
 namespace tolvan {
@@ -46,8 +44,7 @@ class ConfiguredHostApplication final : public HostApplication {
   std::unique_ptr<SqlDialect> dialect_;
   std::unique_ptr<DatabaseServices> database_;
   TextSettingsStore settings_;
-  CurlLoader loader_;
-  AskingMailService mail_;
+  DeferredMailService mail_;
   DeferredHttpClient http_;
 };
 

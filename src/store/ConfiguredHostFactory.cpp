@@ -4,14 +4,50 @@
 #include <cctype>
 #include <filesystem>
 
+#include "base/Addresses.h"
 #include "base/Text.h"
-#include "store/ConfiguredAppServices.h"
 #include "store/ConfiguredHostApplication.h"
-#include "store/HostConfigurationReader.h"
+#include "store/DeferredProviders.h"
+#include "system/SettingsAndLayouts.h"
+#include "system/posix/PosixFileHelper.h"
 #include "system/posix/PosixPath.h"
 
 namespace tolvan {
 namespace {
+
+/// The services of a host that is described by its configuration file.
+class ConfiguredAppServices final : public AppServices {
+ public:
+  /// `applicationFolder` and `layoutFile` are absolute.
+  ConfiguredAppServices(const std::string& applicationFolder, FileGuard guard, bool diagnostic, std::string layoutFile,
+                        const HostFront& front)
+      : front_(front),
+        diagnostic_(diagnostic),
+        files_(applicationFolder, std::move(guard)),
+        layouts_(ValueFile(front_.clock, std::move(layoutFile), &front_.interruption)) {}
+
+  std::string ApplicationFolder() const override { return files_.NormalizeFolder({}); }
+  bool DiagnosticFlag() const override { return diagnostic_; }
+  std::int32_t ReadLayout(std::string_view section, std::string_view key, std::int32_t defaultValue) const override {
+    return layouts_.Read(section, key, defaultValue);
+  }
+  void WriteLayout(std::string_view section, std::string_view key, std::int32_t value) noexcept override {
+    layouts_.Write(section, key, value);
+  }
+  bool IsEmailAddress(std::string_view text) const override { return tolvan::IsEmailAddress(text); }
+  FileHelper& Files() override { return files_; }
+  ArchiveReader& Archives() override { return archives_; }
+  Dialogs& UserDialogs() override { return front_.dialogs; }
+  Clock& SystemClock() override { return front_.clock; }
+  Interruption& UserInterruption() override { return front_.interruption; }
+
+ private:
+  HostFront front_;
+  bool diagnostic_;
+  PosixFileHelper files_;
+  DeferredArchiveReader archives_;
+  mutable LayoutStore layouts_;  // reading may put a damaged file aside
+};
 
 class ConfiguredHostContext final : public HostContext {
  public:

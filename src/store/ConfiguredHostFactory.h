@@ -1,17 +1,25 @@
-// From a tolvan.ini to the two objects the component begins with.
+// From a tolvan.ini, and what a front brings along, to the two objects that the component begins with.
 #pragma once
 
 #include <string>
 
 #include "host/HostContext.h"
+#include "store/ConfiguredHostFactory.h"
 #include "store/HostConfiguration.h"
-#include "store/HostFront.h"
 #include "system/posix/PosixPath.h"
 
 namespace tolvan {
 
+/// What a front brings into the host it assembles. Everything outlives the host.
+struct HostFront {
+  Dialogs& dialogs;
+  Clock& clock;
+  Interruption& interruption;
+  bool userPresent = false;  ///< whether the dialogs reach a person who can answer
+};
+
 /// Reads the host configuration at `path`, which may be relative to the current folder. Symbolic links are followed:
-/// folders relative to the configuration begin where the file really lies. Throws HostError Configuration.
+/// folders relative to the configuration begin where the file really is. Throws HostError Configuration.
 HostConfiguration OpenHostConfiguration(const std::string& path,
                                         std::span<const DatabaseEngine> engines = DatabaseEngines());
 

@@ -6,6 +6,7 @@
 #include "database/odbc/OdbcModule.h"
 #include "database/sql/SqlDialects.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
+#include "store/DeferredProviders.h"
 #include "store/HostConfiguration.h"
 #include "system/posix/PosixPath.h"
 #include "system/posix/PosixServices.h"
@@ -18,7 +19,7 @@ std::unique_ptr<SqlDialect> Make() {
   return std::make_unique<Dialect>();
 }
 
-constexpr std::array engines{
+constexpr std::array knownEngines{
     DatabaseEngine{Make<SqliteDialect>, OpenSqliteFile},
     DatabaseEngine{Make<SqlServerDialect>, OpenOdbcServer},
     DatabaseEngine{Make<PostgreSqlDialect>, OpenOdbcServer},
@@ -28,7 +29,18 @@ constexpr std::array engines{
 }  // namespace
 
 std::span<const DatabaseEngine> DatabaseEngines() {
-  return engines;
+  return knownEngines;
+}
+
+std::string NamesOf(std::span<const DatabaseEngine> engines, bool onlyFiles) {
+  std::string names;
+  std::string_view last;
+  for (const DatabaseEngine& engine : engines) {
+    if (onlyFiles && !engine.Traits().isFile) continue;
+    if (!last.empty()) names.append(names.empty() ? "" : ", ").append(last);
+    last = engine.Traits().name;
+  }
+  return names.append(names.empty() ? "" : " o ").append(last);
 }
 
 std::unique_ptr<DatabaseServices> OpenSqliteFile(const HostConfiguration& configuration, const SqlDialect& /*dialect*/,
@@ -49,13 +61,9 @@ std::unique_ptr<DatabaseServices> OpenOdbcServer(const HostConfiguration& config
   options.statementLimit = std::max(configuration.database.statementLimit, std::chrono::seconds(1));
   options.loginLimit = std::min(options.loginLimit, options.statementLimit);
   options.interruption = &interruption;
-  ModuleLoader module(odbcModuleFile, "el módulo de bases de datos de servidor");
-  HostError* raised = nullptr;
-  std::unique_ptr<DatabaseServices> database(
-      module.EntryPoint<TolvanOpenOdbcDatabase>("tolvanOpenOdbcDatabase")(options, &raised));
-  const std::unique_ptr<HostError> failure(raised);
-  if (failure) throw HostError(*failure);
-  return database;
+  Deferred<TolvanOpenOdbcDatabase> module(odbcModuleFile, "tolvanOpenOdbcDatabase",
+                                          "el módulo de bases de datos de servidor");
+  return module.Make(options);
 }
 
 }  // namespace tolvan

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <span>
+#include <string>
 
 #include "host/DatabaseServices.h"
 #include "host/SqlStatement.h"
@@ -28,6 +29,9 @@ struct DatabaseEngine {
 
 /// The first is the one of a configuration that names none. They live as long as the program.
 std::span<const DatabaseEngine> DatabaseEngines();
+
+/// Their names for people, of all or of those whose databases are files: "uno, dos o tres".
+std::string NamesOf(std::span<const DatabaseEngine> engines, bool onlyFiles = false);
 
 /// For engines on a file of this machine, and for those that are reached over ODBC: the ways that a row can name.
 std::unique_ptr<DatabaseServices> OpenSqliteFile(const HostConfiguration& configuration, const SqlDialect& dialect,

@@ -20,7 +20,7 @@ inline constexpr const char* xmlModuleFile = "libtolvan_xml.so";
 // The module's entry point.
 extern "C" {
 
-/// The caller owns the result and deletes it; null when there is no memory.
+/// The caller owns the result, which is never null, and deletes it.
 using TolvanMakeXmlLibrary = tolvan::XmlLibrary*();
 
 TolvanMakeXmlLibrary tolvanMakeXmlLibrary;

@@ -1,10 +1,11 @@
 #include <new>
-
 #include "xml/PugiXmlLibrary.h"
+
+#include <memory>
 
 extern "C" {
 
 [[gnu::visibility("default")]] tolvan::XmlLibrary* tolvanMakeXmlLibrary() {
-  return new (std::nothrow) tolvan::PugiXmlLibrary;
+  return std::make_unique<tolvan::PugiXmlLibrary>().release();
 }
 }

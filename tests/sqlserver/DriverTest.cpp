@@ -62,27 +62,19 @@ TEST_F(SqlServerDriver, ReadsEveryTypeOfTheSchema) {
      "2024-02-29T23:59:59"],
     ["", "", 0, 0, 0, 0, "-922337203685477.5808", "922337203685477.5807", "1753-01-01T00:00:00"],
     [null, null, null, null, null, null, null, null, null]]}]})json");
+  const std::vector<std::vector<FieldValue>> expected{
+      {"Peñón ☕😀", longText, std::int64_t{-7}, std::int64_t{9007199254740993}, true, 0.1,
+       DecimalText{"12345678901234.5678"}, DecimalText{"-0.0500"}, *DateTime::Parse("2024-02-29 23:59:59")},
+      {"", "", std::int64_t{0}, std::int64_t{0}, false, 0.0, DecimalText{"-922337203685477.5808"},
+       DecimalText{"922337203685477.5807"}, *DateTime::Parse("1753-01-01 00:00:00")},
+      std::vector<FieldValue>(9)};
   const auto rows = Database().OpenRecordset(SqlStatement("SELECT * FROM Prueba"));
-  ASSERT_FALSE(rows->AtEnd());
-  EXPECT_EQ(rows->Value("t"), FieldValue("Peñón ☕😀"));
-  EXPECT_EQ(rows->Value("L"), FieldValue(longText));
-  EXPECT_EQ(rows->Value("I"), FieldValue(std::int64_t{-7}));
-  EXPECT_EQ(rows->Value("B"), FieldValue(std::int64_t{9007199254740993}));
-  EXPECT_EQ(rows->Text(rows->RequireField("S")), "True");
-  EXPECT_EQ(rows->Value("F"), FieldValue(0.1));
-  EXPECT_EQ(TextOf(rows->Value("D")), "12345678901234.5678");
-  EXPECT_EQ(CurrencyOf(rows->Value("M")), Currency::Parse("-0.05"));
-  EXPECT_EQ(rows->Value("H"), FieldValue(*DateTime::Parse("2024-02-29 23:59:59")));
-  rows->MoveNext();
-  EXPECT_EQ(rows->Value("T"), FieldValue(""));
-  EXPECT_EQ(rows->Value("L"), FieldValue(""));
-  EXPECT_EQ(BooleanOf(rows->Value("S")), false);
-  EXPECT_EQ(CurrencyOf(rows->Value("D")), Currency::Parse("-922337203685477.5808"));
-  EXPECT_EQ(CurrencyOf(rows->Value("M")), Currency::Parse("922337203685477.5807"));
-  EXPECT_EQ(rows->Value("H"), FieldValue(*DateTime::Parse("1753-01-01 00:00:00")));
-  rows->MoveNext();
-  for (std::size_t field = 0; field < rows->FieldCount(); ++field) EXPECT_TRUE(IsNull(rows->Value(field))) << field;
-  rows->MoveNext();
+  EXPECT_EQ(rows->FindField("h"), 8U);
+  for (const std::vector<FieldValue>& row : expected) {
+    ASSERT_FALSE(rows->AtEnd());
+    for (std::size_t field = 0; field < row.size(); ++field) EXPECT_EQ(rows->Value(field), row[field]) << field;
+    rows->MoveNext();
+  }
   EXPECT_TRUE(rows->AtEnd());
 }
 

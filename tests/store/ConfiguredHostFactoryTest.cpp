@@ -10,7 +10,7 @@
 #include "contract/TemporaryFolder.h"
 #include "database/sql/SqlDialects.h"
 #include "database/sql/SqlScript.h"
-#include "store/DeferredSpreadsheetApplication.h"
+#include "store/DeferredProviders.h"
 #include "support/FakeHost.h"
 #include "support/FileContent.h"
 #include "support/LoopbackServer.h"

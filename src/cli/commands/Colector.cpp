@@ -2,7 +2,7 @@
 #include "cli/CommandCall.h"
 #include "cli/TerminalProgress.h"
 #include "cli/commands/AllCommands.h"
-#include "store/DeferredXmlLibrary.h"
+#include "store/DeferredProviders.h"
 #include "transport/ItemDefinitionFile.h"
 #include "transport/basComponenteXML.h"
 

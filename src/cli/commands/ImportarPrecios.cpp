@@ -8,7 +8,7 @@
 #include "cli/TerminalProgress.h"
 #include "cli/commands/AllCommands.h"
 #include "import/ImportReport.h"
-#include "store/DeferredSpreadsheetApplication.h"
+#include "store/DeferredProviders.h"
 #include "system/posix/PosixServices.h"
 #include "ui/ActionTable.h"
 #include "ui/ImportLauncher.h"

@@ -5,7 +5,7 @@
 #include "cli/CommandCall.h"
 #include "cli/commands/AllCommands.h"
 #include "import/TemplateExport.h"
-#include "store/DeferredSpreadsheetApplication.h"
+#include "store/DeferredProviders.h"
 
 namespace tolvan {
 namespace {

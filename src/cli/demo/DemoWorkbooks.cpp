@@ -7,7 +7,7 @@
 #include "cli/demo/DemoData.h"
 #include "cli/demo/DemoStore.h"
 #include "import/TemplateExport.h"
-#include "store/DeferredSpreadsheetApplication.h"
+#include "store/DeferredProviders.h"
 #include "system/posix/PosixFileHelper.h"
 
 namespace tolvan {

@@ -32,10 +32,8 @@ inline constexpr const char* odbcModuleFile = "libtolvan_odbc.so";
 
 extern "C" {
 
-/// Connects; the caller owns the result and deletes it. A HostError is not thrown across the module's edge: null then,
-/// with the error in `failure`, which the caller deletes.
-using TolvanOpenOdbcDatabase = tolvan::DatabaseServices*(const tolvan::OdbcOptions& options,
-                                                         tolvan::HostError** failure);
+/// Connects; the caller owns the result and deletes it. Never null. Throws as HostApplication::Database.
+using TolvanOpenOdbcDatabase = tolvan::DatabaseServices*(const tolvan::OdbcOptions& options);
 
 TolvanOpenOdbcDatabase tolvanOpenOdbcDatabase;
 }

@@ -1,5 +1,5 @@
-// An open database file with its watchdog and the state of its transaction. Opening probes the file, so that whatever is
-// wrong with it is known at once and with its path.
+// An open database file with its watchdog and the state of its transaction. Opening probes the file, so that whatever
+// is wrong with it is known at once and with its path.
 #pragma once
 
 #include <optional>
@@ -24,8 +24,8 @@ class SqliteConnection {
   sqlite3* Handle() const { return handle_; }
   SqliteWatchdog& Watchdog() { return watchdog_; }
 
-  /// The error of a call that returned `code`; what the watchdog stopped is Timeout or Interrupted. Where the file is at
-  /// fault its path stands before `context`.
+  /// The error of a call that returned `code`; what the watchdog stopped is Timeout or Interrupted. Where the file is
+  /// at fault its path stands before `context`.
   HostError ErrorOf(int code, std::string context) const;
 
   /// Takes the write lock at once, so that a transaction never fails half way because another program writes.

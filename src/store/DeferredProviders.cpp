@@ -1,12 +1,30 @@
-#include "store/AskingMailService.h"
+#include "store/DeferredProviders.h"
 
 #include "base/Addresses.h"
 #include "base/Text.h"
 #include "host/HostError.h"
+#include "host/UserInterface.h"
 
 namespace tolvan {
 
-MailOutcome AskingMailService::SendFile(std::string_view path, std::string_view recipient) {
+SpreadsheetApplication& DeferredSpreadsheetApplication::Application() {
+  try {
+    return application_.One(clock_, files_, newWorkbookFolder_);
+  } catch (const HostError& error) {
+    throw HostError(HostErrorKind::Unreachable, TextForPeople(error));
+  }
+}
+
+HttpResponse DeferredHttpClient::Get(const HttpRequest& request) {
+  try {
+    static_cast<void>(client_.One(interruption_));
+  } catch (const HostError& error) {
+    return {.succeeded = false, .statusText = {}, .body = {}, .failure = TextForPeople(error)};
+  }
+  return client_.One(interruption_).Get(request);
+}
+
+MailOutcome DeferredMailService::SendFile(std::string_view path, std::string_view recipient) {
   if (options_.server.empty()) {
     return {MailStatus::NoService, "No hay servidor de correo en la configuración ([correo] servidor)."};
   }
@@ -14,14 +32,14 @@ MailOutcome AskingMailService::SendFile(std::string_view path, std::string_view 
     return {MailStatus::NotSent, "«" + std::string(recipient) + "» no es una dirección de correo."};
   }
   try {
-    if (!sender_) sender_ = loader_.MakeMailService(options_, files_, interruption_);
+    static_cast<void>(Sender());
   } catch (const HostError& error) {
     return {MailStatus::NoService, TextForPeople(error)};
   }
-  return sender_->SendFile(path, recipient);
+  return Sender().SendFile(path, recipient);
 }
 
-MailOutcome AskingMailService::SendFileToChosenRecipient(std::string_view path) {
+MailOutcome DeferredMailService::SendFileToChosenRecipient(std::string_view path) {
   if (dialogs_ == nullptr) {
     return {MailStatus::NotSent, "No hay un destinatario configurado ni a quién preguntarlo."};
   }

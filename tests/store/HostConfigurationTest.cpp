@@ -1,9 +1,8 @@
-#include "store/HostConfigurationReader.h"
+#include "store/HostConfiguration.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "store/HostConfigurationWriter.h"
 #include "support/ThrownBy.h"
 
 namespace tolvan {
@@ -15,13 +14,13 @@ HostConfiguration Parse(std::string_view content) {
   return ParseHostConfiguration(content, "/t/tolvan.ini");
 }
 
-TEST(HostConfigurationReader, TakesWhatNamesNothing) {
+TEST(HostConfiguration, TakesWhatNamesNothing) {
   for (const char* content : {"", "\xEF\xBB\xBF", "\r\n; nada\r\n[host]", "[xml]\n[host]\n"}) {
     EXPECT_EQ(WriteHostConfiguration(Parse(content)), WriteHostConfiguration(HostConfiguration()));
   }
 }
 
-TEST(HostConfigurationReader, ReadsValuesAndComments) {
+TEST(HostConfiguration, ReadsValuesAndComments) {
   const HostConfiguration c = Parse(
       "\xEF\xBB\xBF; comentario\r\n"
       " [host] ; la tienda\r\n"
@@ -55,7 +54,7 @@ struct BadLine {
   const char* cause;
 };
 
-TEST(HostConfigurationReader, NamesFileLineAndCause) {
+TEST(HostConfiguration, NamesFileLineAndCause) {
   const BadLine cases[] = {
       {"tienda = 1\n", 1, "antes de la primera sección"},
       {"[host]\n\n[otra]\nx = 1\n", 3, "«otra» no existe"},
@@ -103,7 +102,7 @@ TEST(HostConfigurationReader, NamesFileLineAndCause) {
   EXPECT_THAT(several.what(), testing::AllOf(HasSubstr("línea 2"), HasSubstr("línea 4"))) << "all at once";
 }
 
-TEST(HostConfigurationWriter, WritesEveryKeySoThatItReadsBack) {
+TEST(HostConfiguration, WritesEveryKeySoThatItReadsBack) {
   HostConfiguration c;
   c.filePath = "/t/tolvan.ini";
   c.product = "Ñandú";

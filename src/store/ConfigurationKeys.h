@@ -14,7 +14,8 @@ namespace tolvan {
 struct ConfigurationKey {
   std::string_view section;
   std::string_view name;
-  std::string_view explanation;  ///< Spanish, one line
+  /// Spanish, one line. "{motores}" and "{motores de archivo}" stand for the names of the known engines.
+  std::string_view explanation;
 
   /// Takes the value as written, without blanks around it. The result is why the value cannot be used, in Spanish;
   /// nothing when it was taken.

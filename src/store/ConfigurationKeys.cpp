@@ -1,12 +1,110 @@
-#include "store/ConfigurationKey.h"
+#include "store/ConfigurationKeys.h"
 
 #include <array>
+#include <cstdint>
 #include <limits>
+#include <vector>
 
-#include "store/ValueRules.h"
+#include "base/Addresses.h"
+#include "base/Text.h"
 
 namespace tolvan {
 namespace {
+
+/// Why a value cannot be used, in Spanish; nothing when it was taken.
+using Complaint = std::optional<std::string>;
+
+Complaint TakeIf(bool usable, std::string_view value, std::string& target, std::string_view complaint) {
+  if (!usable) return std::string(complaint);
+  target = value;
+  return std::nullopt;
+}
+
+Complaint TakeNumber(std::string_view value, std::int32_t least, std::int32_t most, std::int32_t& target) {
+  const std::optional<std::int32_t> number = ParseInteger(value);
+  if (!number || *number < least || *number > most) {
+    return "debe ser un número entero de " + std::to_string(least) + " a " + std::to_string(most);
+  }
+  target = *number;
+  return std::nullopt;
+}
+
+Complaint TakeFlag(std::string_view value, bool& target) {
+  if (value != "0" && value != "1") return "debe ser 0 o 1";
+  target = value == "1";
+  return std::nullopt;
+}
+
+Complaint TakeFilledText(std::string_view value, std::string& target) {
+  return TakeIf(!value.empty(), value, target, "no puede quedar vacío");
+}
+
+/// Digits 0 and #, one point at most, commas for grouping, anything else before and after.
+Complaint TakeMoneyFormat(std::string_view value, std::string& target) {
+  const std::size_t first = value.find_first_of("0#");
+  if (first == std::string_view::npos) return "no es un formato de número, por ejemplo #,##0.00";
+  const std::size_t last = value.find_last_of("0#");
+  const std::string_view digits = value.substr(first, last - first + 1);
+  const bool onePattern = digits.find_first_not_of("0#,.") == std::string_view::npos;
+  const bool onePoint = digits.find('.') == digits.rfind('.');
+  return TakeIf(onePattern && onePoint, value, target, "no es un formato de número, por ejemplo #,##0.00");
+}
+
+/// Empty or a text without digits and signs, which are parts of the amounts it is removed from.
+Complaint TakeSeparator(std::string_view value, std::string& target) {
+  const bool usable = value.find_first_of("0123456789+-") == std::string_view::npos;
+  return TakeIf(usable, value, target, "no puede tener cifras ni signos");
+}
+
+/// Names separated by commas or blanks.
+Complaint TakeNames(std::string_view value, std::vector<std::string>& target) {
+  const std::string separated = ReplaceAll(ReplaceAll(value, "\t", ","), " ", ",");
+  target.clear();
+  for (const std::string_view name : Split(separated, ',')) {
+    if (!name.empty()) target.emplace_back(name);
+  }
+  return std::nullopt;
+}
+
+Complaint TakeEngine(std::string_view value, DatabaseConfiguration& target) {
+  for (const DatabaseEngine& engine : target.known) {
+    if (engine.Traits().name != value) continue;
+    target.engine = &engine;
+    return std::nullopt;
+  }
+  return "debe ser " + NamesOf(target.known);
+}
+
+/// A mail address, or empty where `mayBeEmpty`.
+Complaint TakeAddress(std::string_view value, bool mayBeEmpty, std::string& target) {
+  const bool usable = value.empty() ? mayBeEmpty : IsEmailAddress(value);
+  return TakeIf(usable, value, target, "debe ser una dirección de correo, por ejemplo tienda@example.com");
+}
+
+/// Empty, or smtp:// or smtps:// with host and optional port.
+Complaint TakeMailServer(std::string_view value, std::string& target) {
+  std::string_view host = value;
+  for (const std::string_view scheme : {"smtp://", "smtps://"}) {
+    if (value.starts_with(scheme)) host = value.substr(scheme.size());
+  }
+  const bool hasScheme = host.size() != value.size();
+  return TakeIf(value.empty() || (hasScheme && ServerAddress::Parse(host)), value, target,
+                "debe ser smtp:// o smtps:// con el servidor y, si hace falta, el puerto");
+}
+
+/// Empty, or host[:port] without a scheme.
+Complaint TakeHost(std::string_view value, std::string& target) {
+  return TakeIf(value.empty() || ServerAddress::Parse(value), value, target,
+                "debe ser un servidor y, si hace falta, dos puntos y el puerto");
+}
+
+/// Empty, or an address that begins with http:// or https://.
+Complaint TakeWebAddress(std::string_view value, std::string& target) {
+  const bool hasScheme = value.starts_with("http://") || value.starts_with("https://");
+  const bool hasBlank = value.find_first_of(" \t\"<>") != std::string_view::npos;
+  return TakeIf(value.empty() || (hasScheme && !hasBlank), value, target,
+                "debe ser una dirección que comience por http:// o https://");
+}
 
 using Configuration = HostConfiguration;
 using Value = std::string_view;
@@ -33,7 +131,7 @@ std::string Joined(const std::vector<std::string>& names) {
 }
 
 // The lambdas without captures become the plain functions of the table.
-constexpr std::array keys{
+constexpr std::array configurationKeys{
     ConfigurationKey{"host", "producto", "nombre del producto en textos y títulos",
                      [](Configuration& c, Value v) { return TakeFilledText(v, c.product); },
                      [](const Configuration& c) { return c.product; }},
@@ -67,10 +165,10 @@ constexpr std::array keys{
     ConfigurationKey{"host", "ajustes", "carpeta de ajustes y posiciones de ventanas; vacío = la del usuario",
                      [](Configuration& c, Value v) { return TakeText(v, c.settingsFolder); },
                      [](const Configuration& c) { return c.settingsFolder; }},
-    ConfigurationKey{"base_de_datos", "motor", "sqlite, sqlserver, postgresql o access",
+    ConfigurationKey{"base_de_datos", "motor", "{motores}",
                      [](Configuration& c, Value v) { return TakeEngine(v, c.database); },
                      [](const Configuration& c) { return std::string(c.database.engine->Traits().name); }},
-    ConfigurationKey{"base_de_datos", "conexion", "archivo (sqlite) o cadena de conexión ODBC",
+    ConfigurationKey{"base_de_datos", "conexion", "archivo ({motores de archivo}) o cadena de conexión ODBC",
                      [](Configuration& c, Value v) { return TakeFilledText(v, c.database.connection); },
                      [](const Configuration& c) { return c.database.connection; }},
     ConfigurationKey{"base_de_datos", "espera", "segundos que puede tardar una instrucción",
@@ -108,7 +206,7 @@ constexpr std::array keys{
 }  // namespace
 
 std::span<const ConfigurationKey> ConfigurationKeys() {
-  return keys;
+  return configurationKeys;
 }
 
 }  // namespace tolvan
