@@ -4,9 +4,8 @@
 #include "support/PostgresServer.h"
 
 namespace tolvan::test {
-namespace {
 
-DatabaseFixture MakePostgresFixture(const TemporaryFolder&) {
+DatabaseFixture MakeFixture(const TemporaryFolder&) {
   PostgresServer& server = PostgresServer::Shared();
   const OdbcOptions options{.dialect = &postgreSqlDialect,
                             .connection = server.ConnectionString(server.MakeDatabase())};
@@ -14,9 +13,5 @@ DatabaseFixture MakePostgresFixture(const TemporaryFolder&) {
           "CREATE TABLE Prueba (Codigo VARCHAR(20) NOT NULL PRIMARY KEY, Cantidad BIGINT CHECK (Cantidad >= 0),"
           " Precio NUMERIC(19,4), Activo SMALLINT, Fecha TIMESTAMP(0), Nota VARCHAR(200))"};
 }
-
-}  // namespace
-
-INSTANTIATE_TEST_SUITE_P(PostgreSql, DatabaseContract, ::testing::Values(NamedFixture{"odbc", &MakePostgresFixture}));
 
 }  // namespace tolvan::test

@@ -3,17 +3,12 @@
 #include "database/sqlite/SqliteDatabaseServices.h"
 
 namespace tolvan::test {
-namespace {
 
-DatabaseFixture MakeSqliteFixture(const TemporaryFolder& folder) {
+DatabaseFixture MakeFixture(const TemporaryFolder& folder) {
   const SqliteOptions options{.path = folder.File("tienda.db"), .createIfMissing = true};
   return {std::make_unique<SqliteDatabaseServices>(options), std::make_unique<SqliteDialect>(),
           "CREATE TABLE Prueba (Codigo TEXT NOT NULL PRIMARY KEY, Cantidad INTEGER CHECK (Cantidad >= 0),"
           " Precio NUMERIC, Activo BOOLEAN, Fecha DATETIME, Nota TEXT)"};
 }
-
-}  // namespace
-
-INSTANTIATE_TEST_SUITE_P(Sqlite, DatabaseContract, ::testing::Values(NamedFixture{"sqlite", &MakeSqliteFixture}));
 
 }  // namespace tolvan::test

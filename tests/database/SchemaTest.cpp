@@ -1,5 +1,5 @@
 // The scripts of data/esquema say the same in four languages; a column added to one of them must be in all.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <map>
 #include <regex>
@@ -40,6 +40,16 @@ std::set<std::string> IndexesOf(std::string_view script) {
 }
 
 }  // namespace
+
+TEST(SqlScriptTest, StatementsEndAtSemicolonsOutsideTextsNamesAndComments) {
+  const auto statements = SplitSqlScript(R"(
+-- Tabla; con comentario
+CREATE TABLE [a;b] (x TEXT DEFAULT 'uno;''dos--'); ;
+/* nada; aquí */ CREATE VIEW "v;1" AS SELECT 1 - -1 /* ; */ FROM T
+-- fin)");
+  EXPECT_THAT(statements, ::testing::ElementsAre("CREATE TABLE [a;b] (x TEXT DEFAULT 'uno;''dos--')",
+                                                 "CREATE VIEW \"v;1\" AS SELECT 1 - -1 \n FROM T"));
+}
 
 TEST(SchemaTest, EveryEngineHasTheSameTablesAndColumns) {
   const auto expected = TablesOf(data::sqliteSchema);

@@ -1,14 +1,22 @@
-// What is SQLite's own behind the contract that all providers share: the file, its locks, its room and its limits.
+// What is SQLite's own beyond the contract that all providers share: the file, its locks, its room, its limits and how
+// its failures are told.
 #include "database/sqlite/SqliteDatabaseServices.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sqlite3.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
 
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 
 #include "contract/TemporaryFolder.h"
 #include "database/sql/SqlScript.h"
+#include "database/sqlite/SqliteErrors.h"
 #include "host/UserInterface.h"
 #include "support/ChildProcess.h"
 #include "support/FakeHost.h"
@@ -19,33 +27,59 @@ namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
+using testing::StartsWith;
 
-constexpr const char* endless =
-    "WITH RECURSIVE N(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM N) SELECT count(*) FROM N";
+const std::string numbers = "WITH RECURSIVE N(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM N) ";
 
+/// A file with the table T, and a connection to it.
 class SqliteDatabaseServicesTest : public ::testing::Test {
  protected:
-  SqliteOptions Options(bool create = true) const {
-    return {.path = folder_.File("tienda.db"), .busyWait = milliseconds(60), .createIfMissing = create};
-  }
+  SqliteDatabaseServicesTest() { Run("CREATE TABLE T (A)"); }
 
   static std::string OneText(DatabaseServices& database, const std::string& query) {
     return std::string(database.OpenRecordset(SqlStatement(query))->Text(0));
   }
+  std::string OneText(const std::string& query) { return OneText(database_, query); }
 
   static void Run(DatabaseServices& database, const std::string& text) { database.Execute(SqlStatement(text)); }
+  void Run(const std::string& text) { Run(database_, text); }
+  HostErrorKind KindOf(const std::string& text) {
+    return KindThrownBy([&] { Run(text); });
+  }
 
   TemporaryFolder folder_;
+  const std::string path_ = folder_.File("tienda.db");
+  const SqliteOptions options_{.path = path_, .busyWait = milliseconds(60), .createIfMissing = true};
+  SqliteDatabaseServices database_{options_};
 };
 
-class CountingInterruption final : public Interruption {
- public:
-  explicit CountingInterruption(int quietQuestions) : left_(quietQuestions) {}
-  bool Requested() const noexcept override { return left_-- <= 0; }
-
- private:
-  mutable int left_;
+/// As soon as a wait is told, `endWait` brings about its end.
+struct HelpfulUser final : Interruption {
+  bool Requested() const noexcept override {
+    ++(waits ? questionsInWait : otherQuestions);
+    return false;
+  }
+  void WaitBegins(std::string_view) const noexcept override {
+    waits = true;
+    endWait();
+  }
+  void WaitEnds() const noexcept override { waits = false; }
+  std::function<void()> endWait;
+  mutable bool waits = false;
+  mutable int questionsInWait = 0;
+  mutable int otherQuestions = 0;
 };
+
+/// In a child: no page of a database can be read any more, as on a failing disk.
+void RefuseReads() {
+  sock_filter rules[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                         BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_pread64, 0, 1),
+                         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EIO),
+                         BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+  const sock_fprog program{std::size(rules), rules};
+  ASSERT_EQ(::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0), 0);
+  ASSERT_EQ(::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program), 0);
+}
 
 using Permissions = std::filesystem::perms;
 constexpr Permissions readOnlyFile = Permissions::owner_read | Permissions::group_read | Permissions::others_read;
@@ -55,10 +89,7 @@ constexpr Permissions readOnlyFolder =
 TEST_F(SqliteDatabaseServicesTest, OpeningTellsWhatIsWrongWithTheFile) {
   std::filesystem::create_directory(folder_.Path() / "carpeta");
   std::ofstream(folder_.File("texto.db")) << "esto no es una base de datos, sino una carta bastante larga";
-  for (const char* name : {"cortada.db", "secreta.db"}) {
-    SqliteDatabaseServices database({.path = folder_.File(name), .createIfMissing = true});
-    Run(database, "CREATE TABLE T (A)");
-  }
+  for (const char* name : {"cortada.db", "secreta.db"}) std::filesystem::copy_file(path_, folder_.File(name));
   std::fstream(folder_.File("cortada.db"), std::ios::in | std::ios::out | std::ios::binary).write("\0\0\0\0", 4);
   std::filesystem::permissions(folder_.File("secreta.db"), Permissions::none);
 
@@ -80,43 +111,41 @@ TEST_F(SqliteDatabaseServicesTest, OpeningTellsWhatIsWrongWithTheFile) {
 }
 
 TEST_F(SqliteDatabaseServicesTest, AFolderThatCannotBeWrittenIsStillRead) {
-  {
-    SqliteDatabaseServices database(Options());
-    Run(database, "CREATE TABLE T (A TEXT)");
-    Run(database, "INSERT INTO T VALUES ('ñ')");
-  }
-  std::filesystem::permissions(Options().path, readOnlyFile);
-  std::filesystem::permissions(folder_.Path(), readOnlyFolder);
+  const TemporaryFolder closed;
+  const std::string path = closed.File("tienda.db");
+  Run("INSERT INTO T VALUES ('ñ')");
+  database_.BeginTransaction();  // which makes the log the file's own way
+  Run("PRAGMA wal_checkpoint(TRUNCATE)");
+  std::filesystem::copy_file(path_, path);
+  std::filesystem::permissions(path, readOnlyFile);
+  std::filesystem::permissions(closed.Path(), readOnlyFolder);
   EXPECT_EQ(RunWithoutPrivileges([&]() -> std::string {
-              SqliteDatabaseServices database(Options(false));
+              SqliteDatabaseServices database({.path = path});
               const bool refused =
                   KindThrownBy([&] { Run(database, "INSERT INTO T VALUES ('o')"); }) == HostErrorKind::Access;
               return OneText(database, "SELECT A FROM T") + (refused ? "" : " and something was written");
             }),
             "ñ");
-  std::filesystem::permissions(folder_.Path(), Permissions::owner_all);
+  std::filesystem::permissions(closed.Path(), Permissions::owner_all);
 }
 
 TEST_F(SqliteDatabaseServicesTest, CommitsAreLoggedAheadAndSynced) {
-  SqliteDatabaseServices database(Options());
-  EXPECT_EQ(OneText(database, "PRAGMA journal_mode"), "delete") << "reading leaves the file as it is";
-  database.BeginTransaction();
-  EXPECT_EQ(OneText(database, "PRAGMA journal_mode"), "wal");
-  EXPECT_EQ(OneText(database, "PRAGMA synchronous"), "2");
-  EXPECT_EQ(OneText(database, "PRAGMA foreign_keys"), "1");
+  EXPECT_EQ(OneText("PRAGMA journal_mode"), "delete") << "reading leaves the file as it is";
+  database_.BeginTransaction();
+  EXPECT_EQ(OneText("PRAGMA journal_mode"), "wal");
+  EXPECT_EQ(OneText("PRAGMA synchronous"), "2");
+  EXPECT_EQ(OneText("PRAGMA foreign_keys"), "1");
 }
 
 TEST_F(SqliteDatabaseServicesTest, AnotherProgramsLockIsWaitedForOnlySoLong) {
-  SqliteDatabaseServices first(Options());
-  SqliteDatabaseServices second(Options());
-  Run(first, "CREATE TABLE T (A)");
-  const auto writing = first.BeginTransaction();
+  SqliteDatabaseServices second(options_);
+  const auto writing = database_.BeginTransaction();
   const auto start = steady_clock::now();
   EXPECT_EQ(KindThrownBy([&] { second.BeginTransaction(); }), HostErrorKind::Busy);
   const HostError busy = ThrownBy([&] { Run(second, "INSERT INTO T VALUES (1)"); });
-  EXPECT_EQ(
-      TextForPeople(busy).find("Ocupado por otro programa: otro programa está usando la base de datos (código 5)"), 0U);
-  EXPECT_EQ(busy.Context(), Options().path + "\r\nINSERT INTO T VALUES (1)");
+  EXPECT_THAT(TextForPeople(busy),
+              StartsWith("Ocupado por otro programa: otro programa está usando la base de datos (código 5)"));
+  EXPECT_EQ(busy.Context(), path_ + "\r\nINSERT INTO T VALUES (1)");
   EXPECT_GE(steady_clock::now() - start, milliseconds(2 * 60));
   EXPECT_EQ(OneText(second, "SELECT count(*) FROM T"), "0");  // readers do not wait
   writing->Commit();
@@ -124,111 +153,109 @@ TEST_F(SqliteDatabaseServicesTest, AnotherProgramsLockIsWaitedForOnlySoLong) {
 }
 
 TEST_F(SqliteDatabaseServicesTest, AFileLockedAsAWholeIsBusyFromTheStart) {
-  SqliteDatabaseServices owner(Options());
-  Run(owner, "PRAGMA journal_mode=DELETE");
-  Run(owner, "PRAGMA locking_mode=EXCLUSIVE");
-  Run(owner, "CREATE TABLE T (A)");
-  EXPECT_EQ(KindThrownBy([&] { SqliteDatabaseServices late(Options()); }), HostErrorKind::Busy);
+  Run("PRAGMA locking_mode=EXCLUSIVE");
+  Run("INSERT INTO T VALUES (1)");
+  EXPECT_EQ(KindThrownBy([&] { SqliteDatabaseServices late(options_); }), HostErrorKind::Busy);
 }
 
 TEST_F(SqliteDatabaseServicesTest, TheUserStopsAStatementAndAWait) {
-  const CountingInterruption afterAWhile(3);
-  SqliteOptions options = Options();
+  FakeInterruption afterAWhile;
+  afterAWhile.questions = 4;
+  SqliteOptions options = options_;
   options.interruption = &afterAWhile;
-  SqliteDatabaseServices database(options);
-  EXPECT_EQ(KindThrownBy([&] { database.OpenRecordset(SqlStatement(endless)); }), HostErrorKind::Interrupted);
+  SqliteDatabaseServices working(options);
+  EXPECT_EQ(KindThrownBy([&] { OneText(working, numbers + "SELECT count(*) FROM N"); }), HostErrorKind::Interrupted);
 
   const ImpatientUser impatient;
   options.interruption = &impatient;
   options.busyWait = std::chrono::minutes(10);
   SqliteDatabaseServices waiting(options);
-  const auto writing = database.BeginTransaction();
+  const auto writing = database_.BeginTransaction();
   EXPECT_EQ(KindThrownBy([&] { waiting.BeginTransaction(); }), HostErrorKind::Interrupted);
   EXPECT_EQ(impatient.told, "Otro programa está usando la base de datos; esperando… Ya.");
 }
 
+TEST_F(SqliteDatabaseServicesTest, AWaitIsToldOnlyUntilTheStatementWorks) {
+  std::unique_ptr<Transaction> writing = database_.BeginTransaction();
+  HelpfulUser user;
+  user.endWait = [&] { writing.reset(); };
+  SqliteOptions options = options_;
+  options.busyWait = std::chrono::minutes(10);
+  options.interruption = &user;
+  SqliteDatabaseServices waiting(options);
+  Run(waiting, "INSERT INTO T " + numbers + "SELECT i FROM N LIMIT 200000");
+  EXPECT_FALSE(writing) << "the wait was told";
+  EXPECT_GT(user.otherQuestions, 500) << "and then it worked for long";
+  EXPECT_LT(user.questionsInWait, 100);
+}
+
 TEST_F(SqliteDatabaseServicesTest, AStatementPastItsLimitEndsTheTransactionToo) {
-  SqliteOptions options = Options();
+  SqliteOptions options = options_;
   options.statementLimit = milliseconds(50);
   SqliteDatabaseServices database(options);
-  Run(database, "CREATE TABLE T (A)");
   const auto transaction = database.BeginTransaction();
   Run(database, "INSERT INTO T VALUES (1)");
-  const std::string endlessInsert =
-      "INSERT INTO T WITH RECURSIVE N(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM N) SELECT i FROM N WHERE i < 0";
-  EXPECT_EQ(KindThrownBy([&] { Run(database, endlessInsert); }), HostErrorKind::Timeout);
-  // SQLite has rolled back by itself now; a statement let through would be kept at once, outside any transaction.
-  EXPECT_EQ(KindThrownBy([&] { Run(database, "INSERT INTO T VALUES (2)"); }), HostErrorKind::Timeout);
+  // SQLite rolls back by itself then; a statement let through would be kept at once, outside any transaction.
+  for (const std::string& text : {numbers + "SELECT i FROM N WHERE i < 0", std::string("VALUES (2)")}) {
+    EXPECT_EQ(KindThrownBy([&] { Run(database, "INSERT INTO T " + text); }), HostErrorKind::Timeout) << text;
+  }
   EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::Timeout);
   EXPECT_EQ(OneText(database, "SELECT count(*) FROM T"), "0");
 }
 
 TEST_F(SqliteDatabaseServicesTest, AFullDiskUndoesTheTransaction) {
-  SqliteDatabaseServices database(Options());
-  Run(database, "CREATE TABLE T (A)");
-  Run(database, "INSERT INTO T VALUES ('antes')");
-  Run(database, "PRAGMA max_page_count=20");
+  Run("INSERT INTO T VALUES ('antes')");
+  Run("PRAGMA max_page_count=20");
   {
-    const auto transaction = database.BeginTransaction();
-    const auto fill = [&] {
-      for (int row = 0; row < 1'000; ++row) Run(database, "INSERT INTO T VALUES (randomblob(1000))");
-    };
-    EXPECT_EQ(KindThrownBy(fill), HostErrorKind::Full);
+    const auto transaction = database_.BeginTransaction();
+    EXPECT_EQ(KindOf("INSERT INTO T " + numbers + "SELECT randomblob(1000) FROM N LIMIT 1000"), HostErrorKind::Full);
     EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::Full);
   }
-  EXPECT_EQ(OneText(database, "SELECT count(*) FROM T"), "1");
-  Run(database, "PRAGMA max_page_count=1000000");
-  Run(database, "INSERT INTO T VALUES ('después')");
+  EXPECT_EQ(OneText("SELECT count(*) FROM T"), "1");
+  Run("PRAGMA max_page_count=1000000");
+  Run("INSERT INTO T VALUES ('después')");
 }
 
 TEST_F(SqliteDatabaseServicesTest, ACommitThatFailsLeavesNothingAndNoTransaction) {
-  SqliteDatabaseServices database(Options());
-  RunSqlScript(database, R"(
+  RunSqlScript(database_, R"(
       CREATE TABLE P (A INTEGER PRIMARY KEY);
       CREATE TABLE H (A INTEGER REFERENCES P (A) DEFERRABLE INITIALLY DEFERRED);)");
   {
-    const auto transaction = database.BeginTransaction();
-    Run(database, "INSERT INTO H VALUES (7)");  // refused at the commit only
+    const auto transaction = database_.BeginTransaction();
+    Run("INSERT INTO H VALUES (7)");  // refused at the commit only
     EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::Constraint);
-    EXPECT_EQ(OneText(database, "SELECT count(*) FROM H"), "0");
+    EXPECT_EQ(OneText("SELECT count(*) FROM H"), "0");
   }
-  database.BeginTransaction()->Commit();
+  database_.BeginTransaction()->Commit();
 }
 
 TEST_F(SqliteDatabaseServicesTest, AFileThatIsNoLongerInItsPlaceTakesNothing) {
-  SqliteDatabaseServices database(Options());
-  Run(database, "CREATE TABLE T (A)");
-  const std::string place = folder_.File("tienda.db");
-  const auto transaction = database.BeginTransaction();
-  Run(database, "INSERT INTO T VALUES (1)");
-  std::filesystem::rename(place, place + ".lejos");
+  const auto transaction = database_.BeginTransaction();
+  Run("INSERT INTO T VALUES (1)");
+  std::filesystem::rename(path_, path_ + ".lejos");
   EXPECT_EQ(KindThrownBy([&] { transaction->Commit(); }), HostErrorKind::Unreachable);
-  EXPECT_EQ(KindThrownBy([&] { Run(database, "INSERT INTO T VALUES (2)"); }), HostErrorKind::Unreachable);
-  EXPECT_EQ(KindThrownBy([&] { database.BeginTransaction(); }), HostErrorKind::Unreachable);
-  EXPECT_EQ(KindThrownBy([&] { OneText(database, "SELECT count(*) FROM T"); }), HostErrorKind::Unreachable);
-  std::filesystem::copy_file(place + ".lejos", place);
-  EXPECT_EQ(KindThrownBy([&] { Run(database, "INSERT INTO T VALUES (3)"); }), HostErrorKind::Unreachable)
-      << "another file in its place";
-  std::filesystem::rename(place + ".lejos", place);
-  EXPECT_EQ(OneText(database, "SELECT count(*) FROM T"), "0");
+  EXPECT_EQ(KindOf("INSERT INTO T VALUES (2)"), HostErrorKind::Unreachable);
+  EXPECT_EQ(KindThrownBy([&] { database_.BeginTransaction(); }), HostErrorKind::Unreachable);
+  EXPECT_EQ(KindThrownBy([&] { OneText("SELECT count(*) FROM T"); }), HostErrorKind::Unreachable);
+  std::filesystem::copy_file(path_ + ".lejos", path_);
+  EXPECT_EQ(KindOf("INSERT INTO T VALUES (3)"), HostErrorKind::Unreachable) << "another file in its place";
+  std::filesystem::rename(path_ + ".lejos", path_);
+  EXPECT_EQ(OneText("SELECT count(*) FROM T"), "0");
 }
 
 TEST_F(SqliteDatabaseServicesTest, OnlyOneStatementAtATimeAndAValueForEachMark) {
-  SqliteDatabaseServices database(Options());
-  Run(database, "CREATE TABLE T (A)");
   for (const char* text : {"", " ; ", "DELETE FROM T; DROP TABLE T", "SELECT ? FROM T"}) {
-    EXPECT_EQ(KindThrownBy([&] { Run(database, text); }), HostErrorKind::Statement) << text;
+    EXPECT_EQ(KindOf(text), HostErrorKind::Statement) << text;
   }
-  EXPECT_EQ(OneText(database, "SELECT count(*) FROM T; -- fin\n ; "), "0");
+  EXPECT_EQ(OneText("SELECT count(*) FROM T; -- fin\n ; "), "0");
 }
 
 TEST_F(SqliteDatabaseServicesTest, ValuesFollowTheDeclaredTypeAlsoThroughAView) {
-  SqliteDatabaseServices database(Options());
-  RunSqlScript(database, R"(
-      CREATE TABLE T (B BOOLEAN, D DATETIME, N NUMERIC, X TEXT);
-      CREATE VIEW V AS SELECT T.B, T.D, T.N, T.X, T.B + 0 AS Suma FROM T;
-      INSERT INTO T VALUES (1, '2024-01-31', 10.5, '1'), (0, 'ayer; nunca', 3, NULL);)");
-  const auto rows = database.OpenRecordset(SqlStatement("SELECT * FROM V"));
+  RunSqlScript(database_, R"(
+      CREATE TABLE U (B BOOLEAN, D DATETIME, N NUMERIC, X TEXT);
+      CREATE VIEW V AS SELECT U.B, U.D, U.N, U.X, U.B + 0 AS Suma FROM U;
+      INSERT INTO U VALUES (1, '2024-01-31', 10.5, '1'), (0, 'ayer; nunca', 3, NULL);)");
+  const auto rows = database_.OpenRecordset(SqlStatement("SELECT * FROM V"));
   EXPECT_EQ(rows->Value("B"), FieldValue(true));
   EXPECT_EQ(rows->Text(0), "True");
   EXPECT_EQ(rows->Text(1), "2024-01-31 00:00:00");
@@ -242,34 +269,72 @@ TEST_F(SqliteDatabaseServicesTest, ValuesFollowTheDeclaredTypeAlsoThroughAView) 
 }
 
 TEST_F(SqliteDatabaseServicesTest, ACachedStatementFollowsAChangeOfItsTable) {
-  SqliteDatabaseServices database(Options());
-  Run(database, "CREATE TABLE T (A TEXT)");
-  Run(database, "INSERT INTO T VALUES ('a')");
-  EXPECT_EQ(database.OpenRecordset(SqlStatement("SELECT * FROM T"))->FieldCount(), 1U);
-  Run(database, "ALTER TABLE T ADD COLUMN B BOOLEAN DEFAULT 1");
-  const auto row = database.OpenRecordset(SqlStatement("SELECT * FROM T"));
+  Run("INSERT INTO T VALUES ('a')");
+  EXPECT_EQ(database_.OpenRecordset(SqlStatement("SELECT * FROM T"))->FieldCount(), 1U);
+  Run("ALTER TABLE T ADD COLUMN B BOOLEAN DEFAULT 1");
+  const auto row = database_.OpenRecordset(SqlStatement("SELECT * FROM T"));
   ASSERT_EQ(row->FieldCount(), 2U);
   EXPECT_EQ(row->Value("B"), FieldValue(true));
 }
 
 TEST_F(SqliteDatabaseServicesTest, MoreTextsThanTheCacheHoldsStillRun) {
-  SqliteDatabaseServices database(Options());
-  const auto held = database.OpenRecordset(SqlStatement("SELECT 'primero'"));
+  const auto held = database_.OpenRecordset(SqlStatement("SELECT 'primero'"));
   for (int number = 0; number < 250; ++number) {
-    EXPECT_EQ(OneText(database, "SELECT " + std::to_string(number % 130)), std::to_string(number % 130));
+    EXPECT_EQ(OneText("SELECT " + std::to_string(number % 130)), std::to_string(number % 130));
   }
   EXPECT_EQ(held->Text(0), "primero");
 }
 
 TEST_F(SqliteDatabaseServicesTest, AWalkGivenUpLeavesNoLock) {
-  SqliteDatabaseServices reader(Options());
-  Run(reader, "CREATE TABLE T (A)");
-  Run(reader, "INSERT INTO T VALUES (1), (2)");
-  ASSERT_FALSE(reader.OpenRecordset(SqlStatement("SELECT A FROM T"))->AtEnd());
-  SqliteDatabaseServices other(Options());
+  Run("INSERT INTO T VALUES (1), (2)");
+  ASSERT_FALSE(database_.OpenRecordset(SqlStatement("SELECT A FROM T"))->AtEnd());
+  SqliteDatabaseServices other(options_);
   Run(other, "INSERT INTO T VALUES (3)");
-  Run(reader, "INSERT INTO T VALUES (4)");  // from a read that still stood on the old state this would be Busy
+  Run("INSERT INTO T VALUES (4)");  // from a read that still stood on the old state this would be Busy
   EXPECT_EQ(OneText(other, "SELECT count(*) FROM T"), "4");
+}
+
+TEST_F(SqliteDatabaseServicesTest, TellsAPageThatCannotBeReadFromADamagedOne) {
+  const auto failure = [&](const std::function<void()>& spoil) {
+    return RunInChild([&]() -> std::string {
+      SqliteDatabaseServices database(options_);
+      spoil();
+      return TextForPeople(ThrownBy([&] { OneText(database, "SELECT A FROM T"); }));
+    });
+  };
+  EXPECT_THAT(failure(RefuseReads), StartsWith("No se puede acceder: no se pudo leer una página de la base de datos;"));
+  const auto damage = [&] {
+    std::fstream file(path_, std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(4096).write("\xFF\xFF\xFF\xFF", 4);
+  };
+  EXPECT_THAT(failure(damage), StartsWith("El contenido está dañado: las páginas de la base de datos no concuerdan"));
+}
+
+TEST_F(SqliteDatabaseServicesTest, NamesTheColumnOfAConstraint) {
+  Run("CREATE TABLE U (A UNIQUE)");
+  Run("INSERT INTO U VALUES (7)");
+  EXPECT_STREQ(ThrownBy([&] { Run("INSERT INTO U VALUES (7)"); }).what(), "ya hay un registro con esa clave (U.A)");
+}
+
+// The failures that no test can bring about on a sound machine.
+TEST(SqliteErrorsTest, CodesOfFailingDisksAndFoldersHaveTheirKind) {
+  const struct {
+    int code, systemError;
+    HostErrorKind kind;
+  } cases[] = {
+      {SQLITE_CANTOPEN, EROFS, HostErrorKind::Access},
+      {SQLITE_CANTOPEN, ENOSPC, HostErrorKind::Full},
+      {SQLITE_CANTOPEN, ENOENT, HostErrorKind::Unreachable},
+      {SQLITE_IOERR_WRITE, ENOSPC, HostErrorKind::Full},
+      {SQLITE_IOERR_WRITE, EDQUOT, HostErrorKind::Full},
+      {SQLITE_IOERR_FSYNC, EIO, HostErrorKind::Unreachable},
+      {SQLITE_IOERR_DATA, 0, HostErrorKind::Damaged},
+      {SQLITE_IOERR_NOMEM, 0, HostErrorKind::Failed},
+      {SQLITE_BUSY_SNAPSHOT, 0, HostErrorKind::Busy},
+      {SQLITE_READONLY_DBMOVED, 0, HostErrorKind::Access},
+      {SQLITE_NOMEM, 0, HostErrorKind::Failed},
+  };
+  for (const auto& [code, systemError, kind] : cases) EXPECT_EQ(KindOfSqliteCode(code, systemError), kind) << code;
 }
 
 }  // namespace

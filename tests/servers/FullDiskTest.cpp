@@ -35,11 +35,7 @@ TEST(FullDisk, EndsTheRegistryWithWhatFitsAndAnImportWithNothing) {
   EXPECT_EQ(full.counts.errors, 0) << "the disk is no fault of a line";
   EXPECT_EQ(store.Ask("SELECT count(*) FROM Clientes"), std::to_string(full.counts.newCustomers));
 
-  const auto apply = [&] {
-    return store.ImportTemplate(database, ServerStore::TemplateRows(300),
-                                [&](IClaseImportar& importer) { importer.Iniciar(store.status); });
-  };
-  const ImportOutcome refused = apply();
+  const ImportOutcome refused = store.ImportTemplate(database, 300);
   EXPECT_FALSE(refused.applied);
   EXPECT_THAT(FailureText(refused), HasSubstr("No queda espacio disponible"));
   EXPECT_EQ(store.Ask("SELECT count(*) FROM Items"), "300");
@@ -49,7 +45,7 @@ TEST(FullDisk, EndsTheRegistryWithWhatFitsAndAnImportWithNothing) {
   for (const char* what : {"TABLE Clientes", "INDEX Clientes_pkey"}) {
     store.Ask("ALTER " + std::string(what) + " SET TABLESPACE pg_default");
   }
-  EXPECT_TRUE(apply().applied) << "there is room again";
+  EXPECT_TRUE(store.ImportTemplate(database, 300).applied) << "there is room again";
   const RegistryRun rest = ImportRegistry(database, postgreSqlDialect, registry);
   EXPECT_TRUE(rest.finished) << rest.message;
   EXPECT_EQ(rest.counts.newCustomers, customers - full.counts.newCustomers);

@@ -22,10 +22,7 @@ class ImportFailures : public ::testing::Test {
  protected:
   ImportFailures() { store_.AddItems(items); }
 
-  ImportOutcome Apply() {
-    return store_.ImportTemplate(database_, ServerStore::TemplateRows(items),
-                                 [&](IClaseImportar& importer) { importer.Iniciar(store_.status); });
-  }
+  ImportOutcome Apply() { return store_.ImportTemplate(database_, items); }
 
   void ExpectNothing() const {
     EXPECT_EQ(store_.Ask("SELECT count(*) FROM Items"), std::to_string(items));

@@ -21,32 +21,6 @@ namespace {
 
 using nlohmann::json;
 
-SqlLiteral LiteralOf(const FieldValue& value) {
-  if (IsNull(value)) return std::monostate();
-  if (const auto* flag = std::get_if<bool>(&value)) return *flag;
-  if (const auto* moment = std::get_if<DateTime>(&value)) return *moment;
-  if (const auto* text = std::get_if<std::string>(&value)) return *text;
-  if (const auto* number = std::get_if<std::int64_t>(&value)) return *number;
-  return *CurrencyOf(value);
-}
-
-void CopyTable(DatabaseServices& source, DatabaseServices& target, const std::string& table) {
-  std::vector<SqlStatement> inserts;
-  for (const auto rows = source.OpenRecordset(SqlStatement("SELECT * FROM " + table)); !rows->AtEnd();
-       rows->MoveNext()) {
-    SqlStatement& insert = inserts.emplace_back("INSERT INTO " + table + " VALUES (");
-    for (std::size_t field = 0; field < rows->FieldCount(); ++field) {
-      insert.Sql(field == 0 ? "" : ", ").Literal(LiteralOf(rows->Value(field)));
-    }
-    insert.Sql(")");
-  }
-  const auto transaction = target.BeginTransaction();
-  for (const BatchResult& result : target.RunBatch(inserts)) {
-    if (result.error) throw HostError(*result.error);
-  }
-  transaction->Commit();
-}
-
 class OrdersOnPostgres : public ::testing::Test {
  protected:
   OrdersOnPostgres() {
@@ -55,15 +29,11 @@ class OrdersOnPostgres : public ::testing::Test {
       store->runner.Run({"demo", store->places.folder});
       store->runner.host = store->places.host;
     }
-    database_ = postgres_.MakeDatabase();
     UseServerAs({});
     const CommandResult schema = server_.runner.Run({"--json", "esquema", "--crear"});
-    EXPECT_EQ(schema.code, 0) << schema.messages;
-    SqliteDatabaseServices source({.path = server_.places.folder + "/tienda.db"});
-    OdbcDatabaseServices target({.dialect = &postgreSqlDialect, .connection = postgres_.ConnectionString(database_)});
-    const json document = json::parse(schema.output);
-    EXPECT_EQ(document["motor"], "postgresql");
-    for (const auto& table : document["tablas"]) CopyTable(source, target, table.get<std::string>());
+    EXPECT_EQ(json::parse(schema.output)["motor"], "postgresql") << schema.messages;
+    OdbcDatabaseServices database({.dialect = &postgreSqlDialect, .connection = postgres_.ConnectionString(database_)});
+    FillDemoDatabase(database, server_.runner.clock.Today());
     postgres_.Psql(database_, ReadFile(TOLVAN_SOURCE_FOLDER "/data/permisos/postgresql.sql"));
     postgres_.Psql(database_, "CREATE ROLE " + User() + " LOGIN IN ROLE tolvan_impexp");
     UseServerAs(User());
@@ -111,9 +81,9 @@ class OrdersOnPostgres : public ::testing::Test {
       std::string& line = lines.emplace_back();
       for (std::size_t field = 0; field < rows->FieldCount(); ++field) {
         const FieldValue value = rows->Value(field);
-        const bool decimal = std::holds_alternative<double>(value) || std::holds_alternative<DecimalText>(value) ||
-                             std::holds_alternative<std::int64_t>(value);
-        line += (decimal ? CurrencyOf(value)->ToShortestText() : TextOf(value)) + "|";
+        const bool isText = std::holds_alternative<std::string>(value);
+        const std::optional<Currency> number = isText ? std::nullopt : CurrencyOf(value);  // with any number of zeros
+        line += (number ? number->ToShortestText() : TextOf(value)) + "|";
       }
     }
     return lines;
@@ -126,7 +96,7 @@ class OrdersOnPostgres : public ::testing::Test {
   }
 
   PostgresServer& postgres_ = PostgresServer::Shared();
-  std::string database_;
+  std::string database_ = postgres_.MakeDatabase();
   Store local_;
   Store server_;
 };

@@ -24,7 +24,7 @@ TEST_F(RoundTrips, OfTheTemplateAreFew) {
   int applying = 0;
   ImportOutcome outcome;
   const int all = relay_.RoundTripsOf([&] {
-    outcome = store_.ImportTemplate(database_, ServerStore::TemplateRows(rows / 2), [&](IClaseImportar& importer) {
+    outcome = store_.ImportTemplate(database_, rows / 2, [&](IClaseImportar& importer) {
       applying = relay_.RoundTripsOf([&] { EXPECT_TRUE(importer.Iniciar(store_.status)); });
     });
   });

@@ -1,6 +1,6 @@
-// Every statement text that the product has for SQL Server, judged by an independent T-SQL grammar: a server is not to
-// be had in a test. The actions run over a store in a file that answers them, and what they send is written down in
-// SQL Server's dialect.
+// Every statement text that the product has for SQL Server, judged by an independent T-SQL grammar, because no
+// server is available in a test. The actions run over a store in a file that answers them, and what they send is
+// written down in SQL Server's dialect.
 #include <gmock/gmock.h>
 
 #include <cstdlib>
@@ -9,6 +9,7 @@
 
 #include "base/Text.h"
 #include "database/odbc/OdbcBatch.h"
+#include "database/sql/SqlDialects.h"
 #include "database/sql/SqlScript.h"
 #include "export/DailySalesExport.h"
 #include "export/SalesUpload.h"
@@ -16,7 +17,7 @@
 #include "import/TemplateExport.h"
 #include "import/clsIE_PreciosExcel.h"
 #include "import/clsIE_PreciosMovilnet.h"
-#include "sqlserver/RecordingDatabase.h"
+#include "support/FakeHost.h"
 #include "support/FakeReviewView.h"
 #include "support/ImportRig.h"
 #include "support/RegistryRun.h"
@@ -31,6 +32,40 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path tree = TOLVAN_SOURCE_FOLDER;
+
+/// Writes down every statement as SQL Server would get it, and lets a store in a database file answer. What that store
+/// cannot run, because it is T-SQL, counts as one affected row.
+class RecordingDatabase : public DatabaseServices {
+ public:
+  explicit RecordingDatabase(DatabaseServices& store) : store_(&store) {}
+
+  std::unique_ptr<Recordset> OpenRecordset(const SqlStatement& statement) override {
+    Record(statement);
+    return store_->OpenRecordset(statement);
+  }
+  std::int64_t Execute(const SqlStatement& statement) override {
+    Record(statement);
+    return IsTransactSql(statement) ? 1 : store_->Execute(statement);
+  }
+  std::vector<BatchResult> RunBatch(std::span<const SqlStatement> statements) override {
+    for (const SqlStatement& statement : statements) Record(statement);
+    if (statements.empty() || !IsTransactSql(statements.front())) return store_->RunBatch(statements);
+    std::vector<BatchResult> results(statements.size());
+    for (BatchResult& result : results) result.affectedRows = 1;
+    return results;
+  }
+  std::unique_ptr<Transaction> BeginTransaction() override { return store_->BeginTransaction(); }
+
+  void Record(const SqlStatement& statement) { texts.insert(statement.Render(dialect)); }
+
+  SqlServerDialect dialect;
+  std::set<std::string> texts;
+
+ private:
+  static bool IsTransactSql(const SqlStatement& statement) { return statement.ParameterText().starts_with("IF "); }
+
+  DatabaseServices* store_;
+};
 
 class SqlServerStatements : public ImportTest {
  protected:

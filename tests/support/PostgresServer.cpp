@@ -1,11 +1,7 @@
 #include "support/PostgresServer.h"
 
 #include <fcntl.h>
-#include <grp.h>
 #include <pwd.h>
-#include <sched.h>
-#include <sys/mount.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,6 +10,7 @@
 #include <csignal>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <stdexcept>
 #include <thread>
 
@@ -23,20 +20,15 @@ namespace tolvan::test {
 namespace {
 
 constexpr const char* administrator = "administrador";
-constexpr int cannotMount = 124;  // how a child ends that may mount no file system
 
 /// The newest version that is installed.
 std::string FindPrograms() {
-  std::filesystem::path newest;
-  int newestVersion = 0;
+  std::map<int, std::string> folders;
   for (const auto& version : std::filesystem::directory_iterator("/usr/lib/postgresql")) {
-    const int number = std::atoi(version.path().filename().c_str());
-    if (number > newestVersion && std::filesystem::exists(version.path() / "bin" / "initdb")) {
-      newest = version.path() / "bin";
-      newestVersion = number;
-    }
+    const std::filesystem::path folder = version.path() / "bin";
+    if (std::filesystem::exists(folder / "initdb")) folders[std::atoi(version.path().filename().c_str())] = folder;
   }
-  return newest.string();
+  return folders.empty() ? std::string() : folders.rbegin()->second;
 }
 
 /// Whom the server runs as: it refuses root.
@@ -46,48 +38,46 @@ const passwd* ServerUser() {
   return user != nullptr ? user : ::getpwnam("nobody");
 }
 
-/// In the child: gives up root, and follows the test's end.
-void BecomeServerUser() {
-  if (const passwd* user = ServerUser()) {
-    if (::setgroups(0, nullptr) != 0 || ::setgid(user->pw_gid) != 0 || ::setuid(user->pw_uid) != 0) ::_exit(126);
+/// The command as the server's user, who ends with this process. With a size it sees a file system of so many bytes in
+/// `place`, which only it and its children see; who is not root mounts one as the root of a name space of users.
+std::vector<std::string> AsServer(const std::vector<std::string>& command, const std::string& place = {},
+                                  std::size_t diskSize = 0) {
+  const passwd* const user = ServerUser();
+  const std::string uid = std::to_string(user != nullptr ? user->pw_uid : ::geteuid());
+  const std::string gid = std::to_string(user != nullptr ? user->pw_gid : ::getegid());
+  const std::string owner = user != nullptr ? ",uid=" + uid + ",gid=" + gid : "";
+  std::vector<std::string> words;
+  const auto add = [&](const std::vector<std::string>& more) { words.insert(words.end(), more.begin(), more.end()); };
+  if (diskSize != 0) {
+    add({"/usr/bin/unshare", user != nullptr ? "-m" : "-rm", "/bin/sh", "-c",
+         "mount -t tmpfs -o mode=700,size=" + std::to_string(diskSize) + owner + " none \"$0\" && exec \"$@\"", place});
+    if (user == nullptr) add({"/usr/bin/unshare", "--user", "--map-user=" + uid, "--map-group=" + gid});
   }
-  ::prctl(PR_SET_PDEATHSIG, SIGINT);  // changing the user would clear it
+  add({"/usr/bin/setpriv", "--pdeathsig", "INT"});
+  if (user != nullptr) add({"--reuid", uid, "--regid", gid, "--clear-groups"});
+  add(command);
+  return words;
 }
 
-bool WriteLine(const char* path, const std::string& text) {
-  return static_cast<bool>(std::ofstream(path) << text << std::flush);
-}
-
-/// In the child: a file system that only it and its children see. Who is not root gets a name space of users first.
-bool MountSmallDisk(const std::string& place, std::size_t bytes) {
-  const uid_t user = ::geteuid();
-  const gid_t group = ::getegid();
-  if (user == 0) {
-    if (::unshare(CLONE_NEWNS) != 0) return false;
-  } else {
-    if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
-    const std::string users = std::to_string(user) + " " + std::to_string(user) + " 1";
-    const std::string groups = std::to_string(group) + " " + std::to_string(group) + " 1";
-    const bool mapped = WriteLine("/proc/self/setgroups", "deny") && WriteLine("/proc/self/uid_map", users) &&
-                        WriteLine("/proc/self/gid_map", groups);
-    if (!mapped) return false;
-  }
-  const passwd* owner = ServerUser();
-  const std::string options = "size=" + std::to_string(bytes) +
-                              ",mode=700,uid=" + std::to_string(owner != nullptr ? owner->pw_uid : user) +
-                              ",gid=" + std::to_string(owner != nullptr ? owner->pw_gid : group);
-  return ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-         ::mount("none", place.c_str(), "tmpfs", 0, options.c_str()) == 0;
-}
-
-pid_t Spawn(const std::vector<std::string>& command, int output, const std::string& folder,
-            const std::string& diskPlace = {}, std::size_t diskSize = 0) {
-  return StartProgram(command, output, [&] {
-    if (diskSize != 0 && !MountSmallDisk(diskPlace, diskSize)) ::_exit(cannotMount);
-    BecomeServerUser();
+pid_t Spawn(const std::vector<std::string>& words, int output, const std::filesystem::path& folder) {
+  return StartProgram(words, output, [&] {
     ::dup2(output, STDERR_FILENO);
     if (::chdir(folder.c_str()) != 0) ::_exit(125);
   });
+}
+
+/// The output of a program that succeeds.
+std::string Run(const std::vector<std::string>& words, const std::filesystem::path& folder) {
+  std::array<int, 2> pipe{};
+  if (::pipe2(pipe.data(), O_CLOEXEC) != 0) throw std::runtime_error("pipe failed");
+  const pid_t child = Spawn(words, pipe[1], folder);
+  ::close(pipe[1]);
+  std::string output = ReadToEnd(pipe[0]);
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  if (status != 0) throw std::runtime_error(words.back() + " failed: " + output);
+  while (output.ends_with('\n')) output.pop_back();
+  return output;
 }
 
 }  // namespace
@@ -99,7 +89,14 @@ PostgresServer::PostgresServer(Options options) : programs_(FindPrograms()), opt
   }
   RunAsServer({programs_ + "/initdb", "-D", folder_.File("datos"), "-U", administrator, "-A", "trust", "-E", "UTF8",
                "--locale=C", "--no-sync", "--no-instructions"});
-  if (options_.smallDisk != 0) std::filesystem::create_directory(SmallDisk());
+  if (options_.smallDisk != 0) {
+    std::filesystem::create_directory(SmallDisk());
+    try {
+      Run(AsServer({"/bin/true"}, SmallDisk(), options_.smallDisk), folder_.Path());
+    } catch (const std::runtime_error& error) {
+      throw CannotMount(error.what());
+    }
+  }
   Start();
 }
 
@@ -126,21 +123,20 @@ void PostgresServer::Start() {
 
 bool PostgresServer::TryStart() {
   const int log = ::open(folder_.File("registro").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
-  process_ = Spawn({programs_ + "/postgres", "-D", folder_.File("datos"), "-k", folder_.Path().string(), "-c",
-                    "listen_addresses=", "-c", "max_connections=40", "-c", "shared_buffers=32MB", "-c",
-                    "synchronous_standby_names=nadie", "-c", "synchronous_commit=local", "-c",
-                    options_.syncs ? "fsync=on" : "fsync=off"},
-                   log, folder_.Path().string(), SmallDisk(), options_.smallDisk);
+  process_ = Spawn(AsServer({programs_ + "/postgres", "-D", folder_.File("datos"), "-k", folder_.Path().string(), "-c",
+                             "listen_addresses=", "-c", "max_connections=40", "-c", "shared_buffers=32MB", "-c",
+                             "synchronous_standby_names=nadie", "-c", "synchronous_commit=local", "-c",
+                             options_.syncs ? "fsync=on" : "fsync=off"},
+                            SmallDisk(), options_.smallDisk),
+                   log, folder_.Path());
   ::close(log);
   for (int attempt = 0; attempt < 300; ++attempt) {
     if (Answers()) {
       beginnings_ = Beginnings();
       return true;
     }
-    int status = 0;
-    if (::waitpid(process_, &status, WNOHANG) == process_) {
+    if (::waitpid(process_, nullptr, WNOHANG) == process_) {
       process_ = 0;
-      if (WIFEXITED(status) && WEXITSTATUS(status) == cannotMount) throw CannotMount();
       return false;
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
@@ -185,16 +181,7 @@ std::string PostgresServer::Psql(const std::string& database, const std::string&
 }
 
 std::string PostgresServer::RunAsServer(const std::vector<std::string>& command) const {
-  std::array<int, 2> pipe{};
-  if (::pipe2(pipe.data(), O_CLOEXEC) != 0) throw std::runtime_error("pipe failed");
-  const pid_t child = Spawn(command, pipe[1], folder_.Path().string());
-  ::close(pipe[1]);
-  std::string output = ReadToEnd(pipe[0]);
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  if (status != 0) throw std::runtime_error(command.front() + " failed: " + output);
-  while (output.ends_with('\n')) output.pop_back();
-  return output;
+  return Run(AsServer(command), folder_.Path());
 }
 
 bool PostgresServer::Answers() const {

@@ -26,7 +26,7 @@ inline pid_t BackendOf(DatabaseServices& database) {
 
 /// This machine lets nobody mount a file system.
 struct CannotMount : std::runtime_error {
-  CannotMount() : std::runtime_error("no file system may be mounted here") {}
+  using std::runtime_error::runtime_error;
 };
 
 class PostgresServer {
