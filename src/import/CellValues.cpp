@@ -21,6 +21,10 @@ std::string CleanCode(std::string_view text, std::size_t length) {
   return ToUpper(FirstCharacters(Without<' ', '\r', '\n'>(std::string(text)), length));
 }
 
+std::string CodeOrDefault(std::string code) {
+  return code.empty() ? std::string(defaultCode) : code;
+}
+
 std::string CleanDescription(std::string_view text, std::size_t length) {
   std::string single = ReplaceAll(TrimBlanks(text), "  ", " ");
   return ToUpper(FirstCharacters(Without<'-', '/', '.', '\r', '\n'>(std::move(single)), length));

@@ -47,11 +47,6 @@ std::string Code(const SheetCell& cell, std::size_t length) {
   return CleanCode(cell.AsText(scratch), length);
 }
 
-std::string CodeOrDefault(const SheetCell& cell) {
-  std::string code = Code(cell, shortCodeLength);
-  return code.empty() ? std::string(defaultCode) : code;
-}
-
 std::string Description(const SheetCell& cell, const std::string& code) {
   if (cell.kind == CellKind::Error) return code;
   std::string scratch;
@@ -130,8 +125,8 @@ TemplateRow ReadTemplateRow(const SheetRow& row) {
   read.code = Code(row.At(column::code), itemCodeLength);
   if (read.code.empty() && read.reason.empty()) read.reason = "el código queda vacío al quitarle los espacios";
   read.description = Description(row.At(column::description), read.code);
-  read.brand = CodeOrDefault(row.At(column::brand));
-  read.department = CodeOrDefault(row.At(column::department));
+  read.brand = CodeOrDefault(Code(row.At(column::brand), shortCodeLength));
+  read.department = CodeOrDefault(Code(row.At(column::department), shortCodeLength));
   const auto amount = [&](std::uint32_t number, std::string_view name) {
     return ReadAmount(row.At(number), name, read.remarks, read.reason);
   };

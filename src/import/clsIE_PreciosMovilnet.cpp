@@ -24,10 +24,6 @@ bool IsAssociated(const MovilnetDecision& decision) {
   return !decision.associated.empty();
 }
 
-std::string CodeOrDefault(const std::string& code) {
-  return code.empty() ? std::string(defaultCode) : code;
-}
-
 }  // namespace
 
 std::int32_t clsIE_PreciosMovilnet::IClaseImportar_NumeroNuevos() const {
