@@ -231,9 +231,6 @@ TEST_F(PreciosExcel, PaintsTabsAndHasNoAssociation) {
 TEST_F(PreciosExcel, AppliesWhatHoldsWhenItAppliesAndCountsThat) {
   sheets.rows = {{"VIEJO", "x", "", "", 12.0, 236.0}, {"NUEVO", "uno", "", "", 1.0}, {"OTRO", "dos", "", "", 2.0}};
   auto importer = MakeImporter<clsIE_PreciosExcel>([&](IClaseImportar& shown) {
-    host.application.permissions.clear();
-    EXPECT_FALSE(shown.Iniciar(status));
-    host.application.permissions = {"importar-precios"};
     // Between review and applying another program brings VIEJO to the list's values and takes the code NUEVO.
     Execute(
         "UPDATE Precios SET Precio = 200 WHERE idItem = 'VIEJO'; UPDATE ItemsUnidadesInv SET CostoActual = 12;"
