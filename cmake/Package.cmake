@@ -13,14 +13,15 @@ install(FILES ${packaging}/do.tolvan.ImpExp.metainfo.xml DESTINATION share/metai
 install(FILES ${CMAKE_SOURCE_DIR}/LICENSE DESTINATION share/doc/tolvan-impexp RENAME copyright)
 set(docs ${CMAKE_SOURCE_DIR}/docs)
 install(FILES ${CMAKE_SOURCE_DIR}/CHANGELOG.md ${docs}/formats.md ${docs}/importacion.md ${docs}/manual.es.md
-  ${docs}/registro-rnc.md ${docs}/servidores.md DESTINATION share/doc/tolvan-impexp)
+  ${docs}/registro-rnc.md ${docs}/servidores.md ${docs}/spreadsheets.md DESTINATION share/doc/tolvan-impexp)
 install(DIRECTORY ${docs}/imagenes DESTINATION share/doc/tolvan-impexp)
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/esquema ${CMAKE_SOURCE_DIR}/data/permisos DESTINATION share/tolvan-impexp)
+set(data ${CMAKE_SOURCE_DIR}/data)
+install(DIRECTORY ${data}/colector ${data}/esquema ${data}/permisos DESTINATION share/tolvan-impexp)
 set(language idioma/es_DO.UTF-8)
 install(FILES ${CMAKE_BINARY_DIR}/share/tolvan-impexp/${language}/LC_TIME DESTINATION share/tolvan-impexp/${language})
 install(FILES ${CMAKE_BINARY_DIR}/share/tolvan-impexp/${language}/LC_MESSAGES/SYS_LC_MESSAGES
   DESTINATION share/tolvan-impexp/${language}/LC_MESSAGES)
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/plantillas/PlantillasImpresion DESTINATION share/tolvan-impexp)
+install(DIRECTORY ${data}/plantillas/PlantillasImpresion DESTINATION share/tolvan-impexp)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tolvan-impexp)
