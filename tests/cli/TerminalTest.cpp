@@ -119,6 +119,13 @@ TEST_F(Messages, AreBrokenAtWordsWhereATerminalShowsThem) {
                         "No se aplicó nada: no se confirmó la\noperación.\n"));
 }
 
+TEST(MessageBuffer, LeavesALineThatFitsAsItIs) {
+  std::stringbuf shown;
+  MessageBuffer buffer(shown, [] { return std::optional<std::size_t>(10); });
+  std::ostream(&buffer) << clearLine << "uno dos 45" << std::flush << clearLine << "seis siete ocho\n";
+  EXPECT_EQ(shown.str(), "\r\x1B[Kuno dos 45\r\x1B[Kseis siete\nocho\n");
+}
+
 TEST(Program, WrongUsageLeavesStandardOutputEmptyUnlessJsonIsWanted) {
   test::CommandRunner runner;
   const auto plain = runner.Run({"nada"});
