@@ -47,7 +47,7 @@ std::string Joined(const std::vector<std::string>& words) {
   return text;
 }
 
-std::string OptionNames(std::span<const OptionDefinition> options) {
+std::string OptionWords(std::span<const OptionDefinition> options) {
   std::string names;
   for (const OptionDefinition& option : options) names += ' ' + option.name;
   return names;
@@ -76,7 +76,7 @@ std::string CommandBranch(const Command& command, const std::string& names) {
     if (argument.isCommand) words.push_back(names);
     takesPath = takesPath || argument.isPath;
   }
-  return "    " + command.name + ") options='" + OptionNames(command.options) + "' arguments='" + Joined(words) +
+  return "    " + command.name + ") options='" + OptionWords(command.options) + "' arguments='" + Joined(words) +
          "' files=" + (takesPath ? "1" : "") + " ;;\n";
 }
 
@@ -91,7 +91,7 @@ std::string BashCompletion(std::span<const Command> commands) {
     values += ValueBranches(command.name, command.options);
   }
   std::string text = ReplaceAll(script, "%names", names);
-  text = ReplaceAll(text, "%general", " --ayuda" + OptionNames(GlobalOptions()));
+  text = ReplaceAll(text, "%general", " --ayuda" + OptionWords(GlobalOptions()));
   text = ReplaceAll(text, "%orders", branches);
   return ReplaceAll(text, "%values", values);
 }

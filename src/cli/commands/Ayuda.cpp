@@ -17,7 +17,7 @@ std::string HelpFor(const std::vector<std::string>& words, std::size_t columns) 
   throw CommandFailure(ExitCode::Usage, UnknownCommand(words.front(), NamesOf(commands)));
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunAyuda(CommandCall& call) {
   const std::string text = HelpFor(call.Given().arguments, ColumnsForText(call.OutColumns()));
   if (call.WantsJson()) {
     call.PrintJson(Result{{"ayuda", text}});
@@ -35,7 +35,7 @@ Command AyudaCommand() {
           .arguments = {{.name = "ORDEN", .summary = "la orden", .required = false, .isCommand = true}},
           .examples = {{"ayuda", "las órdenes y las opciones generales"},
                        {"ayuda importar-excel", "lo mismo que importar-excel --ayuda"}},
-          .run = &Run};
+          .run = &RunAyuda};
 }
 
 }  // namespace tolvan

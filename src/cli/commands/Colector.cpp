@@ -9,7 +9,7 @@
 namespace tolvan {
 namespace {
 
-constexpr const char* count = "conteo";
+constexpr const char* counting = "conteo";
 constexpr const char* receiving = "recepcion";
 
 /// A file without articles is of no use to the device, though nothing failed.
@@ -38,7 +38,7 @@ ExitCode Report(CommandCall& call, const std::string& path, const ItemDefinition
   return ExitCode::Done;
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunColector(CommandCall& call) {
   const std::string path = call.PathArgument();
   const std::string purpose = call.Given().Value("--proposito");
   CommandHost& host = call.Host();
@@ -57,7 +57,7 @@ ExitCode Run(CommandCall& call) {
     };
   }
   return Report(call, path,
-                ItemDefinitionFile(std::move(services)).Write(path, purpose == count, purpose == receiving));
+                ItemDefinitionFile(std::move(services)).Write(path, purpose == counting, purpose == receiving));
 }
 
 }  // namespace
@@ -71,10 +71,10 @@ Command ColectorCommand() {
                                   "mercancía, con los depósitos que la reciben",
                        .valueName = "conteo|recepcion",
                        .required = true,
-                       .choices = {count, receiving}}},
+                       .choices = {counting, receiving}}},
           .notes = "Un archivo anterior se reemplaza entero, o queda como estaba.",
           .examples = {{"colector articulos.tolpak --proposito conteo", "para contar el inventario"}},
-          .run = &Run};
+          .run = &RunColector};
 }
 
 }  // namespace tolvan

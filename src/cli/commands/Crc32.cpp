@@ -54,7 +54,7 @@ std::string Hexadecimal(std::int32_t value) {
   return digits.data();
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunCrc32(CommandCall& call) {
   const ParsedWords& given = call.Given();
   if (given.Has("--texto") == !given.arguments.empty()) {
     throw CommandFailure(ExitCode::Usage, "La orden crc32 requiere un ARCHIVO o --texto TEXTO, uno de los dos");
@@ -77,7 +77,7 @@ Command Crc32Command() {
                        .valueName = "TEXTO"}},
           .notes = "Es el CRC-32 de zip y PNG.",
           .examples = {{"crc32 precios.xlsx", "el de un archivo"}, {"crc32 --texto hola", "el de un texto"}},
-          .run = &Run};
+          .run = &RunCrc32};
 }
 
 }  // namespace tolvan

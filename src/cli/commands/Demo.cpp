@@ -18,7 +18,7 @@ void StoreSettings(CommandHost& host, Date yesterday) {
   host.Component().SaveSettings();
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunDemo(CommandCall& call) {
   const Date today = call.GivenDate().value_or(call.SystemClock().Today());
   const DemoPlaces places = PlacesOfDemo(call.Given().arguments.front());
   MakeDemoStore(places, today, [&] { StoreSettings(*call.OpenHost(places.host), today.PlusDays(-1)); });
@@ -39,7 +39,7 @@ Command DemoCommand() {
                        .valueName = "AAAA-MM-DD"}},
           .notes = "Una tienda de demostración anterior en la misma carpeta se reemplaza; otros datos no se tocan.",
           .examples = {{"demo tienda", "la crea en la carpeta tienda, con su tolvan.ini y con listas de ejemplo"}},
-          .run = &Run};
+          .run = &RunDemo};
 }
 
 }  // namespace tolvan

@@ -24,7 +24,7 @@ std::vector<std::string> TablesOf(std::string_view script) {
   return tables;
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunEsquema(CommandCall& call) {
   CommandHost& host = call.Host();
   const EngineTraits& engine = host.Context().application.Dialect().Engine();
   const bool create = call.Given().Has("--crear");
@@ -47,7 +47,7 @@ Command EsquemaCommand() {
               "El texto es el del motor configurado. Lo que ya existe no se cambia, salvo en Access, que rechaza una "
               "tabla que ya está. Con sqlite el archivo ha de existir, aunque esté vacío.",
           .examples = {{"esquema", "muestra las instrucciones, sin ejecutarlas"}},
-          .run = &Run};
+          .run = &RunEsquema};
 }
 
 }  // namespace tolvan

@@ -46,7 +46,7 @@ ExitCode Report(CommandCall& call, const RegistryCounts& counts) {
   return counts.errors > 0 ? ExitCode::Rejected : ExitCode::Done;
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunImportarRnc(CommandCall& call) {
   CommandHost& host = call.Host();
   const ComponentContext& context = host.Context();
   DatabaseServices& database = host.RequireDatabase();
@@ -97,7 +97,7 @@ Command ImportarRncCommand() {
               "siguiente vez continúa por sí sola.",
           .examples = {{"importar-rnc DGII_RNC.TXT --rechazos rechazos.txt",
                         "registra los contribuyentes y deja escrito lo que no se pudo"}},
-          .run = &Run};
+          .run = &RunImportarRnc};
 }
 
 }  // namespace tolvan

@@ -56,7 +56,7 @@ void Print(CommandCall& call, const BatchReport& report) {
   if (report.closed > 0) call.Out() << "Cerrados: " << report.closed << '\n';
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunLote(CommandCall& call) {
   const std::string& word = call.Given().arguments.front();
   const auto* const task = std::ranges::find(tasks, word, &Task::word);
   if (task == std::end(tasks)) {
@@ -81,7 +81,7 @@ Command LoteCommand() {
               "Cada sede tiene a lo sumo un lote abierto: abrir cuando ya hay uno da su número, y cerrar cuando no "
               "hay ninguno no hace nada.",
           .examples = {{"lote buscar", "da el número del lote abierto"}},
-          .run = &Run};
+          .run = &RunLote};
 }
 
 }  // namespace tolvan

@@ -73,7 +73,7 @@ void Write(CommandHost& host, const std::vector<Wish>& wishes) {
   if (changed) host.Component().SaveSettings();
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunOpciones(CommandCall& call) {
   CommandHost& host = call.Host();
   const auto definitions = ImpExpSettings::Definitions(call.SystemClock().Today(), {});
   const std::vector<Wish> wishes = Wishes(call.Given().arguments, definitions);
@@ -101,7 +101,7 @@ Command OpcionesCommand() {
           .notes = "Varios cambios de una misma llamada se guardan todos o ninguno.",
           .examples = {{"opciones", "todas, con sus valores"},
                        {"opciones MicrosExp_CodigoTienda=0002 MicrosExp_CarpetaDestino=Exportar", "cambia dos"}},
-          .run = &Run};
+          .run = &RunOpciones};
 }
 
 }  // namespace tolvan

@@ -27,7 +27,7 @@ void PrintRemarks(CommandCall& call, const std::vector<TemplateExport::ItemRemar
   call.PrintMessage("… y " + std::to_string(items.size() - mostNamed) + " más: vea la columna G del libro");
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunPlantilla(CommandCall& call) {
   const std::string output = call.PathArgument();
   const bool withData = call.Given().Has("--con-datos");
   CommandHost& host = call.Host();
@@ -52,7 +52,7 @@ Command PlantillaCommand() {
           .arguments = {{.name = "SALIDA", .summary = "el libro que se escribe (.xlsx)", .isPath = true}},
           .options = {{.name = "--con-datos", .summary = "incluye los Items con sus costos y precios"}},
           .examples = {{"plantilla lista.xlsx --con-datos", "para cambiar precios y volver a importarla"}},
-          .run = &Run};
+          .run = &RunPlantilla};
 }
 
 }  // namespace tolvan

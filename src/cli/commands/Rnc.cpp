@@ -41,7 +41,7 @@ bool ReportLookup(CommandCall& call, const std::string& typed, const LookupResul
   return IsAnswer(result.outcome);
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunRnc(CommandCall& call) {
   std::optional<TaxpayerLookup> lookup;
   if (call.Given().Has("--consultar")) {
     HostApplication& application = call.Host().Context().application;
@@ -75,7 +75,7 @@ Command RncCommand() {
               "Un número que no es válido es un resultado, no un fallo. La consulta usa la sección [dgii] de la "
               "configuración.",
           .examples = {{"rnc 1-01-00157-7 40212345678", "dice qué es cada número y si es válido"}},
-          .run = &Run};
+          .run = &RunRnc};
 }
 
 }  // namespace tolvan

@@ -23,7 +23,7 @@ void PrintText(std::ostream& out, const SalesUploadResult& result) {
   out << "Días enviados: " << result.days.size() << (result.complete ? "" : " (incompleto)") << '\n';
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunSubirVentas(CommandCall& call) {
   CommandHost& host = call.Host();
   static_cast<void>(host.RequireDatabase());
   clsCallBackProgreso progress;
@@ -56,7 +56,7 @@ Command SubirVentasCommand() {
               "repetir la orden continúa donde haga falta: un día enviado dos veces no se cuenta dos veces.",
           .examples = {{"opciones SVentas_DireccionServidor=servidor.ejemplo.com", "antes de la primera vez"},
                        {"subir-ventas", "envía los días que faltan"}},
-          .run = &Run};
+          .run = &RunSubirVentas};
 }
 
 }  // namespace tolvan

@@ -49,7 +49,7 @@ int WaitFor(pid_t child, const Interruption& interruption) {
   return status;
 }
 
-ExitCode Run(CommandCall& call) {
+ExitCode RunVentana(CommandCall& call) {
   // Where there is no configuration yet, the program offers ways to one.
   const bool first = !call.HostIsNamed() && !std::filesystem::exists(call.HostPath());
   if (!first) static_cast<void>(call.Host().RequireDatabase());
@@ -74,7 +74,7 @@ Command VentanaCommand() {
           .summary = "Abre la ventana de opciones",
           .notes = "Necesita una pantalla y el programa tolvan-ventana junto a esta orden.",
           .examples = {{"--host tienda/tolvan.ini ventana", "la abre con la tienda de la carpeta tienda"}},
-          .run = &Run};
+          .run = &RunVentana};
 }
 
 }  // namespace tolvan
