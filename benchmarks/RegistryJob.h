@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "fiscal/RegistryCounts.h"
+#include "fiscal/RegistryReport.h"
 #include "host/DatabaseServices.h"
 #include "host/SqlStatement.h"
 

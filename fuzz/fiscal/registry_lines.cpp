@@ -1,14 +1,14 @@
 // Any bytes as a registry file, through a buffer whose size the first byte chooses: the reader must give the lines that
-// a cut at every LF gives, and the import must make of each what its rules say, whatever the size of its batches.
+// a cut at every LF gives, and the import must make of each what its rules say, whatever the size of its blocks.
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "base/Text.h"
-#include "fiscal/RegistryBatch.h"
-#include "fiscal/RegistryContent.h"
-#include "fiscal/RegistryFields.h"
+#include "fiscal/RegistryBlock.h"
+#include "fiscal/RegistryFile.h"
+#include "fiscal/RegistryLines.h"
 #include "fiscal/clsInfoFiscalClienteDO.h"
 
 namespace tolvan {
@@ -47,12 +47,12 @@ bool PlainLine(std::string_view& rest, std::string_view& line) {
   return true;
 }
 
-void TakeLine(RegistryBatch& batch, const RegistryLine& line, std::string_view whole, bool utf8) {
+void TakeLine(RegistryBlock& block, const RegistryLine& line, std::string_view whole, bool utf8) {
   const RegistryFields fields = CutRegistryLine(line);
   Require((fields.kind == FieldsKind::NoSeparator) == (whole.find('|') == std::string_view::npos));
   if (fields.kind != FieldsKind::Two) {
-    batch.AddRejected(1, RejectionKind::Skipped, line.text, utf8);
-    Require(IsValidUtf8(batch.ExcerptOf(batch.Lines().back())));
+    block.AddRejected(1, RejectionKind::Skipped, line.text, utf8);
+    Require(IsValidUtf8(block.ExcerptOf(block.Lines().back())));
     return;
   }
   Require(fields.identifier == whole.substr(0, whole.find('|')));
@@ -60,19 +60,19 @@ void TakeLine(RegistryBatch& batch, const RegistryLine& line, std::string_view w
   clsInfoFiscalClienteDO identity;
   identity.ReconocerRif(identifier);
   if (!identity.EsValido()) return;
-  batch.AddCustomer(1, identity.ValorCodigo(), fields.name, utf8, identity.Personeria());
-  const CustomerRow row = batch.RowOf(batch.Lines().back());
+  block.AddCustomer(1, identity.ValorCodigo(), fields.name, utf8, identity.Personeria());
+  const CustomerRow row = block.RowOf(block.Lines().back());
   Require(row.code == identifier && (row.code.size() == 9 || row.code.size() == 11));
   Require(IsValidUtf8(row.name) && CountCharacters(row.name) <= longestName);
 }
 
-void RequireOrder(RegistryBatch& batch) {
-  const BatchLine* last = nullptr;
-  for (const std::uint32_t place : batch.OrderByCode()) {
-    const BatchLine& line = batch.Lines()[place];
+void RequireOrder(RegistryBlock& block) {
+  const BlockLine* last = nullptr;
+  for (const std::uint32_t place : block.OrderByCode()) {
+    const BlockLine& line = block.Lines()[place];
     if (last != nullptr) {
-      const std::string_view before = batch.RowOf(*last).code;
-      const std::string_view code = batch.RowOf(line).code;
+      const std::string_view before = block.RowOf(*last).code;
+      const std::string_view code = block.RowOf(line).code;
       Require(before < code || (before == code && last < &line));
     }
     last = &line;
@@ -86,7 +86,7 @@ void Run(std::string_view input) {
   Bytes file(rest);
   const Never never;
   RegistryLineReader reader(file, never, bufferSize);
-  RegistryBatch batch;
+  RegistryBlock block;
   RegistryLine line;
   std::string_view whole;
   const bool utf8 = BeginsAsUtf8(rest);
@@ -94,10 +94,10 @@ void Run(std::string_view input) {
     Require(reader.Next(line));
     Require(line.length == whole.size() && whole.starts_with(line.text));
     Require(line.IsWhole() || line.text.size() + 1 >= bufferSize);
-    TakeLine(batch, line, whole, utf8);
+    TakeLine(block, line, whole, utf8);
   }
   Require(!reader.Next(line));
-  RequireOrder(batch);
+  RequireOrder(block);
 }
 
 }  // namespace

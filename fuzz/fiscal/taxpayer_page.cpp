@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "base/Text.h"
-#include "fiscal/TaxpayerPage.h"
+#include "fiscal/TaxpayerLookup.h"
 
 namespace tolvan {
 namespace {

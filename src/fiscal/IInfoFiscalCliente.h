@@ -1,15 +1,32 @@
 // Everything that depends on a country's tax rules for customers: how an identifier is recognised, checked and written,
-// how the authority and its documents are called, and how a taxpayer's name is asked for. The host calls the members by
-// slot, so their order is fixed; the destructor stands last to leave the slots alone.
+// how the authority and its documents are called, and how a taxpayer's name is asked for. The host calls the members
+// through the COM library by slot, so their order is fixed; the destructor stands last to leave the slots alone. Only
+// ReconocerRif, the lookup and what they find are used by this program's own parts.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "base/Currency.h"
-#include "fiscal/CustomerFormControls.h"
 
 namespace tolvan {
+
+/// A text box of the host's customer form. Its call may throw.
+class TextBoxControl {
+ public:
+  virtual ~TextBoxControl() = default;
+  virtual void SetText(std::string_view text) = 0;
+};
+
+/// A list of that form. Its call may throw.
+class ListControl {
+ public:
+  virtual ~ListControl() = default;
+
+  /// Selects the entry at `index`, from 0.
+  virtual void SetListIndex(std::int32_t index) = 0;
+};
 
 class IInfoFiscalCliente {
  public:

@@ -1,15 +1,32 @@
 // The registry as its text, whether it came as a text file or as the zip that the authority publishes. Content decides,
-// never the name.
+// never the name: the beginning of a file says whether it can be the registry at all, and its encoding.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "host/FileHelper.h"
 #include "host/UserInterface.h"
 
 namespace tolvan {
+
+/// So much of a file is looked at.
+inline constexpr std::size_t registryBeginning = std::size_t{1} << 20;
+
+/// What a file with this beginning is instead of the registry's text, such as "una página web"; empty when it may be
+/// that text. Spanish, with its article.
+std::string_view KindOfOtherFile(std::string_view beginning);
+
+/// Whether it is a zip, which may hold the registry.
+bool BeginsAsZip(std::string_view beginning);
+
+/// Valid UTF-8 with at least one character beyond ASCII. A character that the end of a full beginning cuts in two is
+/// not looked at.
+bool BeginsAsUtf8(std::string_view beginning);
 
 /// The file is something else; what() says so to the user.
 class NotTheRegistry : public std::runtime_error {

@@ -1,10 +1,13 @@
 // Asks the tax authority's public page for the name behind an identifier. The request carries the two opaque values
-// that were captured from the page's form; when the authority changes its page they must be captured anew.
+// that were captured from the page's form; when the authority changes its page they must be captured again. The answer
+// is recognised by two things only: the cells that show the taxpayer, and the name of the search form's text box.
+// Everything else on the page may change.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "host/NetworkServices.h"
 
@@ -12,6 +15,7 @@ namespace tolvan {
 
 class HostApplication;
 
+/// How a lookup ended.
 enum class LookupOutcome {
   NotAsked,       ///< no lookup has been made
   NotConfigured,  ///< the host names no server, or not in the form host[:port]
@@ -52,5 +56,27 @@ class TaxpayerLookup {
 
 /// Spanish text for the user.
 std::string TextForPeople(const LookupResult& result);
+
+/// What an answer of the authority's server is.
+enum class PageKind {
+  NameShown,
+  NotListed,  ///< the search form without the taxpayer: the registry does not hold the identifier
+  Unknown,    ///< not the page this program knows
+};
+
+/// What a page says of one identifier.
+struct PageReading {
+  PageKind kind = PageKind::Unknown;
+
+  /// As the page has it, trimmed of blanks: entities and mark-up inside stay. UTF-8; a name that is not UTF-8 is read
+  /// as Windows-1252. Empty unless NameShown.
+  std::string name;
+
+  /// False when the page ends within the name.
+  bool complete = true;
+};
+
+/// Reads the page that answered the question for `code`, a normalised identifier.
+PageReading ReadTaxpayerPage(std::string_view page, std::string_view code);
 
 }  // namespace tolvan

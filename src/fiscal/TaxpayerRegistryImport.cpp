@@ -3,16 +3,16 @@
 #include <limits>
 
 #include "base/Text.h"
-#include "fiscal/RegistryFields.h"
 #include "fiscal/clsInfoFiscalClienteDO.h"
+#include "services/ComponentContext.h"
 
 namespace tolvan {
 namespace {
 
 constexpr std::string_view finishedTitle = "Operación finalizada";
 
-/// What a batch may hold at most, so that memory does not grow with long names.
-constexpr std::size_t batchTextLimit = 24U << 20;
+/// What a block may hold at most, so that memory does not grow with long names.
+constexpr std::size_t blockTextLimit = 24U << 20;
 
 /// File sizes scaled to the 32 bits of a progress bar.
 class ProgressScale {
@@ -43,23 +43,37 @@ bool HoldsNul(std::string_view name) {
 
 }  // namespace
 
-TaxpayerRegistryImport::TaxpayerRegistryImport(const RegistryImportHost& host, RegistryObserver* observer)
+std::string ChooseRegistryFile(Dialogs& dialogs) {
+  return dialogs.PickFileToOpen("Seleccionar Archivo de Texto RNC", "Archivo de Texto RNC|*.txt").value_or("");
+}
+
+RegistryImportHost RegistryHostOf(const ComponentContext& context, Dialogs& dialogs, clsCallBackProgreso& progress) {
+  return {.database = context.application.Database(),
+          .dialect = context.application.Dialect(),
+          .files = context.Files(),
+          .archives = context.services.Archives(),
+          .dialogs = dialogs,
+          .interruption = context.services.UserInterruption(),
+          .progress = progress};
+}
+
+TaxpayerRegistryImport::TaxpayerRegistryImport(const RegistryImportHost& host, RejectionTarget* rejections)
     : host_(host),
-      observer_(observer),
-      batchLines_(host.dialect.Engine().rowsPerTransaction),
+      rejections_(rejections),
+      blockLines_(host.dialect.Engine().rowsPerTransaction),
       writer_(host.database, host.dialect, host.interruption, false) {}
 
 void TaxpayerRegistryImport::ElegirArchivo() {
-  const auto chosen = host_.dialogs.PickFileToOpen("Seleccionar Archivo de Texto RNC", "Archivo de Texto RNC|*.txt");
-  if (chosen) path_ = *chosen;
+  const std::string chosen = ChooseRegistryFile(host_.dialogs);
+  if (!chosen.empty()) path_ = chosen;
 }
 
 bool TaxpayerRegistryImport::ImportarArchivoRNC(std::string& message) {
   counts_ = RegistryCounts();
   end_ = RegistryImportEnd::NotRun;
-  batch_.Clear();
+  block_.Clear();
   if (path_.empty()) ElegirArchivo();
-  if (path_.empty()) return Refuse(message, "Debe seleccionar primero el archivo de texto");
+  if (path_.empty()) return Refuse(message, std::string(registryNotChosen));
   std::optional<RegistryFile> file;
   try {
     file.emplace(host_.files, host_.archives, path_, host_.interruption);
@@ -82,6 +96,15 @@ bool TaxpayerRegistryImport::ImportarArchivoRNC(std::string& message) {
   return true;
 }
 
+ActionReport TaxpayerRegistryImport::Import() {
+  ActionReport report;
+  std::string message;
+  report.done = report.told = ImportarArchivoRNC(message);
+  if (!report.done) report.text = std::string(lineBreak) + message;
+  report.details = RegistryImportResult{.end = end_, .counts = counts_};
+  return report;
+}
+
 bool TaxpayerRegistryImport::Refuse(std::string& message, std::string text) const {
   message = std::move(text);
   return false;
@@ -92,7 +115,7 @@ std::string TaxpayerRegistryImport::RunOnFile(RegistryFile& file) {
   end_ = RegistryImportEnd::FileFailed;
   try {
     ReadLines(file);
-    WriteBatch();
+    WriteBlock();
     end_ = RegistryImportEnd::Finished;
     return {};
   } catch (const HostError& error) {
@@ -116,7 +139,7 @@ void TaxpayerRegistryImport::ReadLines(RegistryFile& file) {
     host_.progress.NotificarProgreso(true, scale.Of(size), scale.Of(charactersRead),
                                      "Realizando importación de datos, favor esperar...");
     TakeLine(line, file.IsUtf8());
-    if (batch_.Size() >= batchLines_ || batch_.TextSize() >= batchTextLimit) WriteBatch();
+    if (block_.Size() >= blockLines_ || block_.TextSize() >= blockTextLimit) WriteBlock();
   }
 }
 
@@ -124,7 +147,7 @@ void TaxpayerRegistryImport::TakeLine(const RegistryLine& line, bool utf8) {
   const RegistryFields fields = CutRegistryLine(line);
   if (fields.kind == FieldsKind::NoSeparator) {
     ++counts_.skipped;
-    if (observer_ != nullptr) batch_.AddRejected(counts_.lines, RejectionKind::Skipped, line.text, utf8);
+    if (rejections_ != nullptr) block_.AddRejected(counts_.lines, RejectionKind::Skipped, line.text, utf8);
     return;
   }
   // Stray characters in the identifier do not reject it: its validity alone decides. What is longer than the reader's
@@ -133,20 +156,19 @@ void TaxpayerRegistryImport::TakeLine(const RegistryLine& line, bool utf8) {
   clsInfoFiscalClienteDO identity;
   identity.ReconocerRif(identifier_);
   if (!identity.EsValido()) {
-    batch_.AddRejected(counts_.lines, RejectionKind::InvalidIdentifier, line.text, utf8);
+    block_.AddRejected(counts_.lines, RejectionKind::InvalidIdentifier, line.text, utf8);
   } else if (HoldsNul(fields.name)) {
-    batch_.AddRejected(counts_.lines, RejectionKind::UnusableName, line.text, utf8);
+    block_.AddRejected(counts_.lines, RejectionKind::UnusableName, line.text, utf8);
   } else {
-    batch_.AddCustomer(counts_.lines, identity.ValorCodigo(), fields.name, utf8, identity.Personeria());
+    block_.AddCustomer(counts_.lines, identity.ValorCodigo(), fields.name, utf8, identity.Personeria());
   }
 }
 
-void TaxpayerRegistryImport::WriteBatch() {
-  if (batch_.IsEmpty()) return;
-  const std::optional<HostError> failure = writer_.Write(batch_);
-  CountBatch();
-  batch_.Clear();
-  if (observer_ != nullptr) observer_->BatchKept(counts_);
+void TaxpayerRegistryImport::WriteBlock() {
+  if (block_.IsEmpty()) return;
+  const std::optional<HostError> failure = writer_.Write(block_);
+  CountBlock();
+  block_.Clear();
   if (failure) {
     end_ = RegistryImportEnd::DatabaseFailed;
     throw HostError(*failure);
@@ -158,9 +180,9 @@ bool TaxpayerRegistryImport::HasNoRegistryLine() const {
   return counts_.skipped > 0 && counts_.newCustomers == 0 && counts_.present == 0 && counts_.errors == 0;
 }
 
-/// Walks the batch in the order of the file, so that the counts are those of a run line by line.
-void TaxpayerRegistryImport::CountBatch() {
-  const std::vector<BatchLine>& lines = batch_.Lines();
+/// Walks the block in the order of the file, so that the counts are those of a run line by line.
+void TaxpayerRegistryImport::CountBlock() {
+  const std::vector<BlockLine>& lines = block_.Lines();
   for (std::uint32_t place = 0; place < lines.size(); ++place) {
     switch (lines[place].outcome) {
       case LineOutcome::Inserted:
@@ -179,15 +201,15 @@ void TaxpayerRegistryImport::CountBatch() {
   }
 }
 
-void TaxpayerRegistryImport::Reject(std::uint32_t place, const BatchLine& line) {
+void TaxpayerRegistryImport::Reject(std::uint32_t place, const BlockLine& line) {
   if (line.rejection != RejectionKind::Skipped) ++counts_.errors;
-  if (observer_ == nullptr) return;
+  if (rejections_ == nullptr) return;
   const bool byDatabase = line.rejection == RejectionKind::StatementFailed;
-  const std::string excerpt = batch_.ExcerptOf(line);
-  observer_->LineRejected({.line = line.number,
-                           .kind = line.rejection,
-                           .detail = byDatabase ? std::string_view(writer_.MessageFor(place)) : std::string_view(),
-                           .excerpt = excerpt});
+  const std::string excerpt = block_.ExcerptOf(line);
+  rejections_->LineRejected({.line = line.number,
+                             .kind = line.rejection,
+                             .detail = byDatabase ? std::string_view(writer_.MessageFor(place)) : std::string_view(),
+                             .excerpt = excerpt});
 }
 
 void TaxpayerRegistryImport::ShowCounts() const {

@@ -1,12 +1,23 @@
 // The fiscal identity rules of the Dominican Republic: the authority is the DGII, the identifiers are the RNC of
-// companies (9 digits) and the cédula of persons (11 digits). A small state machine: ReconocerRif sets the state, the
-// rest reads it. Cheap to create; nothing is shared between objects, and no short identifier allocates memory.
+// companies (9 digits) and the cédula of persons (11 digits), each with a check digit. The class is a small state
+// machine: ReconocerRif sets the state, the rest reads it. Cheap to create; nothing is shared between objects, and no
+// short identifier allocates memory.
 #pragma once
+
+#include <optional>
+#include <string_view>
 
 #include "fiscal/IInfoFiscalCliente.h"
 #include "fiscal/TaxpayerLookup.h"
 
 namespace tolvan {
+
+/// The check digit of a company's registry number, modulus 11. Nothing unless `body` is exactly eight digits.
+std::optional<char> ExpectedRncCheckDigit(std::string_view body);
+
+/// The sum of the characters' values, weighted 1, 2, 1, 2, … from the last one, each product counted by its digits, is
+/// a multiple of `modulus`. False unless the text is exactly eleven hexadecimal digits.
+bool PassesCedulaCheck(std::string_view text, int modulus = 10);
 
 class clsInfoFiscalClienteDO final : public IInfoFiscalCliente {
  public:

@@ -18,43 +18,29 @@ constexpr std::string_view question =
 void RegistryLauncher::AttachTo(frmOpciones& form) {
   form.SetRoutine(action::taxpayerRegistry, [this](bool, std::string& errorText, bool& silent) {
     silent = true;  // the import shows its counts itself
-    return Launch(errorText);
+    const ActionReport report = Launch();
+    errorText += report.text;
+    return report.done;
   });
 }
 
 void RegistryLauncher::ChooseFile() {
-  const auto chosen =
-      context_->UserDialogs().PickFileToOpen("Seleccionar Archivo de Texto RNC", "Archivo de Texto RNC|*.txt");
-  if (chosen && !chosen->empty()) file_ = *chosen;
+  const std::string chosen = ChooseRegistryFile(context_->UserDialogs());
+  if (!chosen.empty()) file_ = chosen;
 }
 
-bool RegistryLauncher::Launch(std::string& errorText) {
+ActionReport RegistryLauncher::Launch() {
   if (file_.empty()) ChooseFile();
   rejected_ = {};
-  std::string message;
-  const bool finished = Import(message);
-  if (!finished) errorText.append(lineBreak).append(message);
-  return finished;
-}
-
-bool RegistryLauncher::Import(std::string& message) {
-  if (file_.empty()) {
-    message = "Debe seleccionar primero el archivo de texto";
-    return false;
-  }
+  if (file_.empty()) return {.text = std::string(lineBreak).append(registryNotChosen)};
   try {
-    HostApplication& application = context_->application;
-    TaxpayerRegistryImport import(
-        {application.Database(), application.Dialect(), context_->Files(), context_->services.Archives(),
-         context_->UserDialogs(), context_->services.UserInterruption(), *progress_},
-        &rejected_);
+    TaxpayerRegistryImport import(RegistryHostOf(*context_, context_->UserDialogs(), *progress_), &rejected_);
     import.SetRutaArchivo(file_);
-    const bool finished = import.ImportarArchivoRNC(message);
-    if (import.End() == RegistryImportEnd::NotRun) rejected_ = {};
-    return finished;
+    ActionReport report = import.Import();
+    if (report.DetailsAs<RegistryImportResult>().end == RegistryImportEnd::NotRun) rejected_ = {};
+    return report;
   } catch (const HostError& error) {  // the database cannot be opened
-    message = TextForPeople(error);
-    return false;
+    return {.text = std::string(lineBreak) + TextForPeople(error)};
   }
 }
 

@@ -4,7 +4,8 @@
 
 #include <string>
 
-#include "fiscal/RejectionReport.h"
+#include "fiscal/RegistryReport.h"
+#include "services/ActionReport.h"
 #include "services/ComponentContext.h"
 #include "services/clsCallBackProgreso.h"
 #include "ui/frmOpciones.h"
@@ -30,8 +31,7 @@ class RegistryLauncher {
   void OfferRejections();
 
  private:
-  bool Launch(std::string& errorText);
-  bool Import(std::string& message);
+  ActionReport Launch();
   void SaveRejections(const RejectionList& rejected) const;
 
   const ComponentContext* context_;

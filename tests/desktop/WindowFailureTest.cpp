@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "desktop/WindowTest.h"
-#include "fiscal/IdentifierChecks.h"
+#include "fiscal/clsInfoFiscalClienteDO.h"
 #include "support/FileContent.h"
 
 namespace tolvan::test {

@@ -2,14 +2,13 @@
 #include <gmock/gmock.h>
 #include <zip.h>
 
-#include "fiscal/RegistryContent.h"
-#include "fiscal/RegistryFakes.h"
+#include "fiscal/RegistryStore.h"
 
 namespace tolvan {
 namespace {
 
 using namespace std::string_literals;
-using test::Store;
+using Store = test::RegistryStore;
 using testing::HasSubstr;
 
 using Files = std::vector<std::pair<std::string, std::string>>;
@@ -41,12 +40,13 @@ const std::string registry =
 TEST(RegistryFile, ReadsTheOneTextOfAZip) {
   Store store;
   const Files packed = {{"TMP/", ""}, {"TMP/DGII_RNC.TXT", registry}, {"__MACOSX/TMP/._DGII_RNC.TXT", "\0\5\x16"s}};
-  EXPECT_TRUE(store.Import(Zip(packed), 1)) << store.message;
-  EXPECT_EQ(store.CountsText(), "2 0 0 2");
+  EXPECT_TRUE(store.Import(Zip(packed), 1)) << store.run.message;
+  EXPECT_EQ(store.Counts(), "2 0 0 2");
   EXPECT_EQ(store.Table(), "00100000009=ANA;101012341=PEÑA");
-  test::WriteFile(store.folder.File("a"), Zip(packed));
-  EXPECT_EQ(RegistryFile(store.files, store.archives, store.folder.File("a"), test::nobodyInterrupts).Size(),
-            registry.size());
+  const test::TemporaryFolder folder;
+  PosixFileHelper files("/");
+  test::WriteFile(folder.File("a"), Zip(packed));
+  EXPECT_EQ(RegistryFile(files, store.archives, folder.File("a"), test::nobodyInterrupts).Size(), registry.size());
 }
 
 TEST(RegistryFile, DecidesTheEncodingByTheFirstMegabyte) {
@@ -99,14 +99,14 @@ TEST(RegistryFile, NamesWhatIsNoRegistryAndKeepsNothing) {
   for (const auto& [content, text] : cases) {
     Store store;
     EXPECT_FALSE(store.Import(content, 1));
-    EXPECT_THAT(store.message, HasSubstr(text));
-    EXPECT_EQ(store.end, RegistryImportEnd::NotRun) << text;
+    EXPECT_THAT(store.run.message, HasSubstr(text));
+    EXPECT_EQ(store.run.end, RegistryImportEnd::NotRun) << text;
     EXPECT_EQ(store.Table(), "") << text;
-    EXPECT_TRUE(store.dialogs.boxes.empty()) << text;
+    EXPECT_TRUE(store.run.boxes.empty()) << text;
   }
   Store store;
-  EXPECT_FALSE(store.Import(Zip({{"r.txt", registry}}), 1, test::CountdownInterruption(1)));
-  EXPECT_EQ(store.message, "Operación interrumpida") << "while the zip is proved";
+  EXPECT_FALSE(store.Import(Zip({{"r.txt", registry}}), 1, test::StopsAt(1)));
+  EXPECT_EQ(store.run.message, "Operación interrumpida") << "while the zip is proved";
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include "cli/CommandCall.h"
 #include "cli/TerminalProgress.h"
 #include "cli/commands/AllCommands.h"
-#include "fiscal/RejectionReport.h"
+#include "fiscal/RegistryReport.h"
 #include "fiscal/TaxpayerRegistryImport.h"
 
 namespace tolvan {
@@ -49,35 +49,33 @@ ExitCode Report(CommandCall& call, const RegistryCounts& counts) {
 ExitCode RunImportarRnc(CommandCall& call) {
   CommandHost& host = call.Host();
   const ComponentContext& context = host.Context();
-  DatabaseServices& database = host.RequireDatabase();
+  static_cast<void>(host.RequireDatabase());
   const std::unique_ptr<WholeFile> reportFile = OpenReport(call, context.Files());
-  std::optional<RejectionReport> report;
-  if (reportFile) report.emplace(*reportFile);
+  std::optional<RejectionReport> rejections;
+  if (reportFile) rejections.emplace(*reportFile);
   clsCallBackProgreso progress;
   // The component's box would only repeat the counts that are the command's result.
   std::istream noInput(nullptr);
   std::ostream nowhere(nullptr);
   ConsoleDialogs dialogs(noInput, nowhere, false, false);
-  TaxpayerRegistryImport import({database, context.application.Dialect(), context.Files(), context.services.Archives(),
-                                 dialogs, call.UserInterruption(), progress},
-                                report ? &*report : nullptr);
+  TaxpayerRegistryImport import(RegistryHostOf(context, dialogs, progress), rejections ? &*rejections : nullptr);
   TerminalProgress terminal(
       call.Messages(), call.MessagesColumns(), [&] { return import.Counts().lines; }, "líneas");
   if (call.ShowsProgress()) progress.EstablecerControles(&terminal, &terminal, &terminal, nullptr, nullptr);
   import.SetRutaArchivo(call.PathArgument());
-  std::string message;
-  const bool finished = import.ImportarArchivoRNC(message);
+  const ActionReport report = import.Import();
   progress.EstablecerControles(nullptr, nullptr, nullptr, nullptr, nullptr);
-  if (!finished) {
-    if (import.End() != RegistryImportEnd::NotRun && call.WantsJson()) {
-      Result result = ResultOf(import.Counts());
-      result.push_back({"error", ForTerminal(message)});
-      call.PrintJson(result);
+  const auto result = report.DetailsAs<RegistryImportResult>();
+  if (!report.done) {
+    if (result.end != RegistryImportEnd::NotRun && call.WantsJson()) {
+      Result document = ResultOf(result.counts);
+      document.push_back({"error", ForTerminal(report.text)});
+      call.PrintJson(document);
     }
-    throw CommandFailure(ExitCode::Failed, message);
+    throw CommandFailure(ExitCode::Failed, report.text);
   }
-  if (report) report->Commit();
-  return Report(call, import.Counts());
+  if (rejections) rejections->Commit();
+  return Report(call, result.counts);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include "base/NumberText.h"
 #include "base/Text.h"
 #include "cli/demo/DemoData.h"
-#include "fiscal/IdentifierChecks.h"
+#include "fiscal/clsInfoFiscalClienteDO.h"
 
 namespace tolvan {
 namespace {

@@ -1,4 +1,4 @@
-#include "fiscal/RejectionReport.h"
+#include "fiscal/RegistryReport.h"
 
 namespace tolvan {
 namespace {

@@ -1,7 +1,10 @@
-#include "fiscal/RegistryLineReader.h"
+#include "fiscal/RegistryLines.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
+
+#include "base/Text.h"
 
 namespace tolvan {
 namespace {
@@ -13,6 +16,12 @@ std::string_view WithoutReturn(std::string_view line) {
 
 void SetWhole(RegistryLine& line, std::string_view text) {
   line = {.text = text, .length = text.size(), .separatorBeyond = false};
+}
+
+constexpr std::size_t longestCharacter = 4;  // bytes of one character in UTF-8
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 }  // namespace
@@ -81,6 +90,36 @@ void RegistryLineReader::LongLine(RegistryLine& line) {
   if (line.length < line.text.size()) line.text.remove_suffix(1);
   position_ = end == std::string_view::npos ? filled_ : end + 1;
   std::swap(buffer_, other_);
+}
+
+RegistryFields CutRegistryLine(const RegistryLine& line) {
+  RegistryFields fields;
+  const std::size_t first = line.text.find('|');
+  if (first == std::string_view::npos) {
+    if (line.separatorBeyond) fields.kind = FieldsKind::EndlessFirst;
+    return fields;
+  }
+  fields.kind = FieldsKind::Two;
+  fields.identifier = line.text.substr(0, first);
+  const std::string_view rest = line.text.substr(first + 1);
+  fields.name = rest.substr(0, rest.find('|'));
+  return fields;
+}
+
+void AppendCharacters(std::string& text, std::string_view bytes, std::size_t count, bool utf8) {
+  const std::string_view single = bytes.substr(0, count);
+  if (IsAscii(single)) {
+    text += single;
+    return;
+  }
+  if (utf8) {
+    const std::string_view characters = FirstCharacters(bytes.substr(0, count * longestCharacter), count);
+    if (IsValidUtf8(characters)) {
+      text += characters;
+      return;
+    }
+  }
+  text += FromWindows1252(single);
 }
 
 }  // namespace tolvan

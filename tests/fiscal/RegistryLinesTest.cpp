@@ -1,10 +1,10 @@
-#include "fiscal/RegistryLineReader.h"
+#include "fiscal/RegistryLines.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "fiscal/RegistryFakes.h"
+#include "support/RegistryRun.h"
 
 namespace tolvan {
 namespace {
@@ -46,7 +46,7 @@ TEST(RegistryLineReader, GivesTheSameLinesWhateverItsBuffer) {
 
 TEST(RegistryLineReader, StopsWithinALineThatDoesNotEnd) {
   test::MemoryFile file(std::string(1'000, 'x'));
-  const test::CountdownInterruption soon(3);
+  const test::FakeInterruption soon = test::StopsAt(3);
   RegistryLineReader reader(file, soon, 16);
   RegistryLine line;
   EXPECT_THROW(reader.Next(line), HostError);

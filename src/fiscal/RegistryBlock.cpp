@@ -1,8 +1,8 @@
-#include "fiscal/RegistryBatch.h"
+#include "fiscal/RegistryBlock.h"
 
 #include <algorithm>
 
-#include "fiscal/RegistryFields.h"
+#include "fiscal/RegistryLines.h"
 
 namespace tolvan {
 namespace {
@@ -20,14 +20,14 @@ std::uint64_t KeyOf(std::string_view code) {
 
 }  // namespace
 
-void RegistryBatch::Clear() {
+void RegistryBlock::Clear() {
   lines_.clear();
   text_.clear();
 }
 
-void RegistryBatch::AddCustomer(std::int64_t number, std::string_view code, std::string_view name, bool utf8,
+void RegistryBlock::AddCustomer(std::int64_t number, std::string_view code, std::string_view name, bool utf8,
                                 int personeria) {
-  BatchLine& line = lines_.emplace_back();
+  BlockLine& line = lines_.emplace_back();
   line.number = number;
   line.key = KeyOf(code);
   line.textStart = static_cast<std::uint32_t>(text_.size());
@@ -39,8 +39,8 @@ void RegistryBatch::AddCustomer(std::int64_t number, std::string_view code, std:
   line.nameLength = static_cast<std::uint16_t>(text_.size() - nameStart);
 }
 
-void RegistryBatch::AddRejected(std::int64_t number, RejectionKind kind, std::string_view bytes, bool utf8) {
-  BatchLine& line = lines_.emplace_back();
+void RegistryBlock::AddRejected(std::int64_t number, RejectionKind kind, std::string_view bytes, bool utf8) {
+  BlockLine& line = lines_.emplace_back();
   line.number = number;
   line.outcome = LineOutcome::Rejected;
   line.rejection = kind;
@@ -49,20 +49,20 @@ void RegistryBatch::AddRejected(std::int64_t number, RejectionKind kind, std::st
   line.nameLength = static_cast<std::uint16_t>(text_.size() - line.textStart);
 }
 
-CustomerRow RegistryBatch::RowOf(const BatchLine& line) const {
+CustomerRow RegistryBlock::RowOf(const BlockLine& line) const {
   const std::string_view text = text_;
   return {.code = text.substr(line.textStart, line.codeLength),
           .name = text.substr(line.textStart + line.codeLength, line.nameLength),
           .personeria = line.personeria};
 }
 
-std::string RegistryBatch::ExcerptOf(const BatchLine& line) const {
+std::string RegistryBlock::ExcerptOf(const BlockLine& line) const {
   const CustomerRow row = RowOf(line);
   if (row.code.empty()) return std::string(row.name);
   return std::string(row.code) + '|' + std::string(row.name);
 }
 
-const std::vector<std::uint32_t>& RegistryBatch::OrderByCode() {
+const std::vector<std::uint32_t>& RegistryBlock::OrderByCode() {
   sorting_.clear();
   for (std::size_t place = 0; place < lines_.size(); ++place) {
     if (lines_[place].key != 0) sorting_.push_back({lines_[place].key, static_cast<std::uint32_t>(place)});

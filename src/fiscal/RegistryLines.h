@@ -1,9 +1,11 @@
-// Reads the registry file line by line from one buffer: nothing is copied, nothing is read twice, and memory does not
-// grow with the file or with its longest line.
+// The registry file line by line, and what the import takes from a line: two fields, and the name as it is stored. The
+// reader works on one buffer: nothing is copied, nothing is read twice, and memory does not grow with the file or with
+// its longest line.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -16,7 +18,7 @@ namespace tolvan {
 struct RegistryLine {
   std::string_view text;         ///< of a line longer than the buffer only its beginning; valid until the next line
   std::uint64_t length = 0;      ///< of the whole line, in bytes
-  bool separatorBeyond = false;  ///< a "|" was seen behind what `text` shows
+  bool separatorBeyond = false;  ///< a "|" was seen after what `text` shows
 
   bool IsWhole() const { return length == text.size(); }
 };
@@ -46,5 +48,27 @@ class RegistryLineReader {
   std::size_t filled_ = 0;
   bool atEnd_ = false;
 };
+
+/// What a line is made of.
+enum class FieldsKind {
+  Two,           ///< identifier and name are there
+  NoSeparator,   ///< a line without "|": skipped, not counted
+  EndlessFirst,  ///< the first field is longer than the reader's buffer, and no identifier
+};
+
+struct RegistryFields {
+  FieldsKind kind = FieldsKind::NoSeparator;
+  std::string_view identifier;
+  std::string_view name;  ///< bytes of the file; of a name longer than the buffer its beginning
+};
+
+/// The fields of a line, which must stay as it is while they are used.
+RegistryFields CutRegistryLine(const RegistryLine& line);
+
+inline constexpr std::size_t longestName = 125;  ///< characters that the customer table holds
+
+/// Appends the first `count` characters of bytes of the file as UTF-8. `utf8`: the file as a whole is; what is not
+/// UTF-8 is read as Windows-1252 even then. Blanks, quotes and control characters stay.
+void AppendCharacters(std::string& text, std::string_view bytes, std::size_t count, bool utf8);
 
 }  // namespace tolvan

@@ -1,5 +1,5 @@
-// The lines of the registry that are written together: where each came from, what it says, and what became of it.
-// All texts lie in one block of memory.
+// A block: the lines of the registry that are written together, with where each came from, what it says and what became
+// of it. The texts of all lines lie in one string.
 #pragma once
 
 #include <cstdint>
@@ -7,14 +7,20 @@
 #include <string_view>
 #include <vector>
 
-#include "fiscal/CustomerStatement.h"
-#include "fiscal/RegistryObserver.h"
+#include "fiscal/RegistryReport.h"
 
 namespace tolvan {
 
+/// What the customer table gets of one taxpayer.
+struct CustomerRow {
+  std::string_view code;  ///< digits, check digit included; also what reports show
+  std::string_view name;  ///< UTF-8, at most 125 characters, no NUL
+  int personeria = 0;     ///< 1 legal person, 0 natural person
+};
+
 enum class LineOutcome : std::uint8_t { Pending, Inserted, Present, Rejected };
 
-struct BatchLine {
+struct BlockLine {
   std::int64_t number = 0;  ///< in the file, from 1
   std::uint64_t key = 0;    ///< orders codes as their text does; 0 for a line that is rejected from the start
   std::uint32_t textStart = 0;
@@ -25,7 +31,7 @@ struct BatchLine {
   RejectionKind rejection = RejectionKind::Skipped;
 };
 
-class RegistryBatch {
+class RegistryBlock {
  public:
   /// Rejected lines show so many of their characters.
   static constexpr std::size_t excerptLength = 200;
@@ -44,13 +50,13 @@ class RegistryBatch {
   /// Appends a line that is not written.
   void AddRejected(std::int64_t number, RejectionKind kind, std::string_view bytes, bool utf8);
 
-  std::vector<BatchLine>& Lines() { return lines_; }
-  const std::vector<BatchLine>& Lines() const { return lines_; }
+  std::vector<BlockLine>& Lines() { return lines_; }
+  const std::vector<BlockLine>& Lines() const { return lines_; }
 
-  CustomerRow RowOf(const BatchLine& line) const;
+  CustomerRow RowOf(const BlockLine& line) const;
 
   /// Of a rejected line its beginning; of a customer code, "|" and name.
-  std::string ExcerptOf(const BatchLine& line) const;
+  std::string ExcerptOf(const BlockLine& line) const;
 
   /// The places of the customers in the order of their codes, those of one code in the order of the file.
   const std::vector<std::uint32_t>& OrderByCode();
@@ -61,7 +67,7 @@ class RegistryBatch {
     std::uint32_t place;
   };
 
-  std::vector<BatchLine> lines_;
+  std::vector<BlockLine> lines_;
   std::string text_;
   std::vector<SortEntry> sorting_;
   std::vector<std::uint32_t> order_;
