@@ -17,7 +17,7 @@
 #include "database/sqlite/SqliteDatabaseServices.h"
 #include "system/posix/PosixFileHelper.h"
 #include "transport/ItemDefinitionFile.h"
-#include "transport/basComponenteXML.h"
+#include "transport/TransportDocument.h"
 #include "xml/PugiXmlLibrary.h"
 
 namespace tolvan::data {}
@@ -162,25 +162,25 @@ int Main() {
   NoInterruption interruption;
   PugiXmlLibrary library;
   basComponenteXML xml(library, dialogs, "Tolvan", "");
-  ItemDefinitionResult result;
+  ActionReport report;
   const Work job{[&] {
     SqliteDatabaseServices database({.path = databasePath});
-    ItemDefinitionFile file({database, files, dialogs, interruption, xml, "Tolvan", {}});
-    result = file.Write(folder.File("a.tolpak"), true, false);
+    ItemDefinitionFile file({database, files, dialogs, interruption, xml, "Tolvan"});
+    report = file.Write(folder.File("a.tolpak"), CollectorPurpose::Count);
   }};
   job.run();
   const long peak = PeakMemory();  // before the reference's articles come into memory
   const std::vector<Article> all = MakeArticles();
   const Work reference{[&] {
     const auto file = files.CreateWhole(folder.File("b.tolpak"));
-    WriteReference(all, result.instance, *file);
+    WriteReference(all, report.DetailsAs<ItemDefinitionResult>().instance, *file);
     file->Commit();
   }};
   const bool reached = Compare("collector file of 300,000 articles", job, reference, 1.5);
   std::printf("  most memory: %ld MB (aim %ld)\n", peak, memoryAim);
   reference.run();
   if (WithoutLineEnds(Bytes(folder.File("a.tolpak"))) != WithoutLineEnds(Bytes(folder.File("b.tolpak")))) {
-    std::fprintf(stderr, "the documents differ: %s\n", result.error.c_str());
+    std::fprintf(stderr, "the documents differ: %s\n", report.text.c_str());
     return 2;
   }
   return reached && peak < memoryAim ? 0 : 1;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Bench.h"
-#include "transport/Crc32Digest.h"
+#include "transport/CRC32.h"
 
 namespace tolvan::bench {
 namespace {

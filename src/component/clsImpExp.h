@@ -51,7 +51,7 @@ class clsImpExp {
 
   /// How the last unattended run went.
   const ActionOutcome& LastOutcome() const { return outcome_; }
-  const DailySalesResult& LastDailySales() const { return dailySales_; }
+  const ActionReport& LastDailySales() const { return dailySales_; }
 
  private:
   std::unique_ptr<AppServices> services_;
@@ -60,7 +60,7 @@ class clsImpExp {
   ComponentContext context_;
   OpcionesWindow window_;
   ActionOutcome outcome_;
-  DailySalesResult dailySales_;
+  ActionReport dailySales_;
 };
 
 }  // namespace tolvan

@@ -40,15 +40,15 @@ WorkbookPanel::WorkbookPanel(wxWindow* parent, OptionsWindow& logic, std::string
 CollectorPanelView::CollectorPanelView(wxWindow* parent, OptionsWindow& logic) : wxPanel(parent) {
   auto* const column = new wxBoxSizer(wxVERTICAL);
   AddParagraph(*this, *column, panel_text::collectorHelp);
-  const auto add = [&](CollectorPanel::Purpose purpose, std::string_view caption, long style) {
+  const auto add = [&](CollectorPurpose purpose, std::string_view caption, long style) {
     auto* const option = new wxRadioButton(this, wxID_ANY, ToWx(caption), wxDefaultPosition, wxDefaultSize, style);
-    NameControl(*option, "opProposito" + std::to_string(purpose));
+    NameControl(*option, "opProposito" + std::to_string(static_cast<int>(purpose)));
     option->Bind(wxEVT_RADIOBUTTON, [&logic, purpose](wxCommandEvent&) { logic.opProposito_Click(purpose); });
     column->Add(option, wxSizerFlags().Border(wxBOTTOM, Gap(*this)));
     return option;
   };
-  add(CollectorPanel::Count, panel_text::purposeCount, wxRB_GROUP)->SetValue(true);
-  add(CollectorPanel::Receiving, panel_text::purposeReceiving, 0);
+  add(CollectorPurpose::Count, panel_text::purposeCount, wxRB_GROUP)->SetValue(true);
+  add(CollectorPurpose::Receiving, panel_text::purposeReceiving, 0);
   wxButton* const create = MakeButton(*this, "cmdDCExportarItems", panel_text::createFile);
   create->Bind(wxEVT_BUTTON, [&logic](wxCommandEvent&) { logic.cmdDCExportarItems_Click(); });
   column->Add(create, wxSizerFlags().Border(wxTOP, Gap(*this)));

@@ -1,11 +1,13 @@
 #include "export/DailySalesExport.h"
 
 #include <cstdlib>
+#include <optional>
+#include <utility>
 
 #include "base/NumberText.h"
 #include "base/Text.h"
-#include "export/StoredDate.h"
-#include "export/SumDaySales.h"
+#include "export/SalesTotals.h"
+#include "host/HostError.h"
 #include "services/ResourceTexts.h"
 
 namespace tolvan {
@@ -60,6 +62,19 @@ std::string FormatDailySales(const DailySalesRecord& record, Currency total) {
   return line;
 }
 
+Date StoredDate(const ImpExpSettings& settings, const DateSettings& parts, std::string_view what) {
+  const int year = settings.Integer(parts.year);
+  const int month = settings.Integer(parts.month);
+  const int day = settings.Integer(parts.day);
+  const bool plausible = year >= 1 && year <= 9999 && std::abs(month) <= 1200 && std::abs(day) <= 36600;
+  if (!plausible) {
+    throw HostError(HostErrorKind::InvalidValue, "la " + std::string(what) + " guardada no es una fecha: día " +
+                                                     std::to_string(day) + ", mes " + std::to_string(month) + ", año " +
+                                                     std::to_string(year));
+  }
+  return Date::FromParts(year, month, day);
+}
+
 Date StoredReportDate(const ImpExpSettings& settings) {
   return StoredDate(settings, reportDateSettings, "fecha de reporte");
 }
@@ -75,17 +90,19 @@ std::string StoreCodeObjection(std::string_view storeCode) {
          "», que no existe en la codificación del archivo (Windows-1252)";
 }
 
-DailySalesResult DailySalesExport::Run(bool interactive, std::string& errorText) {
-  DailySalesResult result;
+ActionReport DailySalesExport::Run(bool interactive) {
+  ActionReport report;
+  DailySalesFile file;
   try {
-    Export(interactive, result, errorText);
+    Export(interactive, file, report);
   } catch (const HostError& error) {
-    errorText.append(lineBreak).append(TextForPeople(error));
+    report.text.append(lineBreak).append(TextForPeople(error));
   }
-  return result;
+  report.details = std::move(file);
+  return report;
 }
 
-void DailySalesExport::Export(bool interactive, DailySalesResult& result, std::string& errorText) {
+void DailySalesExport::Export(bool interactive, DailySalesFile& file, ActionReport& report) {
   const ImpExpSettings& settings = context_->settings;
   const Date yesterday = context_->services.SystemClock().Today().PlusDays(-1);
   const DailySalesRecord record{.storeCode = settings.Text(Setting::CodigoTienda),
@@ -96,34 +113,35 @@ void DailySalesExport::Export(bool interactive, DailySalesResult& result, std::s
   const std::string objection = StoreCodeObjection(record.storeCode);
   if (!objection.empty()) throw HostError(HostErrorKind::InvalidValue, objection);
   const Currency total = SumDaySales(context_->application.Database(), record.reportDate, false);
-  result.record = FormatDailySales(record, total);
+  file.record = FormatDailySales(record, total);
   const std::string forcedName = settings.Text(Setting::NombreArchivo);
-  result.path = context_->Files().NormalizeFolder(settings.Text(Setting::CarpetaDestino)) +
-                (forcedName.empty() ? DailySalesFileName(record.reportDate) : forcedName);
-  if (!Write(result, errorText)) return;
+  file.path = context_->Files().NormalizeFolder(settings.Text(Setting::CarpetaDestino)) +
+              (forcedName.empty() ? DailySalesFileName(record.reportDate) : forcedName);
+  if (!Write(file, report)) return;
   if (settings.Integer(Setting::EnviarEmail) == 0) {
-    result.succeeded = true;
+    report.done = true;
     return;
   }
-  const MailOutcome outcome = Send(result.path, interactive);
-  result.sent = result.succeeded = outcome.status == MailStatus::Sent;
-  if (!result.sent) errorText.append(lineBreak).append(TextOf(outcome));
+  const MailOutcome outcome = Send(file.path, interactive);
+  file.sent = report.done = outcome.status == MailStatus::Sent;
+  if (!file.sent) report.text.append(lineBreak).append(TextOf(outcome));
 }
 
-bool DailySalesExport::Write(DailySalesResult& result, std::string& errorText) {
+bool DailySalesExport::Write(DailySalesFile& file, ActionReport& report) {
   // An old file must not be taken for today's when today's cannot be written, so it goes first, come what may.
-  static_cast<void>(context_->Files().DeleteFile(result.path));
+  static_cast<void>(context_->Files().DeleteFile(file.path));
   if (context_->services.DiagnosticFlag()) {
     Dialogs& dialogs = context_->UserDialogs();
-    dialogs.ShowMessage(MessageIcon::None, context_->application.ProductName(), result.record);
-    dialogs.ShowMessage(MessageIcon::None, context_->application.ProductName(), result.path);
+    dialogs.ShowMessage(MessageIcon::None, context_->application.ProductName(), file.record);
+    dialogs.ShowMessage(MessageIcon::None, context_->application.ProductName(), file.path);
   }
-  result.writeFailure = context_->Files().WriteTextFile(result.record, result.path);
-  result.written = !result.writeFailure;
-  if (!result.written) {
-    errorText.append(lineBreak).append(ResourceText(text_id::pathError)).append(lineBreak).append(result.path);
+  const std::optional<HostError> failure = context_->Files().WriteTextFile(file.record, file.path);
+  file.written = !failure;
+  if (failure) {
+    report.text.append(lineBreak).append(ResourceText(text_id::pathError)).append(lineBreak).append(file.path);
+    report.cause = TextForPeople(*failure);
   }
-  return result.written;
+  return file.written;
 }
 
 MailOutcome DailySalesExport::Send(const std::string& path, bool interactive) {

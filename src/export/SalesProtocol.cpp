@@ -57,7 +57,7 @@ std::string PercentDecode(std::string_view text) {
   return decoded;
 }
 
-/// Two fields that tell the kind of the request, the store, and a date in plain numbers.
+/// Two fields for the kind of the request, the store, and a date in plain numbers.
 std::vector<std::string> BeginFields(const char* first, std::string_view store, Date date) {
   return {first,
           "1",

@@ -1,7 +1,6 @@
 // The texts that go to the reporting server and come back. The wire format is described in docs/formats.md.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -10,17 +9,9 @@
 
 #include "base/Calendar.h"
 #include "base/Currency.h"
+#include "export/SalesTotals.h"
 
 namespace tolvan {
-
-/// What a store sold on one day.
-struct DaySalesTotals {
-  std::int64_t operations = 0;
-  Currency subtotal;
-  Currency discounts;
-  Currency taxes;
-  Currency total;  ///< subtotal less discounts plus taxes
-};
 
 /// The fields of the question for the days that the server still needs.
 std::vector<std::string> PendingDaysFields(std::string_view store, Date reference);

@@ -43,10 +43,6 @@ bool HoldsNul(std::string_view name) {
 
 }  // namespace
 
-std::string ChooseRegistryFile(Dialogs& dialogs) {
-  return dialogs.PickFileToOpen("Seleccionar Archivo de Texto RNC", "Archivo de Texto RNC|*.txt").value_or("");
-}
-
 RegistryImportHost RegistryHostOf(const ComponentContext& context, Dialogs& dialogs, clsCallBackProgreso& progress) {
   return {.database = context.application.Database(),
           .dialect = context.application.Dialect(),
@@ -64,8 +60,8 @@ TaxpayerRegistryImport::TaxpayerRegistryImport(const RegistryImportHost& host, R
       writer_(host.database, host.dialect, host.interruption, false) {}
 
 void TaxpayerRegistryImport::ElegirArchivo() {
-  const std::string chosen = ChooseRegistryFile(host_.dialogs);
-  if (!chosen.empty()) path_ = chosen;
+  const auto chosen = host_.dialogs.PickFileToOpen(registryPickerTitle, registryPickerFilter);
+  if (chosen) path_ = *chosen;
 }
 
 bool TaxpayerRegistryImport::ImportarArchivoRNC(std::string& message) {

@@ -21,11 +21,10 @@ namespace tolvan {
 
 struct ComponentContext;
 
-/// What is said where there is no file to import.
+// How the user chooses the file, and what is said without one.
+inline constexpr std::string_view registryPickerTitle = "Seleccionar Archivo de Texto RNC";
+inline constexpr std::string_view registryPickerFilter = "Archivo de Texto RNC|*.txt";
 inline constexpr std::string_view registryNotChosen = "Debe seleccionar primero el archivo de texto";
-
-/// Asks the user for the registry's file; empty when he cancels.
-std::string ChooseRegistryFile(Dialogs& dialogs);
 
 /// What the import works with. All of it must outlive the import.
 struct RegistryImportHost {
@@ -67,7 +66,7 @@ class TaxpayerRegistryImport {
   const std::string& RutaArchivo() const { return path_; }
   void SetRutaArchivo(std::string path) { path_ = std::move(path); }
 
-  /// ChooseRegistryFile; a cancelled question leaves the path alone.
+  /// Asks the user for the file; a cancelled question leaves the path alone.
   void ElegirArchivo();
 
   /// Imports the file, chosen first when there is none yet: the registry's text, or the zip that holds it. True when it

@@ -1,4 +1,5 @@
-// The checksum class that other programs create, with the limits they know it by. Without those limits: Crc32Digest.
+// CRC-32 as zip and PNG use it (ISO-HDLC, reflected polynomial EDB88320): over data of any length that comes in pieces,
+// and as the checksum class that other programs create, with the limits they know it by.
 #pragma once
 
 #include <cstdint>
@@ -8,12 +9,25 @@
 
 namespace tolvan {
 
+/// The checksum of data that comes in pieces.
+class Crc32Digest {
+ public:
+  void Add(std::span<const std::uint8_t> bytes);
+
+  /// The checksum of everything added so far; 0 when nothing was.
+  std::uint32_t Value() const { return ~state_; }
+
+ private:
+  std::uint32_t state_ = 0xFFFFFFFFU;
+};
+
 /// A character that has no single byte, or an array whose bounds do not fit 16 bits.
 class Crc32Overflow : public std::overflow_error {
  public:
   using std::overflow_error::overflow_error;
 };
 
+/// Created by the host through the COM library; the command uses it for texts.
 class CRC32 {
  public:
   /// Over the text's characters, each as its byte in Windows-1252; `text` is UTF-8. The result holds the checksum's bit

@@ -2,21 +2,21 @@
 
 #include <array>
 #include <exception>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
 #include <utility>
 
+#include "base/Text.h"
 #include "services/ComponentContext.h"
-#include "transport/ItemDefinitionQueries.h"
-#include "transport/XMLUtil.h"
-#include "transport/basComponenteXML.h"
-#include "transport/clsDatosTransporteXMLSalida.h"
+#include "services/clsCallBackProgreso.h"
+#include "transport/TransportDocument.h"
 
 namespace tolvan {
 namespace {
 
-constexpr std::size_t rowsBetweenReports = 1000;
+constexpr std::int32_t rowsBetweenReports = 1000;
 constexpr std::string_view successText =
     "Archivo guardado con éxito\r\nFavor copie el archivo guardado en el dispositivo y ábralo desde el mismo";
 
@@ -51,7 +51,13 @@ constexpr Section itemSection = {"Articulos", "Articulo", itemLeaves};
 constexpr Section barcodeSection = {"Barcodes", "Barcode", barcodeLeaves};
 constexpr Section depositSection = {"Depositos", "Deposito", depositLeaves};
 
-/// A query that could not be opened, which is told otherwise than a failure while its rows are read.
+SqlStatement ItemCondition() {
+  SqlStatement condition;
+  condition.Sql(" I.Oculto = ").Boolean(false).Sql(" AND I.Activo = ").Boolean(true).Sql(" AND I.TipoItem = 0 ");
+  return condition;
+}
+
+/// A query that could not be opened, which is reported otherwise than a failure while its rows are read.
 struct QueryNotOpened {
   HostError reason;
 };
@@ -77,28 +83,33 @@ std::string_view LeafText(const Recordset& rows, const Leaf& leaf) {
   return *flag ? "True" : "False";
 }
 
-/// Sees to interruption and progress over all rows of a file.
-class RowWatch {
+/// Counts the rows of a whole file, for progress and interruption.
+class RowCounter {
  public:
-  explicit RowWatch(const ItemDefinitionServices& services) : services_(services) {}
+  explicit RowCounter(const ItemDefinitionServices& services) : services_(services) {}
 
   void CountRow() {
     if (services_.interruption.Requested()) throw HostError(HostErrorKind::Interrupted, {});
-    if (++rowsRead_ % rowsBetweenReports == 0 && services_.progress) services_.progress(rowsRead_);
+    if (++rowsRead_ % rowsBetweenReports != 0 || services_.progress == nullptr) return;
+    services_.progress->NotificarProgreso(true, endUnknown, rowsRead_,
+                                          "Registros leídos: " + std::to_string(rowsRead_));
   }
 
  private:
+  /// A maximum from which the bar stays where it is, whatever is read.
+  static constexpr std::int32_t endUnknown = std::numeric_limits<std::int32_t>::max();
+
   const ItemDefinitionServices& services_;
-  std::size_t rowsRead_ = 0;
+  std::int32_t rowsRead_ = 0;
 };
 
 /// The rows of a query, which is opened when the first is asked for.
 class SectionRecords final : public XmlRecords {
  public:
   /// `count` becomes the number of rows.
-  SectionRecords(const Section& section, SqlStatement query, DatabaseServices& database, RowWatch& watch,
+  SectionRecords(const Section& section, SqlStatement query, DatabaseServices& database, RowCounter& counter,
                  std::size_t& count)
-      : section_(section), query_(std::move(query)), database_(database), watch_(watch), count_(count) {}
+      : section_(section), query_(std::move(query)), database_(database), counter_(counter), count_(count) {}
 
   bool Next() override {
     if (rows_) {
@@ -107,7 +118,7 @@ class SectionRecords final : public XmlRecords {
       rows_ = Open(database_, query_);
     }
     if (rows_->AtEnd()) return false;
-    watch_.CountRow();
+    counter_.CountRow();
     ++count_;
     return true;
   }
@@ -118,7 +129,7 @@ class SectionRecords final : public XmlRecords {
   const Section& section_;
   SqlStatement query_;
   DatabaseServices& database_;
-  RowWatch& watch_;
+  RowCounter& counter_;
   std::size_t& count_;
   std::unique_ptr<Recordset> rows_;
 };
@@ -126,7 +137,7 @@ class SectionRecords final : public XmlRecords {
 /// What the lists are made from and counted in while the document is saved.
 struct RowSource {
   DatabaseServices& database;
-  RowWatch& watch;
+  RowCounter& counter;
   ItemDefinitionResult& result;
 };
 
@@ -136,29 +147,23 @@ XmlRecordLayout LayoutOf(const Section& section) {
   return layout;
 }
 
-void AppendContent(clsDatosTransporteXMLSalida& document, bool multipleAreas, bool receiving, const RowSource& source) {
+void AppendContent(clsDatosTransporteXMLSalida& document, CollectorPurpose purpose, const RowSource& source) {
   XmlDocument& xml = *document.XD();
   const XmlNode content = document.NodoContenido().value();
   const auto append = [&](const Section& section, SqlStatement query, std::size_t& count) {
     xml.AppendRecords(
         content, LayoutOf(section),
-        std::make_unique<SectionRecords>(section, std::move(query), source.database, source.watch, count));
+        std::make_unique<SectionRecords>(section, std::move(query), source.database, source.counter, count));
   };
-  XMLUtil::AddElement(xml, content, "MultiplesAreas", std::string_view(multipleAreas ? "1" : "0"));
+  XMLUtil::AddElement(xml, content, "MultiplesAreas", std::string_view(purpose == CollectorPurpose::Count ? "1" : "0"));
   append(itemSection, CollectorItemsQuery(), source.result.items);
   append(barcodeSection, CollectorBarcodesQuery(), source.result.barcodes);
-  append(depositSection, CollectorDepositsQuery(receiving), source.result.deposits);
+  append(depositSection, CollectorDepositsQuery(purpose == CollectorPurpose::Receiving), source.result.deposits);
 }
 
 /// Beside what the user was told: the reason, as far as it is known.
 std::string MissingLibraryText(const XmlLibrary& library) {
   return library.Failure() ? TextForPeople(*library.Failure()) : std::string(basComponenteXML::missingText);
-}
-
-ItemDefinitionResult NotWritten(ItemDefinitionResult result, ItemDefinitionOutcome outcome, std::string error) {
-  result.outcome = outcome;
-  result.error = std::move(error);
-  return result;
 }
 
 }  // namespace
@@ -169,49 +174,76 @@ ItemDefinitionServices CollectorServices(const ComponentContext& context, basCom
           .dialogs = context.UserDialogs(),
           .interruption = context.services.UserInterruption(),
           .xml = xml,
-          .productName = context.application.ProductName(),
-          .progress = {}};
+          .productName = context.application.ProductName()};
 }
 
 ItemDefinitionFile::ItemDefinitionFile(ItemDefinitionServices services) : services_(std::move(services)) {}
 
-ItemDefinitionResult ItemDefinitionFile::Write(std::string_view path, bool multipleAreas, bool receiving) {
-  ItemDefinitionResult result = TryToWrite(path, multipleAreas, receiving);
-  if (services_.progress) services_.progress(std::nullopt);
-  if (result.outcome == ItemDefinitionOutcome::Written) {
+ActionReport ItemDefinitionFile::Write(std::string_view path, CollectorPurpose purpose) {
+  ItemDefinitionResult result;
+  std::string error;
+  result.outcome = TryToWrite(path, purpose, result, error);
+  if (services_.progress != nullptr) services_.progress->ApagarProgreso();
+  ActionReport report{.done = result.outcome == ItemDefinitionOutcome::Written,
+                      .told = result.outcome != ItemDefinitionOutcome::Failed};
+  if (report.done) {
     services_.dialogs.ShowMessage(MessageIcon::Information, services_.productName, successText);
+  } else {
+    report.text.append(lineBreak).append(error);
   }
-  return result;
+  report.details = std::move(result);
+  return report;
 }
 
-ItemDefinitionResult ItemDefinitionFile::TryToWrite(std::string_view path, bool multipleAreas, bool receiving) {
-  ItemDefinitionResult result;
+ItemDefinitionOutcome ItemDefinitionFile::TryToWrite(std::string_view path, CollectorPurpose purpose,
+                                                     ItemDefinitionResult& result, std::string& error) {
   try {
     clsDatosTransporteXMLSalida document(services_.xml);
     result.instance = document.Instancia();
     if (!document.NuevoDocumento(documentClass)) {
-      return NotWritten(result, ItemDefinitionOutcome::NoXmlLibrary, MissingLibraryText(services_.xml.Library()));
+      error = MissingLibraryText(services_.xml.Library());
+      return ItemDefinitionOutcome::NoXmlLibrary;
     }
-    RowWatch watch(services_);
-    AppendContent(document, multipleAreas, receiving, {services_.database, watch, result});
+    RowCounter counter(services_);
+    AppendContent(document, purpose, {services_.database, counter, result});
     Save(document, path);
+    return ItemDefinitionOutcome::Written;
   } catch (const QueryNotOpened& stop) {
-    return NotWritten(result, ItemDefinitionOutcome::QueryNotOpened, TextForPeople(stop.reason));
-  } catch (const HostError& error) {
-    const bool stopped = error.Kind() == HostErrorKind::Interrupted;
-    return NotWritten(result, ItemDefinitionOutcome::Failed,
-                      TextForPeople(error) + (stopped ? ". No se escribió el archivo." : ""));
-  } catch (const std::exception& error) {  // such as no memory left
-    return NotWritten(result, ItemDefinitionOutcome::Failed, std::string("Error: ") + error.what());
+    error = TextForPeople(stop.reason);
+    return ItemDefinitionOutcome::QueryNotOpened;
+  } catch (const HostError& failure) {
+    const bool stopped = failure.Kind() == HostErrorKind::Interrupted;
+    error = TextForPeople(failure) + (stopped ? ". No se escribió el archivo." : "");
+  } catch (const std::exception& failure) {  // such as no memory left
+    error = std::string("Error: ") + failure.what();
   }
-  result.outcome = ItemDefinitionOutcome::Written;
-  return result;
+  return ItemDefinitionOutcome::Failed;
 }
 
 void ItemDefinitionFile::Save(clsDatosTransporteXMLSalida& document, std::string_view path) {
   const std::unique_ptr<WholeFile> file = services_.files.CreateWhole(path);
   document.XD()->Save(*file);
   file->Commit();
+}
+
+SqlStatement CollectorItemsQuery() {
+  SqlStatement query(
+      "SELECT IU.idItem, IU.idUnidad, I.Descripcion, I.RequiereSeriales, D.RequerirReglasSeriales FROM ItemsUnidades "
+      "IU INNER JOIN Items I ON (IU.idItem = I.idItem AND IU.EsPrincipal = ");
+  query.Boolean(true).Sql(" AND ").Append(ItemCondition());
+  return query.Sql(") INNER JOIN Departamentos D ON I.idDepartamento = D.idDepartamento");
+}
+
+SqlStatement CollectorBarcodesQuery() {
+  SqlStatement query(
+      "SELECT I.idItem, B.Barcode, B.idUnidad FROM Barcodes B INNER JOIN Items I ON (B.idItem = I.idItem AND ");
+  return query.Append(ItemCondition()).Sql(")");
+}
+
+SqlStatement CollectorDepositsQuery(bool receiving) {
+  SqlStatement query("SELECT idDeposito FROM Depositos WHERE Tipo=0 ");
+  if (receiving) query.Sql(" AND DisponibleEntrada=").Boolean(true);
+  return query;
 }
 
 }  // namespace tolvan

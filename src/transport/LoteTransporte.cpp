@@ -14,17 +14,17 @@ std::optional<std::int64_t> LoteTransporte::Find() {
   return IntegerOf(rows->Value(std::size_t{0}));
 }
 
-OpenedBatch LoteTransporte::Open() {
+OpenedLote LoteTransporte::Open() {
   // The other program may open between our look and our insert, and close again before our second look.
   constexpr int attempts = 5;
   for (int attempt = 0; attempt < attempts; ++attempt) {
     if (const std::optional<std::int64_t> number = Find()) return {*number, false};
-    if (const std::optional<OpenedBatch> batch = TryInsert()) return *batch;
+    if (const std::optional<OpenedLote> lote = TryInsert()) return *lote;
   }
   throw HostError(HostErrorKind::Busy, "otro programa abre y cierra lotes de transporte al mismo tiempo");
 }
 
-std::optional<OpenedBatch> LoteTransporte::TryInsert() {
+std::optional<OpenedLote> LoteTransporte::TryInsert() {
   const std::unique_ptr<Transaction> transaction = database_.BeginTransaction();
   try {
     database_.Execute(OpenStatement());
@@ -36,12 +36,12 @@ std::optional<OpenedBatch> LoteTransporte::TryInsert() {
   const std::optional<std::int64_t> number = Find();
   if (!number) throw HostError(HostErrorKind::Damaged, "el lote de transporte abierto no aparece en la base de datos");
   transaction->Commit();
-  return OpenedBatch{*number, true};
+  return OpenedLote{*number, true};
 }
 
-ClosedBatches LoteTransporte::Close() {
+ClosedLotes LoteTransporte::Close() {
   const std::unique_ptr<Transaction> transaction = database_.BeginTransaction();
-  ClosedBatches closed{.newest = Find()};
+  ClosedLotes closed{.newest = Find()};
   closed.count = database_.Execute(CloseStatement());
   transaction->Commit();
   return closed;

@@ -1,6 +1,6 @@
-// Upload transport batches of one company and site. At most one is open at a time: the database's unique index over
-// open batches sees to it when two programs open at once. Where the host's database has no such index, Find gives the
-// newest and Close closes all.
+// The upload lotes (transport batches) of one company and site. At most one is open at a time: the database's unique
+// index over open lotes sees to it when two programs open at once. Where the host's database has no such index, Find
+// gives the newest and Close closes all.
 #pragma once
 
 #include <cstdint>
@@ -12,12 +12,12 @@
 
 namespace tolvan {
 
-struct OpenedBatch {
+struct OpenedLote {
   std::int64_t number = 0;
   bool isNew = false;  ///< false: it was open already, perhaps opened by another program a moment before
 };
 
-struct ClosedBatches {
+struct ClosedLotes {
   std::optional<std::int64_t> newest;  ///< the one that Find would have given
   std::int64_t count = 0;
 };
@@ -28,14 +28,14 @@ class LoteTransporte {
   /// Database and dialect outlive this object.
   LoteTransporte(DatabaseServices& database, const SqlDialect& dialect, std::int32_t companyId, std::int32_t siteId);
 
-  /// The number of the newest open batch; nothing when none is open.
+  /// The number of the newest open lote; nothing when none is open.
   std::optional<std::int64_t> Find();
 
-  /// Opens a batch unless one is open.
-  OpenedBatch Open();
+  /// Opens a lote unless one is open.
+  OpenedLote Open();
 
-  /// Closes every open batch with the server's date and time. Closing again is harmless.
-  ClosedBatches Close();
+  /// Closes every open lote with the server's date and time. Closing again is harmless.
+  ClosedLotes Close();
 
   /// The statements, with the columns that a caller wants to see (such as "idLoteTransporte").
   SqlStatement FindStatement(std::string_view columns) const;
@@ -43,7 +43,7 @@ class LoteTransporte {
   SqlStatement CloseStatement() const;
 
  private:
-  std::optional<OpenedBatch> TryInsert();
+  std::optional<OpenedLote> TryInsert();
 
   DatabaseServices& database_;
   const SqlDialect& dialect_;

@@ -11,33 +11,25 @@ namespace tolvan {
 
 class CollectorPanel {
  public:
-  /// Elements of the option-button array opProposito.
-  enum Purpose : int {
-    Receiving = 0,  ///< "Tomas para recepción de mercancía."
-    Count = 1,      ///< "Conteo físico de inventario por áreas."
-  };
+  /// All of it outlives the panel. The purpose is Count, the first option that the panel shows.
+  CollectorPanel(const ComponentContext& context, XmlLibrary& library, clsCallBackProgreso* progress = nullptr);
 
-  /// Context and library outlive the panel. The purpose is Count, the first option that the panel shows. `progress` may
-  /// let the window's events through.
-  CollectorPanel(const ComponentContext& context, XmlLibrary& library, CollectorProgress progress = {});
-
-  Purpose opProposito() const { return purpose_; }
+  CollectorPurpose opProposito() const { return purpose_; }
 
   /// Sets one option button, which clears the other.
-  void opProposito_Click(Purpose purpose) { purpose_ = purpose; }
+  void opProposito_Click(CollectorPurpose purpose) { purpose_ = purpose; }
 
   /// Asks for a file and writes it. A failure is told in the window's box for failures. Nothing is told when the user
   /// cancelled, and when a query could not be opened.
   void cmdDCExportarItems_Click();
 
  private:
-  /// Why it failed, for people; empty otherwise.
-  std::string Write(const std::string& path);
+  ActionReport Write(const std::string& path);
 
   const ComponentContext& context_;
   XmlLibrary& library_;
-  CollectorProgress progress_;
-  Purpose purpose_ = Count;
+  clsCallBackProgreso* progress_;
+  CollectorPurpose purpose_ = CollectorPurpose::Count;
 };
 
 }  // namespace tolvan

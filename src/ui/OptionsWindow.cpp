@@ -16,7 +16,7 @@ OptionsWindow::OptionsWindow(const ComponentContext& context, OptionsWindowView&
       fields_(context, view),
       imports_(context, std::move(tools.imports), view),
       registry_(context, progress_),
-      collector_(context, tools.xml, [this](std::optional<std::size_t> rows) { ShowRowsRead(rows); }) {
+      collector_(context, tools.xml, &progress_) {
   imports_.AttachTo(form_);
   registry_.AttachTo(form_);
 }
@@ -105,13 +105,6 @@ void OptionsWindow::cmdAbrirPlantilla_Click() {
 
 void OptionsWindow::cmdDCExportarItems_Click() {
   Work([this] { collector_.cmdDCExportarItems_Click(); });
-}
-
-/// How many there are is not known before the end, so the bar stands still and the text counts.
-void OptionsWindow::ShowRowsRead(std::optional<std::size_t> rows) {
-  if (!rows) return progress_.ApagarProgreso();
-  progress_.NotificarProgreso(true, 1, 0, "Registros leídos: " + std::to_string(*rows));
-  view_->Pump().ProcessPending();
 }
 
 /// What a step throws is told to the user; nothing leaves a public operation.

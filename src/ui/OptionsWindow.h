@@ -53,7 +53,7 @@ class OptionsWindow {
   void cmdAbrirPlantilla_Click();
 
   /// One of the two option buttons of the collector's panel.
-  void opProposito_Click(CollectorPanel::Purpose purpose) { collector_.opProposito_Click(purpose); }
+  void opProposito_Click(CollectorPurpose purpose) { collector_.opProposito_Click(purpose); }
   void cmdDCExportarItems_Click();
 
   FieldRules& Fields() { return fields_; }
@@ -65,7 +65,6 @@ class OptionsWindow {
   void Work(const std::function<void()>& work);
   void ShowAction(int number);
   void ShowFiles();
-  void ShowRowsRead(std::optional<std::size_t> rows);
 
   const ComponentContext* context_;
   OptionsWindowView* view_;

@@ -25,8 +25,8 @@ void RegistryLauncher::AttachTo(frmOpciones& form) {
 }
 
 void RegistryLauncher::ChooseFile() {
-  const std::string chosen = ChooseRegistryFile(context_->UserDialogs());
-  if (!chosen.empty()) file_ = chosen;
+  const auto chosen = context_->UserDialogs().PickFileToOpen(registryPickerTitle, registryPickerFilter);
+  if (chosen && !chosen->empty()) file_ = *chosen;
 }
 
 ActionReport RegistryLauncher::Launch() {

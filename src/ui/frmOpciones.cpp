@@ -14,9 +14,9 @@ frmOpciones::frmOpciones(const ComponentContext& context, OpcionesView& view) : 
   SetRoutine(action::dailySalesFile,
              [this](bool interactive, std::string& errorText, bool&) { return Exp_Micros_01(interactive, errorText); });
   SetRoutine(action::salesUpload, [this](bool, std::string& errorText, bool&) {
-    const SalesUploadResult result = SalesUpload(*context_).Run(errorText);
-    if (result.NothingPending()) errorText.append(lineBreak).append(noDayPending);
-    return result.complete && !result.NothingPending();
+    const ActionReport report = UploadSales(*context_);
+    errorText += report.text;
+    return report.done;
   });
 }
 
@@ -60,8 +60,9 @@ void frmOpciones::ImpExp(bool interactive) {
 }
 
 bool frmOpciones::Exp_Micros_01(bool interactive, std::string& errorText) {
-  dailySales_ = DailySalesExport(*context_).Run(interactive, errorText);
-  return dailySales_.succeeded;
+  dailySales_ = DailySalesExport(*context_).Run(interactive);
+  errorText += dailySales_.text;
+  return dailySales_.done;
 }
 
 void frmOpciones::SelectAction(int actionNumber) {

@@ -74,7 +74,7 @@ class frmOpciones {
   std::string Caption() const;
 
   const ActionOutcome& LastOutcome() const { return outcome_; }
-  const DailySalesResult& LastDailySales() const { return dailySales_; }
+  const ActionReport& LastDailySales() const { return dailySales_; }
 
  private:
   void FillDailySales();
@@ -89,7 +89,7 @@ class frmOpciones {
   int currentAction_ = action::none;
   std::string folder_;
   ActionOutcome outcome_;
-  DailySalesResult dailySales_;
+  ActionReport dailySales_;
 };
 
 }  // namespace tolvan

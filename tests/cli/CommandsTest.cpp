@@ -51,9 +51,11 @@ TEST_F(DailySales, VentasStoresTheDateAskedForAndKeepsIt) {
 }
 
 TEST_F(DailySales, AFolderThatIsNotThereIsTheTextOfTheComponentAndItsCause) {
-  const std::string text = "Error en acceso a la ruta/archivo:\n/no/hay/ventas.txt";
+  const std::string text =
+      "Error en acceso a la ruta/archivo:\n/no/hay/ventas.txt\n"
+      "No se puede acceder: no existe el archivo o la carpeta (código 2)\n/no/hay";
   Expect({"opciones", "6=/no/hay", "9=ventas.txt"}, 0);
-  Expect({"vexlor"}, 1, text + "\nNo se puede acceder: no existe el archivo", "");
+  Expect({"vexlor"}, 1, text, "");
   EXPECT_EQ(Json({"vexlor"}, 1), (json{{"archivo", nullptr}, {"registro", line}, {"enviado", false}, {"error", text}}));
 }
 

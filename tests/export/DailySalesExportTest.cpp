@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "export/SalesTotals.h"
 #include "support/FakeHost.h"
 
 namespace tolvan {
@@ -10,9 +11,9 @@ namespace {
 using test::FakeDialogs;
 using test::FakeHost;
 
-/// A host whose store sold `total` on every day, with the folder /out.
+/// A host whose database gives `total` for every day, with the folder /out.
 struct SalesHost : FakeHost {
-  explicit SalesHost(double total = 15234) {
+  explicit SalesHost(const FieldValue& total = 15234.0) {
     application.fakeDatabase.answer = [total](const SqlStatement&) {
       return std::make_unique<test::FakeRecordset>(std::vector<std::string>{"SumaDeGranTotal"},
                                                    std::vector<std::vector<FieldValue>>{{total}});
@@ -25,64 +26,94 @@ struct SalesHost : FakeHost {
     settings.SetInteger(Setting::FechaReporteAnno, 2024);
   }
 
-  DailySalesResult Run(bool interactive) {
-    errorText.clear();
-    return DailySalesExport(context).Run(interactive, errorText);
+  DailySalesFile Run(bool interactive) {
+    report = DailySalesExport(context).Run(interactive);
+    return report.DetailsAs<DailySalesFile>();
   }
 
-  std::string errorText;
+  ActionReport report;
 };
 
 TEST(DailySalesExport, WritesTheLineByteForByte) {
-  struct Case {
-    double total;
+  const struct {
+    FieldValue total;
     int quotes;
     std::string line;
+  } cases[] = {
+      {15234.0, 0, "0001,15234,19:00,31/01/2024"},
+      {15234.0, 1, "0001,15234,\"19:00\",\"31/01/2024\","},
+      {{}, 1, "0001,0,\"19:00\",\"31/01/2024\","},
+      {1234.56, 0, "0001,1235,19:00,31/01/2024"},
+      {0.4, 0, "0001,0,19:00,31/01/2024"},
+      {0.5, 0, "0001,1,19:00,31/01/2024"},
+      {std::int64_t{2}, 0, "0001,2,19:00,31/01/2024"},
+      {DecimalText{"2.5"}, 0, "0001,3,19:00,31/01/2024"},
+      {-0.4, 0, "0001,0,19:00,31/01/2024"},
+      {-1234.5, 0, "0001,-1235,19:00,31/01/2024"},
+      {123456789012.0, 2, "0001,123456789012,\"19:00\",\"31/01/2024\","},
   };
-  const std::vector<Case> cases = {
-      {15234, 0, "0001,15234,19:00,31/01/2024"},   {15234, 1, "0001,15234,\"19:00\",\"31/01/2024\","},
-      {0, 1, "0001,0,\"19:00\",\"31/01/2024\","},  {1234.56, 0, "0001,1235,19:00,31/01/2024"},
-      {0.4, 0, "0001,0,19:00,31/01/2024"},         {0.5, 0, "0001,1,19:00,31/01/2024"},
-      {2.5, 0, "0001,3,19:00,31/01/2024"},         {-0.4, 0, "0001,0,19:00,31/01/2024"},
-      {-1234.5, 0, "0001,-1235,19:00,31/01/2024"}, {123456789012, 2, "0001,123456789012,\"19:00\",\"31/01/2024\","},
-  };
-  for (const Case& expected : cases) {
-    SalesHost host(expected.total);
-    host.settings.SetInteger(Setting::MostrarComillas, expected.quotes);
-    const DailySalesResult result = host.Run(true);
-    EXPECT_TRUE(result.succeeded);
-    EXPECT_EQ(result.path, "/out/240131.txt");
-    EXPECT_EQ(host.services.files.contents["/out/240131.txt"], expected.line);
-    EXPECT_EQ(result.record, expected.line);
-    EXPECT_EQ(host.errorText, "");
+  for (const auto& [total, quotes, line] : cases) {
+    SalesHost host(total);
+    host.settings.SetInteger(Setting::MostrarComillas, quotes);
+    const DailySalesFile file = host.Run(true);
+    EXPECT_TRUE(host.report.done) << host.report.text;
+    EXPECT_EQ(file.path, "/out/240131.txt");
+    EXPECT_EQ(host.services.files.contents["/out/240131.txt"], line);
+    EXPECT_EQ(file.record, line);
+    EXPECT_EQ(host.report.text, "");
   }
 }
 
-TEST(DailySalesExport, AnUnattendedRunReportsYesterdayAndLeavesTheStoredDateAlone) {
+// The two texts differ in the subtraction and in the closing ";", which only one has.
+TEST(DailySalesExport, AsksForOneCalendarDayInExactlyTheAgreedText) {
+  const std::string where =
+      "From Ventas WHERE (((Ventas.VentaRealizada)=?) AND ((Ventas.Anulado)<>?)) AND Ventas.FechaValidacion >= ? AND "
+      "Ventas.FechaValidacion < ?";
+  EXPECT_EQ(SumDaySalesStatement(Date::FromParts(2024, 2, 29), true).ParameterText(),
+            "SELECT Sum(Ventas.GranTotal) AS SumaDeGranTotal " + where + ";");
   SalesHost host;
   host.services.clock.now.date = Date::FromParts(2024, 3, 1);
   host.settings.SetInteger(Setting::HoraFinalVentaHoras, 7);
   host.settings.SetInteger(Setting::HoraFinalVentaMinutos, 5);
   const auto before = host.application.settings.values;
-  const DailySalesResult result = host.Run(false);
-  EXPECT_EQ(result.path, "/out/240229.txt");
-  EXPECT_EQ(result.record, "0001,15234,\"07:05\",\"29/02/2024\",");
+  const DailySalesFile file = host.Run(false);
+  EXPECT_EQ(file.path, "/out/240229.txt") << "unattended it is yesterday's";
+  EXPECT_EQ(file.record, "0001,15234,\"07:05\",\"29/02/2024\",");
   EXPECT_EQ(host.application.settings.values, before);
   ASSERT_EQ(host.application.fakeDatabase.statements.size(), 1U);
-  EXPECT_EQ(host.application.fakeDatabase.statements[0].Literals()[2],
-            SqlLiteral(DateTime{.date = Date::FromParts(2024, 2, 29)}));
+  const SqlStatement& asked = host.application.fakeDatabase.statements[0];
+  EXPECT_EQ(asked.ParameterText(), "SELECT Sum(Ventas.GranTotal - Ventas.Impuestos) AS SumaDeGranTotal " + where);
+  EXPECT_EQ(asked.Literals()[2], SqlLiteral(DateTime{.date = Date::FromParts(2024, 2, 29)}));
+  EXPECT_EQ(asked.Literals()[3], SqlLiteral(DateTime{.date = Date::FromParts(2024, 3, 1)}));
 }
 
-TEST(DailySalesExport, StoredPartsCarryAndNonsenseIsToldWithoutTouchingTheFile) {
+TEST(DailySalesExport, WhatFailsBeforeWritingLeavesTheEarlierFile) {
   SalesHost host;
   host.settings.SetInteger(Setting::FechaReporteMes, 2);
-  EXPECT_EQ(host.Run(true).path, "/out/240302.txt");
-
-  host.services.files.contents = {{"/out/990101.txt", "old"}};
-  host.settings.SetInteger(Setting::FechaReporteAnno, 2'000'000'000);
-  EXPECT_FALSE(host.Run(true).succeeded);
-  EXPECT_NE(host.errorText.find("no es una fecha"), std::string::npos);
-  EXPECT_EQ(host.services.files.contents.size(), 1U);
+  EXPECT_EQ(host.Run(true).path, "/out/240302.txt") << "stored parts carry";
+  const struct {
+    std::function<void(SalesHost&)> arrange;
+    const char* text;
+  } cases[] = {
+      {[](SalesHost& it) { it.settings.SetInteger(Setting::FechaReporteAnno, 2'000'000'000); }, "no es una fecha"},
+      {[](SalesHost& it) { it.settings.SetText(Setting::CodigoTienda, "店1"); },
+       "MicrosExp_CodigoTienda (código de la empresa) tiene el carácter «店»"},
+      {[](SalesHost& it) { it.application.databaseFailure = HostError(HostErrorKind::Busy, "la tienda está ocupada"); },
+       "la tienda está ocupada"},
+  };
+  for (const auto& [arrange, text] : cases) {
+    SalesHost failing;
+    failing.services.files.contents["/out/240131.txt"] = "earlier";
+    arrange(failing);
+    failing.Run(true);
+    EXPECT_FALSE(failing.report.done);
+    EXPECT_NE(failing.report.text.find(text), std::string::npos) << failing.report.text;
+    EXPECT_EQ(failing.services.files.contents["/out/240131.txt"], "earlier");
+  }
+  SalesHost tooMuch(1e18);
+  tooMuch.Run(true);
+  EXPECT_NE(tooMuch.report.text.find("no es un importe: 1000000000000000000"), std::string::npos)
+      << tooMuch.report.text;
 }
 
 TEST(DailySalesExport, AFailedWriteTellsThePathRemovesTheOldFileAndSendsNothing) {
@@ -91,26 +122,13 @@ TEST(DailySalesExport, AFailedWriteTellsThePathRemovesTheOldFileAndSendsNothing)
   host.settings.SetText(Setting::NombreArchivo, "Ventas del día.DAT");
   host.settings.SetInteger(Setting::EnviarEmail, 1);
   host.services.files.contents["/falta/Ventas del día.DAT"] = "yesterday's line";
-  const DailySalesResult result = host.Run(true);
-  EXPECT_FALSE(result.succeeded);
-  EXPECT_EQ(host.errorText, "\r\nError en acceso a la ruta/archivo:\r\n/falta/Ventas del día.DAT");
+  host.Run(true);
+  EXPECT_FALSE(host.report.done);
+  EXPECT_EQ(host.report.text, "\r\nError en acceso a la ruta/archivo:\r\n/falta/Ventas del día.DAT");
+  EXPECT_EQ(host.report.cause,
+            TextForPeople(HostError(HostErrorKind::Unreachable, "no existe", "/falta/Ventas del día.DAT")));
   EXPECT_TRUE(host.services.files.contents.empty());
   EXPECT_TRUE(host.application.mail.sent.empty());
-}
-
-TEST(DailySalesExport, ACodeOrADatabaseThatFailsLeavesTheEarlierFile) {
-  SalesHost host;
-  host.services.files.contents["/out/240131.txt"] = "earlier";
-  const std::string code = host.settings.Text(Setting::CodigoTienda);
-  host.settings.SetText(Setting::CodigoTienda, "店1");
-  EXPECT_FALSE(host.Run(true).succeeded);
-  EXPECT_NE(host.errorText.find("MicrosExp_CodigoTienda (código de la empresa) tiene el carácter «店»"),
-            std::string::npos);
-  host.settings.SetText(Setting::CodigoTienda, code);
-  host.application.databaseFailure = HostError(HostErrorKind::Busy, "la tienda está ocupada");
-  EXPECT_FALSE(host.Run(true).succeeded);
-  EXPECT_NE(host.errorText.find("la tienda está ocupada"), std::string::npos);
-  EXPECT_EQ(host.services.files.contents["/out/240131.txt"], "earlier");
 }
 
 TEST(DailySalesExport, DiagnosticBoxesShowTheLineAndThenThePath) {
@@ -131,8 +149,9 @@ TEST(DailySalesExport, SendsToTheRecipientOrAsksForOneOnlyWhenInteractive) {
   const std::vector<std::string> expected = {"/out/240131.txt -> reportes@example.com", "/out/240131.txt -> ?"};
   EXPECT_EQ(host.application.mail.sent, expected);
 
-  EXPECT_FALSE(host.Run(false).succeeded);
-  EXPECT_EQ(host.errorText.find("\r\nNo se puede enviar archivo por e-mail"), 0U);
+  host.Run(false);
+  EXPECT_FALSE(host.report.done);
+  EXPECT_EQ(host.report.text.find("\r\nNo se puede enviar archivo por e-mail"), 0U);
   EXPECT_EQ(host.application.mail.sent, expected);
 }
 
@@ -152,11 +171,10 @@ TEST(DailySalesExport, AMailThatFailsKeepsTheFileAndTellsTheTextOfItsKind) {
     SalesHost host;
     host.settings.SetInteger(Setting::EnviarEmail, 1);
     host.application.mail.outcome = {status, "550 no"};
-    const DailySalesResult result = host.Run(true);
-    EXPECT_FALSE(result.succeeded);
-    EXPECT_TRUE(result.written);
-    EXPECT_EQ(host.errorText.find("\r\n" + text), 0U) << host.errorText;
-    EXPECT_TRUE(host.errorText.ends_with("\r\n550 no"));
+    EXPECT_TRUE(host.Run(true).written);
+    EXPECT_FALSE(host.report.done);
+    EXPECT_EQ(host.report.text.find("\r\n" + text), 0U) << host.report.text;
+    EXPECT_TRUE(host.report.text.ends_with("\r\n550 no"));
   }
 }
 

@@ -44,9 +44,9 @@ TEST(RegistryFile, ReadsTheOneTextOfAZip) {
   EXPECT_EQ(store.Counts(), "2 0 0 2");
   EXPECT_EQ(store.Table(), "00100000009=ANA;101012341=PEÑA");
   const test::TemporaryFolder folder;
-  PosixFileHelper files("/");
   test::WriteFile(folder.File("a"), Zip(packed));
-  EXPECT_EQ(RegistryFile(files, store.archives, folder.File("a"), test::nobodyInterrupts).Size(), registry.size());
+  EXPECT_EQ(RegistryFile(store.files, store.archives, folder.File("a"), test::nobodyInterrupts).Size(),
+            registry.size());
 }
 
 TEST(RegistryFile, DecidesTheEncodingByTheFirstMegabyte) {

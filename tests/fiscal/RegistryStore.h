@@ -3,11 +3,10 @@
 
 #include <string>
 
-#include "database/sql/Schemas.h"
+#include "database/sql/SqlDialects.h"
 #include "database/sql/SqlScript.h"
-#include "database/sql/SqliteDialect.h"
 #include "database/sqlite/SqliteDatabaseServices.h"
-#include "spreadsheet/ZipArchiveReader.h"
+#include "spreadsheet/ZipPackage.h"
 #include "support/RegistryRun.h"
 
 namespace tolvan::data {}
@@ -17,6 +16,11 @@ namespace tolvan::test {
 struct RegistryStore {
   explicit RegistryStore(const SqliteOptions& options = {.path = ":memory:"}) : database(options) {
     RunSqlScript(database, data::sqliteSchema);
+  }
+
+  /// An import over this store that tells its user in `dialogs`.
+  TaxpayerRegistryImport Importer() {
+    return TaxpayerRegistryImport({database, dialect, files, archives, dialogs, nobodyInterrupts, progress});
   }
 
   /// Imports these bytes; how it went is in `run`.
@@ -43,7 +47,10 @@ struct RegistryStore {
 
   SqliteDatabaseServices database;
   SqliteDialect dialect;
+  PosixFileHelper files{"/"};
   ZipArchiveReader archives;
+  FakeDialogs dialogs;
+  clsCallBackProgreso progress;
   RegistryRun run;
 };
 

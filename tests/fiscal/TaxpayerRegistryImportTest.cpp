@@ -108,11 +108,7 @@ TEST(TaxpayerRegistryImport, WritesTheWholeRowAndLeavesWhatIsOnFile) {
 
 /// The same lines one by one through the other routine.
 std::string LineByLine(Store& store, const std::string& content) {
-  PosixFileHelper files("/");
-  test::FakeDialogs dialogs;
-  clsCallBackProgreso progress;
-  TaxpayerRegistryImport import(
-      {store.database, store.dialect, files, store.archives, dialogs, test::nobodyInterrupts, progress});
+  TaxpayerRegistryImport import = store.Importer();
   RegistryCounts& counts = store.run.counts;
   for (const std::string_view line : Split(content, '\n')) {
     const auto fields = Split(line, '|');
@@ -162,20 +158,16 @@ TEST(TaxpayerRegistryImport, BlocksCountAsLineByLineEvenWhenStatementsFail) {
 TEST(TaxpayerRegistryImport, AsksForTheFileAndRefusesWithoutOne) {
   const test::TemporaryFolder folder;
   Store store;
-  PosixFileHelper files("/");
-  test::FakeDialogs dialogs;
-  clsCallBackProgreso progress;
-  TaxpayerRegistryImport import(
-      {store.database, store.dialect, files, store.archives, dialogs, test::nobodyInterrupts, progress});
+  TaxpayerRegistryImport import = store.Importer();
   std::string message;
   EXPECT_FALSE(import.ImportarArchivoRNC(message));
   EXPECT_EQ(message, "Debe seleccionar primero el archivo de texto");
-  dialogs.answer = folder.File("no.txt");
+  store.dialogs.answer = folder.File("no.txt");
   EXPECT_FALSE(import.ImportarArchivoRNC(message));
   EXPECT_EQ(message,
-            "El archivo " + *dialogs.answer + " no existe, favor seleccione la ubicación correcta del archivo");
+            "El archivo " + *store.dialogs.answer + " no existe, favor seleccione la ubicación correcta del archivo");
   const std::string question = "Seleccionar Archivo de Texto RNC Archivo de Texto RNC|*.txt";
-  EXPECT_THAT(dialogs.questions, ElementsAre(question, question));
+  EXPECT_THAT(store.dialogs.questions, ElementsAre(question, question));
 }
 
 TEST(CustomerStatement, IsTheHostsStatementOnItsServer) {

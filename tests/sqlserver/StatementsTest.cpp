@@ -12,8 +12,8 @@
 #include "database/sql/SqlDialects.h"
 #include "database/sql/SqlScript.h"
 #include "export/DailySalesExport.h"
+#include "export/SalesTotals.h"
 #include "export/SalesUpload.h"
-#include "export/SumDaySales.h"
 #include "import/TemplateExport.h"
 #include "import/clsIE_PreciosExcel.h"
 #include "import/clsIE_PreciosMovilnet.h"
@@ -21,7 +21,7 @@
 #include "support/FakeReviewView.h"
 #include "support/ImportRig.h"
 #include "support/RegistryRun.h"
-#include "transport/ItemDefinitionQueries.h"
+#include "transport/ItemDefinitionFile.h"
 #include "transport/LoteTransporte.h"
 #include "ui/ItemSearch.h"
 #include "ui/frmStatusImportar.h"
@@ -75,12 +75,13 @@ class SqlServerStatements : public ImportTest {
   }
 
   void ExportSales() {
-    std::string errors;
     host.settings.SetText(Setting::CarpetaDestino, "/app");
-    EXPECT_TRUE(DailySalesExport(host.context).Run(false, errors).succeeded) << errors;
+    const ActionReport file = DailySalesExport(host.context).Run(false);
+    EXPECT_TRUE(file.done) << file.text;
     SumDaySales(recording, Date::FromParts(2024, 2, 29), true);
     host.application.http.response = {.succeeded = true, .statusText = "200", .body = "OK 20240229", .failure = {}};
-    EXPECT_TRUE(SalesUpload(host.context).Run(errors).complete) << errors;
+    const ActionReport upload = UploadSales(host.context);
+    EXPECT_TRUE(upload.DetailsAs<SalesUploadResult>().complete) << upload.text;
   }
 
   void ImportTemplate() {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "host/HostContext.h"
+#include "host/XmlDocument.h"
 #include "services/ComponentContext.h"
 
 namespace tolvan::test {
@@ -266,6 +267,18 @@ struct MissingArchives : ArchiveReader {
   std::unique_ptr<Archive> OpenArchive(std::string_view) override { throw HostError(HostErrorKind::Configuration, {}); }
 };
 
+/// A machine without the library of transport documents.
+struct MissingXmlLibrary : XmlLibrary {
+  std::unique_ptr<XmlDocument> CreateDocument() override {
+    ++attempts;
+    throw HostError(HostErrorKind::Configuration, "no está instalado");
+  }
+  void OpenDownload(std::string_view address) noexcept override { opened = address; }
+
+  int attempts = 0;
+  std::string opened;
+};
+
 struct FakeServices : AppServices {
   std::string ApplicationFolder() const override { return "/app/"; }
   bool DiagnosticFlag() const override { return diagnostic; }
@@ -295,17 +308,18 @@ struct FakeServices : AppServices {
 struct FakeHttp : HttpClient {
   HttpResponse Get(const HttpRequest& request) override {
     requests.push_back(request);
-    return response;
+    return requests.size() <= answers.size() ? answers[requests.size() - 1] : response;
   }
   std::vector<HttpRequest> requests;
-  HttpResponse response;
+  std::vector<HttpResponse> answers;  ///< to the first requests
+  HttpResponse response;              ///< to every other
 };
 
 struct FakeApplication : HostApplication {
   std::string ProductName() const override { return "Tolvan"; }
   std::int32_t CompanyId() const override { return 1; }
   std::int32_t SiteId() const override { return 1; }
-  std::string StoreId() const override { return "0001"; }
+  std::string StoreId() const override { return storeId; }
   std::int32_t InventoryFlag() const override { return inventory; }
   std::string MoneyFormat() const override { return "#,##0.00"; }
   std::string SeparatorText() const override { return ","; }
@@ -328,6 +342,7 @@ struct FakeApplication : HostApplication {
   DatabaseServices* database = &fakeDatabase;
   std::optional<HostError> databaseFailure;
   std::int32_t inventory = 0;
+  std::string storeId = "0001";
   std::set<std::string> permissions;
   FakeSettings settings;
   FakeMail mail;

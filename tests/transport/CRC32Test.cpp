@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "base/Text.h"
-#include "transport/Crc32Digest.h"
 
 namespace tolvan::test {
 namespace {
@@ -24,16 +23,8 @@ std::vector<std::uint8_t> RandomBytes(std::mt19937& random, std::size_t count) {
 }
 
 TEST(CRC32Test, KnownTexts) {
-  const struct {
-    std::string_view text;
-    std::uint32_t checksum;
-  } cases[] = {
-      {"", 0}, {"123456789", 0xCBF43926},  // the published check value
-  };
-  for (const auto& [text, checksum] : cases) {
-    EXPECT_EQ(static_cast<std::uint32_t>(CRC32().GetStringCrc32(text)), checksum) << text;
-  }
-  EXPECT_EQ(CRC32().GetStringCrc32("123456789"), -873187034);
+  EXPECT_EQ(CRC32().GetStringCrc32(""), 0);
+  EXPECT_EQ(CRC32().GetStringCrc32("123456789"), -873187034);  // CBF43926, the published check value
   for (const std::string_view text : {"Ω", "a\U0001F600", "\xFF"}) {
     EXPECT_THROW(CRC32().GetStringCrc32(text), Crc32Overflow) << text;
   }

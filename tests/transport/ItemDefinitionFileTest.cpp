@@ -1,16 +1,17 @@
 #include "transport/ItemDefinitionFile.h"
 
+#include <gmock/gmock.h>
+
 #include <cstdlib>
 
 #include "base/Text.h"
 #include "database/sql/SqlDialects.h"
 #include "support/ChildProcess.h"
 #include "support/FakeHost.h"
+#include "support/FileContent.h"
+#include "support/TestStore.h"
 #include "system/posix/PosixFileHelper.h"
-#include "transport/ItemDefinitionQueries.h"
-#include "transport/MissingXmlLibrary.h"
-#include "transport/TransportFakes.h"
-#include "transport/basComponenteXML.h"
+#include "transport/TransportDocument.h"
 #include "xml/PugiXmlLibrary.h"
 
 namespace tolvan::test {
@@ -50,15 +51,15 @@ std::string Envelope(const std::string& instance, const std::string& content) {
          "</Contenido></TransporteTolvanSystems>";
 }
 
-class ItemDefinitionFileTest : public ::testing::Test {
- protected:
-  ItemDefinitionFileTest() { CreateTables(database_); }
+constexpr auto counting = CollectorPurpose::Count;
 
-  ItemDefinitionResult Write(bool areas, bool receiving, const std::string& path) {
-    ItemDefinitionFile file({database_, files_, dialogs_, interruption_, xml_, "Tolvan", {}});
-    return file.Write(path, areas, receiving);
+class ItemDefinitionFileTest : public ::testing::Test, protected TestStore {
+ protected:
+  ItemDefinitionResult Write(CollectorPurpose purpose, const std::string& file) {
+    report_ = ItemDefinitionFile({Database(), files_, dialogs_, interruption_, xml_, "Tolvan"}).Write(file, purpose);
+    return report_.DetailsAs<ItemDefinitionResult>();
   }
-  ItemDefinitionResult Write(bool areas, bool receiving) { return Write(areas, receiving, path_); }
+  ItemDefinitionResult Write(CollectorPurpose purpose) { return Write(purpose, path_); }
 
   bool IsValid() const {
     const std::string schema = std::string(TOLVAN_SOURCE_FOLDER) + "/data/colector/DC_DefinicionItems.xsd";
@@ -71,28 +72,27 @@ class ItemDefinitionFileTest : public ::testing::Test {
     EXPECT_EQ(NamesIn(output_.Path()).size(), earlier.empty() ? 0U : 1U);
   }
 
-  TemporaryFolder folder_;
   TemporaryFolder output_;
   std::string path_ = output_.File("Articulos 20261115.tolpak");
-  SqliteDatabaseServices database_ = OpenStore(folder_.File("tienda.db"));
-  PosixFileHelper files_{folder_.Path().string()};
+  PosixFileHelper files_{folder.Path().string()};
   FakeDialogs dialogs_;
   FakeInterruption interruption_;
+  ActionReport report_;
   PugiXmlLibrary library_;
   basComponenteXML xml_{library_, dialogs_, "Tolvan", ""};
 };
 
 TEST_F(ItemDefinitionFileTest, BytesForACountAndForReceiving) {
-  RunSqlScript(database_, store);
-  const ItemDefinitionResult count = Write(true, false);
-  ASSERT_EQ(count.outcome, Outcome::Written) << count.error;
+  Execute(store);
+  const ItemDefinitionResult count = Write(counting);
+  ASSERT_EQ(count.outcome, Outcome::Written) << report_.text;
   EXPECT_EQ(ReadFile(path_), Envelope(count.instance, countContent));
   EXPECT_TRUE(IsValid());
   EXPECT_EQ(count.items, 2U);
   EXPECT_EQ(count.barcodes, 2U);
   EXPECT_EQ(count.deposits, 2U);
 
-  const ItemDefinitionResult receiving = Write(false, true);
+  const ItemDefinitionResult receiving = Write(CollectorPurpose::Receiving);
   const std::string content =
       ReplaceAll(ReplaceAll(countContent, "Areas>1<", "Areas>0<"), "<Deposito><Codigo>02</Codigo></Deposito>", "");
   EXPECT_EQ(ReadFile(path_), Envelope(receiving.instance, content));
@@ -104,7 +104,7 @@ TEST_F(ItemDefinitionFileTest, BytesForACountAndForReceiving) {
 }
 
 TEST_F(ItemDefinitionFileTest, AnEmptyStoreHasItsThreeLists) {
-  const ItemDefinitionResult result = Write(true, false);
+  const ItemDefinitionResult result = Write(counting);
   EXPECT_EQ(ReadFile(path_),
             Envelope(result.instance, "<MultiplesAreas>1</MultiplesAreas><Articulos/><Barcodes/><Depositos/>"));
   EXPECT_TRUE(IsValid());
@@ -112,16 +112,16 @@ TEST_F(ItemDefinitionFileTest, AnEmptyStoreHasItsThreeLists) {
 
 // As a server does it that has no boolean type: numbers, and a null.
 TEST_F(ItemDefinitionFileTest, BooleansKeptAsNumbers) {
-  RunSqlScript(database_, store);
-  database_.Execute(SqlStatement("ALTER TABLE Items RENAME TO ItemsDelServidor"));
-  database_.Execute(SqlStatement(
-      "CREATE VIEW Items AS SELECT idItem, Descripcion, idDepartamento, Oculto + 0 AS Oculto, Activo + 0 AS Activo, "
-      "TipoItem, CASE idItem WHEN 'A1' THEN 1 + 0 WHEN 'A2' THEN NULL END AS RequiereSeriales FROM ItemsDelServidor"));
-  database_.Execute(SqlStatement("ALTER TABLE Departamentos RENAME TO DepartamentosDelServidor"));
-  database_.Execute(SqlStatement(
-      "CREATE VIEW Departamentos AS SELECT idDepartamento, CASE idDepartamento WHEN 'TEL' THEN -1 ELSE 0 END AS "
-      "RequerirReglasSeriales FROM DepartamentosDelServidor"));
-  Write(true, false);
+  Execute(store);
+  Execute(R"sql(
+ALTER TABLE Items RENAME TO ItemsDelServidor;
+CREATE VIEW Items AS SELECT idItem, Descripcion, idDepartamento, Oculto + 0 AS Oculto, Activo + 0 AS Activo, TipoItem,
+  CASE idItem WHEN 'A1' THEN 1 + 0 WHEN 'A2' THEN NULL END AS RequiereSeriales FROM ItemsDelServidor;
+ALTER TABLE Departamentos RENAME TO DepartamentosDelServidor;
+CREATE VIEW Departamentos AS SELECT idDepartamento,
+  CASE idDepartamento WHEN 'TEL' THEN -1 ELSE 0 END AS RequerirReglasSeriales FROM DepartamentosDelServidor;
+)sql");
+  Write(counting);
   const std::string bytes = ReadFile(path_);
   EXPECT_THAT(bytes, ::testing::HasSubstr("<RequiereSerialesRegla>True</RequiereSerialesRegla>"));
   EXPECT_THAT(bytes, ::testing::HasSubstr("<RequiereSerialesRegla>False</RequiereSerialesRegla>"));
@@ -131,35 +131,35 @@ TEST_F(ItemDefinitionFileTest, BooleansKeptAsNumbers) {
 
 TEST_F(ItemDefinitionFileTest, AQueryThatCannotBeOpenedStopsSilently) {
   for (const char* table : {"Depositos", "Barcodes", "ItemsUnidades"}) {
-    database_.Execute(SqlStatement(std::string("DROP TABLE ") + table));
-    const ItemDefinitionResult result = Write(true, false);
+    Execute(std::string("DROP TABLE ") + table);
+    const ItemDefinitionResult result = Write(counting);
     EXPECT_EQ(result.outcome, Outcome::QueryNotOpened);
-    EXPECT_THAT(result.error, ::testing::HasSubstr(table));
+    EXPECT_THAT(report_.text, ::testing::HasSubstr(table));
     ExpectUntouched("");
   }
   EXPECT_TRUE(dialogs_.boxes.empty());
 }
 
 TEST_F(ItemDefinitionFileTest, AFailureLeavesTheEarlierFileWhole) {
-  RunSqlScript(database_, store);
-  ASSERT_EQ(Write(true, false).outcome, Outcome::Written);
+  Execute(store);
+  ASSERT_EQ(Write(counting).outcome, Outcome::Written);
   const std::string earlier = ReadFile(path_);
   dialogs_.boxes.clear();
 
   EXPECT_THAT(RunInChild([&] {
                 LimitFileSizes(400);
-                const ItemDefinitionResult full = Write(true, false);
-                return full.outcome == Outcome::Failed && dialogs_.boxes.empty() ? full.error : "told as written";
+                const ItemDefinitionResult full = Write(counting);
+                return full.outcome == Outcome::Failed && dialogs_.boxes.empty() ? report_.text : "told as written";
               }),
-              ::testing::StartsWith("No queda espacio disponible"));
+              ::testing::StartsWith("\r\nNo queda espacio disponible"));
   ExpectUntouched(earlier);
 
-  const ItemDefinitionResult nowhere = Write(true, false, output_.File("no/hay.tolpak"));
+  const ItemDefinitionResult nowhere = Write(counting, output_.File("no/hay.tolpak"));
   EXPECT_EQ(nowhere.outcome, Outcome::Failed);
-  EXPECT_THAT(nowhere.error, ::testing::HasSubstr(output_.File("no")));
+  EXPECT_THAT(report_.text, ::testing::HasSubstr(output_.File("no")));
 
   interruption_.requested = true;
-  EXPECT_EQ(Write(true, false).outcome, Outcome::Failed);
+  EXPECT_EQ(Write(counting).outcome, Outcome::Failed);
   ExpectUntouched(earlier);
   EXPECT_TRUE(dialogs_.boxes.empty());
 }
@@ -167,10 +167,11 @@ TEST_F(ItemDefinitionFileTest, AFailureLeavesTheEarlierFileWhole) {
 TEST_F(ItemDefinitionFileTest, WithoutTheLibraryTheUserIsTold) {
   MissingXmlLibrary missing;
   basComponenteXML xml(missing, dialogs_, "Tolvan", "");
-  ItemDefinitionFile file({database_, files_, dialogs_, interruption_, xml, "Tolvan", {}});
-  const ItemDefinitionResult result = file.Write(path_, true, false);
-  EXPECT_EQ(result.outcome, Outcome::NoXmlLibrary);
-  EXPECT_THAT(result.error, ::testing::HasSubstr("no está instalado"));
+  ItemDefinitionFile file({Database(), files_, dialogs_, interruption_, xml, "Tolvan"});
+  const ActionReport report = file.Write(path_, counting);
+  EXPECT_EQ(report.DetailsAs<ItemDefinitionResult>().outcome, Outcome::NoXmlLibrary);
+  EXPECT_TRUE(report.told);
+  EXPECT_THAT(report.text, ::testing::HasSubstr("no está instalado"));
   ASSERT_EQ(dialogs_.boxes.size(), 1U);
   EXPECT_EQ(dialogs_.boxes[0].icon, MessageIcon::Exclamation);
   ExpectUntouched("");

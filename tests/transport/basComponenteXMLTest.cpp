@@ -1,10 +1,8 @@
-#include "transport/basComponenteXML.h"
+#include "transport/TransportDocument.h"
 
 #include <gtest/gtest.h>
 
 #include "support/FakeHost.h"
-#include "transport/MissingXmlLibrary.h"
-#include "transport/clsDatosTransporteXMLSalida.h"
 
 namespace tolvan::test {
 namespace {

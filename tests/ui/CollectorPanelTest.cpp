@@ -36,7 +36,7 @@ TEST_F(CollectorPanelTest, ThePurposeDecidesTheFile) {
   EXPECT_EQ(host_.application.fakeDatabase.statements.back().ParameterText(),
             "SELECT idDeposito FROM Depositos WHERE Tipo=0 ");
 
-  panel_.opProposito_Click(CollectorPanel::Receiving);
+  panel_.opProposito_Click(CollectorPurpose::Receiving);
   panel_.cmdDCExportarItems_Click();
   EXPECT_THAT(files_[path], HasSubstr("<MultiplesAreas>0</MultiplesAreas>"));
   EXPECT_THAT(host_.application.fakeDatabase.statements.back().ParameterText(), HasSubstr("DisponibleEntrada"));

@@ -5,7 +5,6 @@
 #include <stdexcept>
 
 #include "support/FakeHost.h"
-#include "transport/MissingXmlLibrary.h"
 #include "ui/FakeOptionsView.h"
 #include "ui/MissingTools.h"
 

@@ -2,9 +2,10 @@
 #include "cli/CommandCall.h"
 #include "cli/TerminalProgress.h"
 #include "cli/commands/AllCommands.h"
+#include "services/clsCallBackProgreso.h"
 #include "store/DeferredProviders.h"
 #include "transport/ItemDefinitionFile.h"
-#include "transport/basComponenteXML.h"
+#include "transport/TransportDocument.h"
 
 namespace tolvan {
 namespace {
@@ -19,15 +20,31 @@ void WarnOfNothing(CommandCall& call, const ItemDefinitionResult& result) {
   if (result.deposits == 0) call.PrintMessage("El archivo no tiene depósitos que sirvan para ese propósito.");
 }
 
-ExitCode Report(CommandCall& call, const std::string& path, const ItemDefinitionResult& result) {
-  switch (result.outcome) {
-    case ItemDefinitionOutcome::QueryNotOpened:
-      throw CommandFailure(ExitCode::Failed, "No se creó el archivo: una consulta no se pudo abrir.\n" + result.error);
-    case ItemDefinitionOutcome::NoXmlLibrary:
-    case ItemDefinitionOutcome::Failed:
-      throw CommandFailure(ExitCode::Failed, result.error);
-    case ItemDefinitionOutcome::Written:
-      break;
+/// Draws the number of rows read.
+class RowLine final : public ProgressContainer, public ProgressBar {
+ public:
+  explicit RowLine(TerminalLine& line) : line_(line) {}
+  void SetVisible(bool visible) override {
+    if (!visible) line_.Clear();
+  }
+  void SetMin(std::int32_t) override {}
+  void SetMax(std::int32_t maximum) override { maximum_ = maximum; }
+  std::int32_t Max() const override { return maximum_; }
+  void SetValue(std::int32_t rows) override {
+    if (rows > 0 && line_.Due()) line_.Draw("Leyendo: " + std::to_string(rows) + " renglones");
+  }
+
+ private:
+  TerminalLine& line_;
+  std::int32_t maximum_ = 0;
+};
+
+ExitCode Report(CommandCall& call, const std::string& path, const ActionReport& report) {
+  const auto result = report.DetailsAs<ItemDefinitionResult>();
+  if (!report.done) {
+    const bool unopened = result.outcome == ItemDefinitionOutcome::QueryNotOpened;
+    throw CommandFailure(ExitCode::Failed,
+                         (unopened ? "No se creó el archivo: una consulta no se pudo abrir." : "") + report.text);
   }
   call.Print({{"archivo", path, "Archivo"},
               {"articulos", std::int64_t(result.items), "Artículos"},
@@ -40,7 +57,8 @@ ExitCode Report(CommandCall& call, const std::string& path, const ItemDefinition
 
 ExitCode RunColector(CommandCall& call) {
   const std::string path = call.PathArgument();
-  const std::string purpose = call.Given().Value("--proposito");
+  const bool counts = call.Given().Value("--proposito") == counting;
+  const CollectorPurpose purpose = counts ? CollectorPurpose::Count : CollectorPurpose::Receiving;
   CommandHost& host = call.Host();
   const ComponentContext& context = host.Context();
   static_cast<void>(host.RequireDatabase());
@@ -50,14 +68,11 @@ ExitCode RunColector(CommandCall& call) {
   ItemDefinitionServices services = CollectorServices(context, xml);
   TerminalLine line(call.Messages(), call.MessagesColumns());
   line.Begin();
-  if (call.ShowsProgress()) {
-    services.progress = [&line](std::optional<std::size_t> rows) {
-      if (!rows) line.Clear();
-      if (rows && line.Due()) line.Draw("Leyendo: " + std::to_string(*rows) + " renglones");
-    };
-  }
-  return Report(call, path,
-                ItemDefinitionFile(std::move(services)).Write(path, purpose == counting, purpose == receiving));
+  RowLine bar(line);
+  clsCallBackProgreso progress;
+  if (call.ShowsProgress()) progress.EstablecerControles(&bar, &bar, nullptr, nullptr, nullptr);
+  services.progress = &progress;
+  return Report(call, path, ItemDefinitionFile(std::move(services)).Write(path, purpose));
 }
 
 }  // namespace

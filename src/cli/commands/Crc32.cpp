@@ -10,7 +10,6 @@
 #include "host/UserInterface.h"
 #include "system/posix/PosixFiles.h"
 #include "transport/CRC32.h"
-#include "transport/Crc32Digest.h"
 
 namespace tolvan {
 namespace {

@@ -19,7 +19,7 @@ struct BatchReport {
 };
 
 BatchReport Open(LoteTransporte& batches) {
-  const OpenedBatch batch = batches.Open();
+  const OpenedLote batch = batches.Open();
   BatchReport report{.number = batch.number, .state = "abierto"};
   if (!batch.isNew) report.nothing = "No se abrió otro lote: ya hay uno abierto.";
   return report;
@@ -32,7 +32,7 @@ BatchReport Find(LoteTransporte& batches) {
 }
 
 BatchReport Close(LoteTransporte& batches) {
-  const ClosedBatches closed = batches.Close();
+  const ClosedLotes closed = batches.Close();
   BatchReport report{.number = closed.newest, .closed = closed.count, .state = "cerrado"};
   if (closed.count == 0) report.nothing = "No se cerró nada: no hay ningún lote abierto.";
   return report;

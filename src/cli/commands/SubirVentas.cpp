@@ -29,10 +29,10 @@ ExitCode RunSubirVentas(CommandCall& call) {
   clsCallBackProgreso progress;
   TerminalProgress terminal(call.Messages(), call.MessagesColumns(), {}, "días");
   if (call.ShowsProgress()) progress.EstablecerControles(&terminal, &terminal, &terminal, nullptr, nullptr);
-  std::string errorText;
-  const SalesUploadResult result = SalesUpload(host.Context(), &progress).Run(errorText);
+  const ActionReport report = UploadSales(host.Context(), &progress);
+  const auto result = report.DetailsAs<SalesUploadResult>();
   progress.EstablecerControles(nullptr, nullptr, nullptr, nullptr, nullptr);
-  const std::string failure = ForTerminal(errorText);
+  const std::string failure = result.complete ? std::string() : ForTerminal(report.text);
   if (call.WantsJson()) {
     PrintJson(call, result, failure);
   } else {

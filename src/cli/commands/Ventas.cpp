@@ -10,7 +10,7 @@ namespace tolvan {
 namespace {
 
 /// A file that was not written has no lines.
-void Print(CommandCall& call, const DailySalesResult& result, const std::string& failure) {
+void Print(CommandCall& call, const DailySalesFile& result, const std::string& failure) {
   if (!result.written && !call.WantsJson()) return;
   Result fields{
       {"archivo", nullptr, "Archivo"}, {"registro", result.record, "Registro"}, {"enviado", result.sent, "Enviado"}};
@@ -20,13 +20,14 @@ void Print(CommandCall& call, const DailySalesResult& result, const std::string&
 }
 
 /// `shown`: a box has shown the text of a failure already.
-ExitCode Report(CommandCall& call, const DailySalesResult& result, const ActionOutcome& outcome, bool shown) {
+ExitCode Report(CommandCall& call, const ActionReport& report, const ActionOutcome& outcome, bool shown) {
   const std::string failure = outcome.succeeded ? std::string() : ForTerminal(outcome.errorText);
-  Print(call, result, failure);
+  // The component's text names the path only; the cause helps whoever must mend it.
+  const std::string cause = ForTerminal(report.cause);
+  Print(call, report.DetailsAs<DailySalesFile>(), cause.empty() ? failure : failure + '\n' + cause);
   if (outcome.succeeded) return ExitCode::Done;
   if (!shown) call.PrintMessage(failure);
-  // The component's text names the path only; the cause helps to mend it.
-  if (result.writeFailure) call.PrintMessage(TextForPeople(*result.writeFailure));
+  if (!cause.empty()) call.PrintMessage(cause);
   return ExitCode::Failed;
 }
 

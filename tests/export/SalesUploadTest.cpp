@@ -1,12 +1,8 @@
-#include "export/clsIE_SVentas.h"
+#include "export/SalesUpload.h"
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-
 #include "export/SalesProtocol.h"
-#include "export/SalesUpload.h"
-#include "export/SumDayOperations.h"
 #include "support/FakeHost.h"
 
 namespace tolvan {
@@ -16,27 +12,14 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-/// Answers in the order given; behind the last one, "OK".
-struct ScriptedHttp : test::FakeHttp {
-  HttpResponse Get(const HttpRequest& request) override {
-    const std::size_t index = requests.size();
-    response = index < answers.size() ? answers[index] : HttpResponse{true, "200", "OK", ""};
-    return FakeHttp::Get(request);
-  }
-  std::vector<HttpResponse> answers;
-};
-
-struct StoreApplication : test::FakeApplication {
-  HttpClient& Http() override { return http; }
-  std::string StoreId() const override { return store; }
-  ScriptedHttp http;
-  std::string store = "0001";
-};
+HttpResponse Page(const std::string& body, const std::string& status = "200") {
+  return {.succeeded = true, .statusText = status, .body = body, .failure = {}};
+}
 
 /// A store that sold the same on every day: 12 sales of 1234.565 in all, 34.565 off, 216.005 of taxes.
-struct UploadHost {
+struct UploadHost : test::FakeHost {
   UploadHost() {
-    settings.Define(services.clock.Today(), "");
+    application.http.response = Page("OK");
     settings.SetText(Setting::DireccionServidor, "ventas.test");
     Answer({std::int64_t{12}, DecimalText{"1234.565"}, 34.565, DecimalText{"216.005"}});
   }
@@ -49,12 +32,11 @@ struct UploadHost {
     };
   }
 
-  SalesUploadResult Process(std::vector<HttpResponse> answers) {
-    application.http.requests.clear();
+  /// Uploads to a server that gives these answers, and "OK" to every further request.
+  SalesUploadResult Upload(std::vector<HttpResponse> answers) {
     application.http.answers = std::move(answers);
-    clsIE_SVentas upload(context);
-    processed = upload.Procesar();
-    return upload.Result();
+    report = UploadSales(context);
+    return report.DetailsAs<SalesUploadResult>();
   }
 
   std::string Reference() const {
@@ -64,20 +46,12 @@ struct UploadHost {
 
   std::vector<HttpRequest>& Requests() { return application.http.requests; }
 
-  bool processed = false;  // what the last Procesar returned
-  test::FakeServices services;
-  StoreApplication application;
-  ImpExpSettings settings{application.settings};
-  ComponentContext context{.services = services, .application = application, .settings = settings};
+  ActionReport report;
 };
 
-HttpResponse Page(const std::string& body, const std::string& status = "200") {
-  return {.succeeded = true, .statusText = status, .body = body, .failure = {}};
-}
-
-TEST(clsIE_SVentas, SendsTheDaysListedInTheirOrderAndMovesTheReferenceDate) {
+TEST(SalesUpload, SendsTheDaysListedInTheirOrderAndMovesTheReferenceDate) {
   UploadHost host;
-  const SalesUploadResult sent = host.Process({Page("x 20240201 2024%30131")});
+  const SalesUploadResult sent = host.Upload({Page("x 20240201 2024%30131")});
   EXPECT_TRUE(sent.complete);
   EXPECT_THAT(sent.days, ElementsAre(Date::FromParts(2024, 2, 1), Date::FromParts(2024, 1, 31)));
   std::vector<std::string> paths;
@@ -95,7 +69,7 @@ TEST(clsIE_SVentas, SendsTheDaysListedInTheirOrderAndMovesTheReferenceDate) {
   EXPECT_EQ(host.Reference(), "2024-1-31") << "the last day sent, though it is not the latest";
 }
 
-TEST(clsIE_SVentas, AsksForTheTotalsWithTheExactStatement) {
+TEST(SalesUpload, AsksForTheTotalsWithTheExactStatement) {
   const SqlStatement statement = SumDayOperationsStatement(Date::FromParts(2024, 2, 29), 7);
   EXPECT_EQ(statement.ParameterText(),
             "SELECT Count(Ventas.idVenta) as SumaDeOperaciones, Sum(Ventas.SubTotal) AS SumaDeSubTotal, "
@@ -107,7 +81,7 @@ TEST(clsIE_SVentas, AsksForTheTotalsWithTheExactStatement) {
                           DateTime{.date = Date::FromParts(2024, 3, 1)}));
 }
 
-TEST(clsIE_SVentas, EncodesEveryFieldAndThenTheWhole) {
+TEST(SalesUpload, EncodesEveryFieldAndThenTheWhole) {
   const struct {
     std::vector<std::string> fields;
     const char* encoded;
@@ -122,11 +96,11 @@ TEST(clsIE_SVentas, EncodesEveryFieldAndThenTheWhole) {
   EXPECT_THAT(DecodeAnswer(""), IsEmpty());
 }
 
-TEST(clsIE_SVentas, WritesAmountsWithTwoDecimalsAndWithoutTheSeparator) {
+TEST(SalesUpload, WritesAmountsWithTwoDecimalsAndWithoutTheSeparator) {
   UploadHost host;
   host.Answer({std::int64_t{0}, {}, {}, {}});
-  host.application.store = "Peñón 2";
-  host.Process({Page("1 20240131")});
+  host.application.storeId = "Peñón 2";
+  host.Upload({Page("1 20240131")});
   EXPECT_EQ(
       host.Requests()[1].pathAndQuery,
       "registrarventas.asp?0%201%20Pe%25C3%25B1%25C3%25B3n%25202%2031%201%202024%200%200.00%200.00%200.00%200.00");
@@ -136,7 +110,7 @@ TEST(clsIE_SVentas, WritesAmountsWithTwoDecimalsAndWithoutTheSeparator) {
   }
 }
 
-TEST(clsIE_SVentas, StopsAtTheFirstFailureAndSaysWhy) {
+TEST(SalesUpload, StopsAtTheFirstFailureAndSaysWhy) {
   const HttpResponse cut{.succeeded = false, .statusText = "200", .body = "OK", .failure = "llegó incompleta"};
   const struct {
     std::vector<HttpResponse> answers;
@@ -161,17 +135,18 @@ TEST(clsIE_SVentas, StopsAtTheFirstFailureAndSaysWhy) {
   };
   for (const auto& one : cases) {
     UploadHost host;
-    const SalesUploadResult result = host.Process(one.answers);
+    const SalesUploadResult result = host.Upload(one.answers);
     EXPECT_THAT(result.failure, HasSubstr(one.text));
     EXPECT_EQ(result.complete, result.failure.empty());
-    EXPECT_EQ(host.processed, result.complete && one.days > 0) << "with no day pending it is complete, yet false";
+    EXPECT_EQ(host.report.done, result.complete && one.days > 0) << "with no day pending it is complete, yet not done";
+    EXPECT_THAT(host.report.text, HasSubstr(result.NothingPending() ? std::string(noDayPending) : result.failure));
     EXPECT_EQ(host.Requests().size(), one.requests) << result.failure;
     EXPECT_EQ(result.days.size(), one.days) << result.failure;
     EXPECT_EQ(host.Reference(), one.days == 0 ? "2006-1-1" : "2024-1-31") << result.failure;
   }
 }
 
-TEST(clsIE_SVentas, SettingsThatNameNoServerOrNoDateSendNothingAndStay) {
+TEST(SalesUpload, SettingsThatNameNoServerOrNoDateSendNothingAndStay) {
   const struct {
     Setting setting;
     const char* value;
@@ -187,7 +162,7 @@ TEST(clsIE_SVentas, SettingsThatNameNoServerOrNoDateSendNothingAndStay) {
     host.settings.SetText(one.setting, one.value);
     const auto before = host.application.settings.values;
     EXPECT_EQ(clsIE_SVentas(host.context).Listo(), one.ready);
-    EXPECT_THAT(host.Process({Page("1 20240131")}).failure, HasSubstr(one.text));
+    EXPECT_THAT(host.Upload({Page("1 20240131")}).failure, HasSubstr(one.text));
     EXPECT_THAT(host.Requests(), IsEmpty());
     EXPECT_EQ(host.application.settings.values, before);
   }
@@ -195,7 +170,7 @@ TEST(clsIE_SVentas, SettingsThatNameNoServerOrNoDateSendNothingAndStay) {
   host.settings.SetText(Setting::DireccionServidor, "ventas.test:8080");
   host.settings.SetInteger(Setting::OffsetMes, 13);
   host.settings.SetInteger(Setting::OffsetDia, 0);
-  host.Process({Page("1")});
+  host.Upload({Page("1")});
   EXPECT_EQ(host.Requests()[0].pathAndQuery, "registrarventas.asp?1%201%200001%2031%2012%202006");
   EXPECT_EQ(host.Requests()[0].port, 8080);
   EXPECT_EQ(host.Reference(), "2006-12-31") << "written back carried";
@@ -240,14 +215,12 @@ TEST(SalesUpload, KeepsHowFarItCameAlsoWhenItStopsEarly) {
   for (const Case& one : cases) {
     SCOPED_TRACE(one.what);
     UploadHost host;
-    host.application.http.answers = {Page("1 20240131 20240201")};
     one.arrange(host);
-    std::string errorText;
-    const SalesUploadResult result = SalesUpload(host.context).Run(errorText);
+    const SalesUploadResult result = host.Upload({Page("1 20240131 20240201")});
     EXPECT_EQ(result.days.size(), one.days);
     EXPECT_EQ(host.application.settings.saves, one.saves);
-    EXPECT_THAT(errorText, HasSubstr(one.text));
-    EXPECT_EQ(result.complete, errorText.empty());
+    EXPECT_THAT(host.report.text, HasSubstr(one.text));
+    EXPECT_EQ(result.complete, host.report.text.empty());
   }
 }
 

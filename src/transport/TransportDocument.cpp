@@ -1,11 +1,10 @@
-#include "transport/clsDatosTransporteXMLSalida.h"
+#include "transport/TransportDocument.h"
 
 #include <cstdint>
 #include <random>
 #include <utility>
 
-#include "transport/XMLUtil.h"
-#include "transport/basComponenteXML.h"
+#include "base/NumberText.h"
 
 namespace tolvan {
 namespace {
@@ -15,8 +14,8 @@ namespace {
 std::string NewGuidText() {
   constexpr std::string_view pattern = "{xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx}";
   constexpr std::string_view digits = "0123456789ABCDEF";
-  constexpr std::size_t versionPlace = 15;  // the digit that tells the version
-  constexpr std::size_t variantPlace = 20;  // the digit whose two high bits tell the variant
+  constexpr std::size_t versionPlace = 15;  // the digit that is the version
+  constexpr std::size_t variantPlace = 20;  // the digit whose two high bits are the variant
 
   std::random_device source;
   std::string text(pattern);
@@ -39,6 +38,38 @@ std::string NewGuidText() {
 }
 
 }  // namespace
+
+basComponenteXML::basComponenteXML(XmlLibrary& library, Dialogs& dialogs, std::string title,
+                                   std::string downloadAddress)
+    : library_(library), dialogs_(dialogs), title_(std::move(title)), downloadAddress_(std::move(downloadAddress)) {}
+
+bool basComponenteXML::XmlLibraryAvailable(bool silent, bool offerDownload) {
+  if (library_.Available()) return true;
+  if (!silent) {
+    dialogs_.ShowMessage(MessageIcon::Exclamation, title_, missingText);
+    if (offerDownload && !downloadAddress_.empty()) OfferDownload();
+  }
+  return false;
+}
+
+void basComponenteXML::OfferDownload() {
+  const std::string question =
+      "Para esta función se requiere instalar el siguiente componente en este equipo:\r\n\r\n"
+      "Microsoft XML versión 6\r\n\r\n"
+      "Puede instalarlo desde la siguiente dirección de descarga:\r\n\r\n" +
+      downloadAddress_ + "\r\n\r\n¿Desea descargar este archivo ahora?";
+  if (dialogs_.AskYesNo("Se necesita un componente", question, false)) library_.OpenDownload(downloadAddress_);
+}
+
+XmlNode XMLUtil::AddElement(XmlDocument& document, XmlNode parent, std::string_view name, std::string_view value) {
+  const XmlNode element = document.AppendElement(parent, name);
+  document.AppendText(element, value);
+  return element;
+}
+
+XmlNode XMLUtil::AddElement(XmlDocument& document, XmlNode parent, std::string_view name, const FieldValue& value) {
+  return AddElement(document, parent, name, std::string_view(TextOf(value)));
+}
 
 clsDatosTransporteXMLSalida::clsDatosTransporteXMLSalida(basComponenteXML& component)
     : component_(component), instance_(NewGuidText()) {}
@@ -75,6 +106,19 @@ std::optional<XmlNode> clsDatosTransporteXMLSalida::NodoContenido() const {
 
 XmlDocument* clsDatosTransporteXMLSalida::XD() const {
   return DocumentoCargado() ? document_.get() : nullptr;
+}
+
+std::string TransportFileName(std::string_view prefix, Date day) {
+  std::string name(prefix);
+  name.append(" ").append(PaddedNumber(day.Year(), 4)).append(PaddedNumber(day.Month(), 2));
+  return name.append(PaddedNumber(day.Day(), 2)).append(".tolpak");
+}
+
+std::string ChooseTransportFile(std::string_view prefix, Dialogs& dialogs, const Clock& clock) {
+  return dialogs
+      .PickFileToSave("Guardar Archivo de Transporte", "Archivo de Transporte (*.tolpak)|*.tolpak|",
+                      TransportFileName(prefix, clock.Today()))
+      .value_or("");
 }
 
 }  // namespace tolvan

@@ -1,11 +1,9 @@
-#include "transport/clsDatosTransporteXMLSalida.h"
+#include "transport/TransportDocument.h"
 
 #include <gmock/gmock.h>
 
 #include "base/Text.h"
 #include "support/FakeHost.h"
-#include "transport/XMLUtil.h"
-#include "transport/basComponenteXML.h"
 #include "xml/PugiXmlLibrary.h"
 
 namespace tolvan::test {
