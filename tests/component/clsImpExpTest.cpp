@@ -47,7 +47,8 @@ TEST(clsImpExp, TheUnattendedModeInAnyCasingShowsNothingAndAnyOtherShowsTheWindo
     EXPECT_EQ(shown, unattended ? 0 : 1);
     EXPECT_EQ(component.LastOutcome().ran, unattended);
     EXPECT_TRUE(factory.last->dialogs.boxes.empty()) << "its folder is not there, and nobody is told";
-    EXPECT_EQ(component.LastDailySales().DetailsAs<DailySalesFile>().record, unattended ? "codigo_local,0,\"19:00\",\"31/01/2024\"," : "");
+    EXPECT_EQ(component.LastDailySales().DetailsAs<DailySalesFile>().record,
+              unattended ? "codigo_local,0,\"19:00\",\"31/01/2024\"," : "");
     EXPECT_EQ(factory.application.settings.saves, 0);
     component.SaveSettings();
     EXPECT_EQ(factory.application.settings.saves, 1);
