@@ -43,11 +43,11 @@ constexpr std::array causes{
     Cause{CURLE_INTERFACE_FAILED, "no hay una salida de red"},
 };
 
-void Require(CURLcode code) {
+}  // namespace
+
+void RequireSet(int code) {
   if (code != CURLE_OK) throw std::bad_alloc();
 }
-
-}  // namespace
 
 void CurlListDeleter::operator()(curl_slist* list) const {
   curl_slist_free_all(list);
@@ -75,19 +75,19 @@ CurlTransfer::CurlTransfer(const char* protocols, const Limits& limits, const In
 }
 
 void CurlTransfer::SetNumber(int option, long value) {
-  Require(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), value));
+  RequireSet(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), value));
 }
 
 void CurlTransfer::SetText(int option, const std::string& value) {
-  Require(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), value.c_str()));
+  RequireSet(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), value.c_str()));
 }
 
 void CurlTransfer::SetPointer(int option, void* value) {
-  Require(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), value));
+  RequireSet(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), value));
 }
 
 void CurlTransfer::SetCallback(int option, CurlCallback callback) {
-  Require(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), callback));
+  RequireSet(curl_easy_setopt(handle_.get(), static_cast<CURLoption>(option), callback));
 }
 
 int CurlTransfer::Perform() {

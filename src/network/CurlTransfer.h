@@ -17,6 +17,10 @@ struct curl_slist;
 
 namespace tolvan {
 
+/// Throws std::bad_alloc unless `code` is CURLE_OK. For calls that only set or add a part, which fail for want of
+/// memory.
+void RequireSet(int code);
+
 struct CurlListDeleter {
   void operator()(curl_slist* list) const;
 };

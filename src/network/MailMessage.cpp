@@ -11,6 +11,7 @@
 #include <random>
 
 #include "base/Text.h"
+#include "network/CurlTransfer.h"
 
 namespace tolvan {
 namespace {
@@ -62,10 +63,6 @@ std::string NewMessageId(std::string_view sender) {
   std::string identifier = "<";
   for (int part = 0; part < 4; ++part) identifier += Formatted("%08x", random());
   return identifier.append(sender.substr(sender.find('@'))).append(">");
-}
-
-void Require(CURLcode code) {
-  if (code != CURLE_OK) throw std::bad_alloc();
 }
 
 // The store's text files are in this code page; of every other file only its reader knows what it is.
@@ -138,19 +135,19 @@ void MailMessage::AddText(const SmtpOptions& options, const std::string& fileNam
   const std::string text = options.product + " envía el archivo adjunto " + fileName + " de la tienda " +
                            options.storeId + ".\r\n\r\nEste mensaje se generó automáticamente.\r\n";
   curl_mimepart* const part = NewPart();
-  Require(curl_mime_data(part, text.data(), text.size()));
-  Require(curl_mime_type(part, "text/plain; charset=utf-8"));
-  Require(curl_mime_encoder(part, "quoted-printable"));
+  RequireSet(curl_mime_data(part, text.data(), text.size()));
+  RequireSet(curl_mime_type(part, "text/plain; charset=utf-8"));
+  RequireSet(curl_mime_encoder(part, "quoted-printable"));
 }
 
 void MailMessage::AddFile(const std::string& fileName) {
   CurlList headers;
   AppendLine(headers, "Content-Disposition: " + AttachmentDisposition(fileName));
   curl_mimepart* const part = NewPart();
-  Require(curl_mime_data_cb(part, static_cast<curl_off_t>(left_), ReadCallback, nullptr, nullptr, this));
-  Require(curl_mime_type(part, TypeOf(fileName)));
-  Require(curl_mime_encoder(part, "base64"));
-  Require(curl_mime_headers(part, headers.release(), 1));
+  RequireSet(curl_mime_data_cb(part, static_cast<curl_off_t>(left_), ReadCallback, nullptr, nullptr, this));
+  RequireSet(curl_mime_type(part, TypeOf(fileName)));
+  RequireSet(curl_mime_encoder(part, "base64"));
+  RequireSet(curl_mime_headers(part, headers.release(), 1));
 }
 
 curl_mimepart* MailMessage::NewPart() {

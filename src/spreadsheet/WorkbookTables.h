@@ -44,6 +44,9 @@ class SharedStrings {
 /// not count.
 bool ShowsDate(std::string_view formatCode);
 
+/// What a date of a workbook that counts from 1904 has to grow by to be one of those that count from 1900, in days.
+inline constexpr double daysFrom1900To1904 = 1462;
+
 /// The cell formats of one workbook, by number in the order of its list.
 class CellFormats {
  public:

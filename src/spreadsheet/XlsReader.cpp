@@ -16,7 +16,6 @@
 namespace tolvan {
 namespace {
 
-constexpr double daysFrom1900To1904 = 1462;
 constexpr std::uint16_t contentWorksheet = 0x0010;
 constexpr std::uint16_t notANumberMark = 0xFFFF;
 constexpr std::size_t cellHeadBytes = 6;  // row, column, cell format

@@ -13,8 +13,6 @@
 namespace tolvan {
 namespace {
 
-constexpr std::size_t pieceBytes = std::size_t{64} << 10;
-
 /// Reads a whole part. Throws HostError Damaged or Interrupted and what the handler throws.
 void ReadPart(const ZipPackage& package, const std::string& name, std::uint64_t limit, XmlHandler& handler,
               const Interruption& interruption) {

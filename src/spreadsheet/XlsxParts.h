@@ -2,6 +2,7 @@
 // strings and styles, wherever they lie; all but the sheets are read here.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,9 @@
 #include "spreadsheet/ZipPackage.h"
 
 namespace tolvan {
+
+/// How much of a part is inflated and parsed at a time.
+inline constexpr std::size_t pieceBytes = std::size_t{64} << 10;
 
 class Interruption;
 

@@ -11,8 +11,6 @@
 namespace tolvan {
 namespace {
 
-constexpr std::size_t pieceBytes = std::size_t{64} << 10;
-
 class XlsxReader : public WorksheetReader {
  public:
   XlsxReader(std::unique_ptr<WorkbookFile> file, const Interruption& interruption)

@@ -11,7 +11,6 @@
 namespace tolvan {
 namespace {
 
-constexpr double daysFrom1900To1904 = 1462;
 constexpr double daysTo1970 = 25'569;
 constexpr double secondsPerDay = 86'400;
 
