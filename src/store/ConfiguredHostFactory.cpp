@@ -6,7 +6,6 @@
 
 #include "base/Addresses.h"
 #include "base/Text.h"
-#include "store/ConfiguredHostApplication.h"
 #include "store/DeferredProviders.h"
 #include "system/SettingsAndLayouts.h"
 #include "system/posix/PosixFileHelper.h"
@@ -48,6 +47,76 @@ class ConfiguredAppServices final : public AppServices {
   DeferredArchiveReader archives_;
   mutable LayoutStore layouts_;  // reading may put a damaged file aside
 };
+
+SmtpOptions MailOptionsOf(const HostConfiguration& configuration) {
+  const MailConfiguration& mail = configuration.mail;
+  SmtpOptions options;
+  options.server = mail.server;
+  options.user = mail.user;
+  options.password = mail.password;
+  options.sender = mail.sender;
+  options.product = configuration.product;
+  options.storeId = configuration.storeId;
+  return options;
+}
+
+/// The application object of a host that is described by its configuration file. Database, mail and HTTP come into
+/// being when they are first used.
+class ConfiguredHostApplication final : public HostApplication {
+ public:
+  /// `settingsFile` is absolute. `services` and what `front` refers to must outlive the object.
+  ConfiguredHostApplication(HostConfiguration configuration, std::string settingsFile, const HostFront& front,
+                            AppServices& services);
+
+  std::string ProductName() const override { return configuration_.product; }
+  std::int32_t CompanyId() const override { return configuration_.companyId; }
+  std::int32_t SiteId() const override { return configuration_.siteId; }
+  std::string StoreId() const override { return configuration_.storeId; }
+  std::int32_t InventoryFlag() const override { return configuration_.inventoryFlag; }
+  std::string MoneyFormat() const override { return configuration_.moneyFormat; }
+  std::string SeparatorText() const override { return configuration_.separator; }
+  std::string DefaultEmailRecipient() const override { return configuration_.mail.defaultRecipient; }
+  bool HasPermission(std::string_view name) const override;
+  std::string TaxpayerLookupHost() const override { return configuration_.lookup.host; }
+  std::string TaxpayerLookupViewState() const override { return configuration_.lookup.viewState; }
+  std::string TaxpayerLookupEventValidation() const override { return configuration_.lookup.eventValidation; }
+  std::string XmlLibraryDownload() const override { return configuration_.xmlDownload; }
+
+  DatabaseServices& Database() override;
+  const SqlDialect& Dialect() const override { return *dialect_; }
+  SettingsStore& Settings() override { return settings_; }
+  MailService& Mail() override { return mail_; }
+  HttpClient& Http() override { return http_; }
+
+ private:
+  HostConfiguration configuration_;
+  const Interruption& interruption_;
+  std::unique_ptr<SqlDialect> dialect_;
+  std::unique_ptr<DatabaseServices> database_;
+  TextSettingsStore settings_;
+  DeferredMailService mail_;
+  DeferredHttpClient http_;
+};
+
+ConfiguredHostApplication::ConfiguredHostApplication(HostConfiguration configuration, std::string settingsFile,
+                                                     const HostFront& front, AppServices& services)
+    : configuration_(std::move(configuration)),
+      interruption_(front.interruption),
+      dialect_(configuration_.database.engine->makeDialect()),
+      settings_(ValueFile(front.clock, std::move(settingsFile), &front.interruption)),
+      mail_(MailOptionsOf(configuration_), services.Files(), front.interruption,
+            front.userPresent ? &front.dialogs : nullptr),
+      http_(front.interruption) {}
+
+bool ConfiguredHostApplication::HasPermission(std::string_view name) const {
+  const auto& names = configuration_.permissions;
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+DatabaseServices& ConfiguredHostApplication::Database() {
+  if (!database_) database_ = configuration_.database.engine->open(configuration_, *dialect_, interruption_);
+  return *database_;
+}
 
 class ConfiguredHostContext final : public HostContext {
  public:

@@ -16,7 +16,7 @@
 
 #include "contract/TemporaryFolder.h"
 #include "database/sql/SqlScript.h"
-#include "database/sqlite/SqliteErrors.h"
+#include "database/sqlite/SqliteConnection.h"
 #include "host/UserInterface.h"
 #include "support/ChildProcess.h"
 #include "support/FakeHost.h"

@@ -4,7 +4,7 @@ It holds no data. FOLDER/answers.json says what it answers: a JSON object whose 
 (of two in the same place the longer one counts), and whose values are lists of steps:
 
   {"columns": [["Nombre", "nvarchar"], ...], "rows": [[...], ...]}   a result with rows; with "broken": [number,
-                           severity, text] the server fails behind the last of them
+                           severity, text] the server fails after the last of them
   {"count": 3}             a statement that affected three rows
   {"none": true}           a statement without a count
   {"error": [547, 16, "..."]}   number, severity, text

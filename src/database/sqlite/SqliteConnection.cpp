@@ -4,15 +4,14 @@
 //   is made when writing begins: reading changes nothing.
 // - synchronous FULL: with the log, NORMAL could lose the last commits at a power failure; a price list that was
 //   reported as imported must be there. It costs one sync for each transaction, not for each row.
-// - Query planner stability: plans do not depend on bound values, so that binding a new value never prepares anew.
+// - Query planner stability: plans do not depend on bound values, so that binding a new value never prepares a
+// statement again.
 #include "database/sqlite/SqliteConnection.h"
 
 #include <sqlite3.h>
 
 #include <filesystem>
 #include <system_error>
-
-#include "database/sqlite/SqliteErrors.h"
 
 namespace tolvan {
 namespace {

@@ -40,7 +40,7 @@ bool IsQuery(const SqlStatement& statement) {
 }
 
 /// The rows of a query as the database finds them. At its end, and when it goes, the statement is reset, so that no
-/// read lock stays behind.
+/// read lock remains.
 class SqliteRecordset final : public Recordset {
  public:
   /// `statement` is bound and not yet stepped. Throws HostError when the first row cannot be fetched.
