@@ -221,6 +221,7 @@ TEST(SalesUpload, KeepsHowFarItCameAlsoWhenItStopsEarly) {
     EXPECT_EQ(host.application.settings.saves, one.saves);
     EXPECT_THAT(host.report.text, HasSubstr(one.text));
     EXPECT_EQ(result.complete, host.report.text.empty());
+    EXPECT_EQ(host.report.done, result.complete);
   }
 }
 

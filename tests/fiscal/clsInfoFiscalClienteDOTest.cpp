@@ -60,6 +60,8 @@ TEST(clsInfoFiscalClienteDO, Recognises) {
       {"001-0000000-8", "00100000008", false, false, false, 0},
       {"001-0000000-9", "00100000009", false, true, true, 0},
       {"00113918205", "00113918205", false, true, true, 0},
+      {"40212345678", "40212345678", false, true, true, 0},
+      {"40212345768", "40212345768", false, false, false, 0},  // two digits changed places
       {"1010123410", "1010123410", false, false, false, 0},
       {"001139182050", "001139182050", false, false, false, 0},
       {"10101234", "10101234", false, false, false, 0},

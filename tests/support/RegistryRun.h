@@ -1,6 +1,8 @@
 // Imports of the taxpayer registry into any database, for tests.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <utility>
 
@@ -64,6 +66,7 @@ inline RegistryRun ImportRegistryFile(DatabaseServices& database, const SqlDiale
   import.SetRutaArchivo(path);
   if (options.blockLines > 0) import.SetBlockLines(options.blockLines);
   const ActionReport report = import.Import();
+  EXPECT_EQ(report.told, report.done);
   const auto result = report.DetailsAs<RegistryImportResult>();
   FakeFiles kept;
   rejections.SaveTo(kept, "rechazos");

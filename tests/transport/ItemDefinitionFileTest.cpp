@@ -135,6 +135,7 @@ TEST_F(ItemDefinitionFileTest, AQueryThatCannotBeOpenedStopsSilently) {
     const ItemDefinitionResult result = Write(counting);
     EXPECT_EQ(result.outcome, Outcome::QueryNotOpened);
     EXPECT_THAT(report_.text, ::testing::HasSubstr(table));
+    EXPECT_TRUE(report_.told) << "no box is to follow";
     ExpectUntouched("");
   }
   EXPECT_TRUE(dialogs_.boxes.empty());
@@ -157,6 +158,7 @@ TEST_F(ItemDefinitionFileTest, AFailureLeavesTheEarlierFileWhole) {
   const ItemDefinitionResult nowhere = Write(counting, output_.File("no/hay.tolpak"));
   EXPECT_EQ(nowhere.outcome, Outcome::Failed);
   EXPECT_THAT(report_.text, ::testing::HasSubstr(output_.File("no")));
+  EXPECT_FALSE(report_.told);
 
   interruption_.requested = true;
   EXPECT_EQ(Write(counting).outcome, Outcome::Failed);
