@@ -45,9 +45,13 @@ TEST_F(PreciosMovilnet, CreatesAndThenFindsItsItemsAgain) {
   sheets.rows = {Line("Galaxy Y", "Samsung", "GSM", 118, 50),
                  Line("Curve 8520", "Blackberry", "Telefono", 236, 100),
                  Line("GALAXY y", "samsung", "GSM", 999, 999),
+                 {"Lumia", test::Given(CellKind::Error, "#N/A"), "GSM", none, 118.0, none, 50.0},
                  {"Nota al pie", "x", "y", none, "consultar", none, 1.0},
                  Line("Nunca", "leido", "GSM", 1, 1)};
-  Import([&](IClaseImportar& shown) { EXPECT_TRUE(shown.Iniciar(status)) << made->Outcome().cause; });
+  Import([&](IClaseImportar& shown) {
+    EXPECT_EQ(made->RowAt(4).reason, "la marca es un error de la hoja (#N/A)");
+    EXPECT_TRUE(shown.Iniciar(status)) << made->Outcome().cause;
+  });
   EXPECT_EQ(Query("SELECT idItem, Descripcion, idMarca, idDepartamento, RequiereSeriales, length(MD5OrigenImportar) "
                   "FROM Items WHERE MD5OrigenImportar IS NOT NULL ORDER BY 1"),
             "TBLCURVE8520,Curve 8520,BLACKBERRY,DEF,False,32|TSAGALAXYY,Galaxy Y,SAMSUNG,GSM,False,32");
