@@ -78,7 +78,7 @@ std::string JsonText(const Result& result) {
 
 CommandHost::CommandHost(const std::string& path, const HostFront& front)
     : factory_(Reaching([&] { return std::make_unique<ConfiguredHostFactory>(Configuration(path), front); })),
-      component_(Reaching([&] { return std::make_unique<clsImpExp>(*factory_, OpcionesWindow()); })) {
+      component_(Reaching([&] { return std::make_unique<clsImpExp>(*factory_, OptionsWindow()); })) {
   Reaching([&] { component_->DefineSettings(); });
 }
 

@@ -14,7 +14,8 @@ constexpr std::string_view question = "¿Ya revisó los renglones y desea proced
 }  // namespace
 
 CommandReview::CommandReview(CommandCall& call, const ComponentContext& context, SpreadsheetApplication& spreadsheets,
-                             PriceImporter& importer, const ReviewPlan& plan, ReviewResult& result)
+                             PriceImporter& importer, const ReviewPlan& plan, ReviewResult& result,
+                             frmStatusImportar& form)
     : call_(call),
       context_(context),
       spreadsheets_(spreadsheets),
@@ -22,9 +23,9 @@ CommandReview::CommandReview(CommandCall& call, const ComponentContext& context,
       plan_(plan),
       result_(result),
       status_(call.Messages(), call.MessagesColumns(), call.ShowsProgress()),
-      form_(context, *this) {}
+      form_(form) {}
 
-void CommandReview::ShowModal() {
+void CommandReview::ShowUntilClosed() {
   Review();
   if (call_.WantsJson()) result_.document = ReviewJson(importer_, result_.applied, ForTerminal(result_.failure));
 }
@@ -36,7 +37,7 @@ void CommandReview::Review() {
     const auto columns = call_.OutColumns() ? call_.OutColumns()() : std::nullopt;
     PrintReview(call_.Out(), importer_, columns);
     summary_.clear();
-    RefrescarSumario();
+    form_.RefrescarSumario();
     const std::string note = importer_.NoteOfAll();
     if (!note.empty()) summary_.push_back(ForTerminal(note));
     for (const std::string& text : summary_) {
@@ -125,9 +126,7 @@ void CommandReview::Proceed() {
   form_.Check1_Click(true);
   result_.applied = form_.bAceptar_Click();
   if (!result_.applied) {
-    const ImportOutcome& outcome = importer_.Outcome();
-    result_.failure = FailureText(outcome);
-    if (!outcome.shown) result_.untold = result_.failure;
+    result_.failure = FailureText(importer_.Outcome());  // the form has told it
     return;
   }
   WriteReport("La importación se aplicó, pero no se pudo escribir el informe");

@@ -10,10 +10,8 @@
 
 #include "cli/CommandCall.h"
 #include "cli/TerminalProgress.h"
-#include "import/ImportReview.h"
 #include "import/PriceImporter.h"
-#include "ui/ReviewListModel.h"
-#include "ui/StatusImportarView.h"
+#include "ui/ReviewView.h"
 #include "ui/frmStatusImportar.h"
 
 namespace tolvan {
@@ -44,16 +42,14 @@ struct ReviewResult {
   std::string document{};  ///< with --json
 };
 
-class CommandReview final : public ImportReview, private StatusImportarView {
+class CommandReview final : public ReviewView {
  public:
   /// Everything must outlive the review; `importer` is the one whose review this is.
   CommandReview(CommandCall& call, const ComponentContext& context, SpreadsheetApplication& spreadsheets,
-                PriceImporter& importer, const ReviewPlan& plan, ReviewResult& result);
+                PriceImporter& importer, const ReviewPlan& plan, ReviewResult& result, frmStatusImportar& form);
 
-  void SetClase(IClaseImportar& importer) override { form_.SetClase(importer); }
-  void RefrescarSumario() override { form_.RefrescarSumario(); }
   ReviewListModel& lvStatus() override { return list_; }
-  void ShowModal() override;
+  void ShowUntilClosed() override;
 
  private:
   void SetExplanation(std::string_view) override {}
@@ -62,7 +58,7 @@ class CommandReview final : public ImportReview, private StatusImportarView {
   void EnableAccept(bool) override {}
   void PopUpMenu(bool, bool, bool) override {}
   std::optional<std::string> PickItem(const SqlStatement& items, std::string_view subject) override;
-  void Close() override {}
+  void CloseWindow() override {}
   std::unique_ptr<StatusDisplay> OpenStatus() override { return status_.OpenStatus(); }
 
   void Review();
@@ -83,7 +79,7 @@ class CommandReview final : public ImportReview, private StatusImportarView {
   ReviewResult& result_;
   TerminalStatus status_;
   ReviewListModel list_;
-  frmStatusImportar form_;
+  frmStatusImportar& form_;
   std::vector<std::string> summary_;
   std::string itemToPick_;
 };

@@ -1,6 +1,7 @@
 #include "component/clsImpExp.h"
 
 #include "base/Text.h"
+#include "ui/ActionRoutines.h"
 
 namespace tolvan {
 namespace {
@@ -9,7 +10,7 @@ constexpr std::string_view unattendedMode = "vexlor";
 
 }  // namespace
 
-clsImpExp::clsImpExp(HostFactory& factory, OpcionesWindow window)
+clsImpExp::clsImpExp(HostFactory& factory, OptionsWindow window)
     : services_(factory.CreateAppServices()),
       host_(factory.CreateHostContext(*services_)),
       settings_(host_->Application().Settings()),
@@ -21,12 +22,7 @@ void clsImpExp::VentanaImpExp(std::string_view mode) {
     if (window_) window_(context_);
     return;
   }
-  HeadlessOpciones window(context_);
-  window.Form().Cargar();
-  window.Form().SelectAction(action::dailySalesFile);
-  window.Form().ImpExp(false);
-  outcome_ = window.Form().LastOutcome();
-  dailySales_ = window.Form().LastDailySales();
+  report_ = ExportDailySales(context_, false);
 }
 
 void clsImpExp::DefineSettings() {

@@ -7,35 +7,21 @@
 #include <string_view>
 
 #include "host/HostContext.h"
+#include "services/ActionReport.h"
 #include "services/ComponentContext.h"
-#include "ui/HeadlessOpcionesView.h"
-#include "ui/frmOpciones.h"
 
 namespace tolvan {
 
 /// Shows the options window modally and returns when it is closed. A main hands it in; the window's logic is made
 /// inside it, over the view that it owns, because controls exist before the logic fills them.
-using OpcionesWindow = std::function<void(const ComponentContext& context)>;
-
-/// The window with nobody looking: its logic over values without controls.
-class HeadlessOpciones {
- public:
-  explicit HeadlessOpciones(const ComponentContext& context) : form_(context, view_) {}
-
-  frmOpciones& Form() { return form_; }
-  OpcionesView& View() { return view_; }
-
- private:
-  HeadlessOpcionesView view_;
-  frmOpciones form_;
-};
+using OptionsWindow = std::function<void(const ComponentContext& context)>;
 
 class clsImpExp {
  public:
   /// Creates the host's application services, then its context, and takes the references it holds for its lifetime.
-  /// `factory` is used here only. A HostError of the factory passes through. `window` may be empty where no window is
-  /// to be had; then only the unattended mode does anything.
-  clsImpExp(HostFactory& factory, OpcionesWindow window);
+  /// `factory` is used here only. A HostError of the factory passes through. `window` may be empty where there is
+  /// no window; then only the unattended mode does anything.
+  clsImpExp(HostFactory& factory, OptionsWindow window);
 
   /// The mode "vexlor", in any casing, runs the daily sales export of yesterday without showing anything; every other
   /// mode shows the window. The settings must have been defined.
@@ -50,17 +36,15 @@ class clsImpExp {
   const ComponentContext& Context() const { return context_; }
 
   /// How the last unattended run went.
-  const ActionOutcome& LastOutcome() const { return outcome_; }
-  const ActionReport& LastDailySales() const { return dailySales_; }
+  const ActionReport& LastReport() const { return report_; }
 
  private:
   std::unique_ptr<AppServices> services_;
   std::unique_ptr<HostContext> host_;
   ImpExpSettings settings_;
   ComponentContext context_;
-  OpcionesWindow window_;
-  ActionOutcome outcome_;
-  ActionReport dailySales_;
+  OptionsWindow window_;
+  ActionReport report_;
 };
 
 }  // namespace tolvan

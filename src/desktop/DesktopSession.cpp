@@ -11,13 +11,11 @@
 #include <iostream>
 
 #include "base/Text.h"
-#include "desktop/DemoProcess.h"
-#include "desktop/DesktopHost.h"
+#include "component/clsImpExp.h"
 #include "desktop/FirstRunDialog.h"
-#include "desktop/OpcionesFrame.h"
-#include "desktop/ProgramIcon.h"
-#include "desktop/ProgramPlaces.h"
-#include "desktop/StatusImportarWindow.h"
+#include "desktop/OptionsFrame.h"
+#include "desktop/Program.h"
+#include "desktop/ReviewDialog.h"
 #include "services/ResourceTexts.h"
 #include "store/ConfiguredHostFactory.h"
 #include "store/DeferredProviders.h"
@@ -31,6 +29,24 @@ constexpr int done = 0;
 constexpr int hostUnreachable = 4;
 
 constexpr int closingPause = 20;  // milliseconds
+
+/// The host of the windows: the configuration read, the component attached to it, its settings loaded, its database
+/// opened.
+class DesktopHost {
+ public:
+  /// Throws HostError when the configuration, its folders or the database cannot be used.
+  DesktopHost(const std::string& configurationPath, const HostFront& front, OptionsWindow window)
+      : factory_(OpenHostConfiguration(configurationPath), front), component_(factory_, std::move(window)) {
+    component_.DefineSettings();
+    static_cast<void>(component_.Context().application.Database());
+  }
+
+  clsImpExp& Component() { return component_; }
+
+ private:
+  ConfiguredHostFactory factory_;
+  clsImpExp component_;
+};
 
 std::string CannotBeRead(const std::string& configuration) {
   try {
@@ -82,6 +98,8 @@ int DesktopSession::Run(const std::string& configurationPath) {
     host.Component().VentanaImpExp({});
     return done;
   } catch (const HostError& error) {
+    // The user has stopped the wait for the store: what there is to say he knows.
+    if (error.Kind() == HostErrorKind::Interrupted) return done;
     const std::string text = TextForPeople(error);
     std::cerr << ReplaceAll(text, "\r\n", "\n") << '\n';
     dialogs_.ShowMessage(MessageIcon::Exclamation, ResourceText(text_id::windowCaption), text);
@@ -129,11 +147,13 @@ void DesktopSession::ShowWindow(const ComponentContext& context) {
   dialogs_.BeginIn({files.Join(store, "ejemplos"), store}, {files.Join(store, "Exportar"), store});
   const NettleHashService hashes;
   DeferredXmlLibrary xml;
-  OpcionesFrame* frame = nullptr;
+  OptionsFrame* frame = nullptr;
   const auto makeReview = [&]() -> std::unique_ptr<ImportReview> {
-    return std::make_unique<StatusImportarWindow>(frame, context, work_);
+    return std::make_unique<frmStatusImportar>(context, [&](frmStatusImportar& logic) {
+      return std::make_unique<ReviewDialog>(frame, context, work_, logic);
+    });
   };
-  frame = new OpcionesFrame(context, work_, {{spreadsheets, hashes, makeReview}, xml});
+  frame = new OptionsFrame(context, work_, {{spreadsheets, hashes, makeReview}, xml});
   frame_ = frame;
   wxTheApp->SetTopWindow(frame);
   wxTheApp->SetExitOnFrameDelete(true);

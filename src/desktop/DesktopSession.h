@@ -19,16 +19,16 @@ class DesktopSession {
  public:
   explicit DesktopSession(Clock& clock) : clock_(clock), dialogs_(work_) {}
 
-  /// Opens the host and shows the window until it is closed. 0, or 4 when the host cannot be reached; the user has
-  /// been told then.
+  /// Opens the host and shows the window until it is closed. 0, also when the user stops the opening; 4 when the host
+  /// cannot be reached, and the user has been told then.
   int Run(const std::string& configurationPath);
 
   /// The same where nothing names a configuration and there is none at the usual place: asks for one first, until one
   /// has been opened or the user closes.
   int RunFirst(const std::string& usualPath);
 
-  /// Ends what runs and closes every window, asking nobody. It returns at once; the windows are gone when what was
-  /// open over them has come to its end.
+  /// Ends what runs and closes every window, asking nobody. It returns at once; the windows are gone once what was
+  /// open over them has ended.
   void End();
 
  private:

@@ -4,14 +4,14 @@
 
 #include <thread>
 
-#include "desktop/DialogParent.h"
-#include "desktop/StatusDialog.h"
+#include "desktop/ProgressDisplays.h"
+#include "desktop/WindowParts.h"
 
 namespace tolvan {
 
 using namespace std::chrono_literals;
 
-DesktopWork::DesktopWork() : openStatus_([this] { return std::make_unique<StatusDialog>(DialogParent(), *this); }) {}
+DesktopWork::DesktopWork() : openStatus_([this] { return std::make_unique<WaitDialog>(DialogParent(), *this); }) {}
 DesktopWork::~DesktopWork() = default;
 
 void DesktopWork::Begin() {

@@ -12,7 +12,7 @@
 
 namespace tolvan {
 
-class StatusDialog;
+class WaitDialog;
 
 class DesktopWork final : public Interruption, public MessagePump {
  public:
@@ -46,7 +46,7 @@ class DesktopWork final : public Interruption, public MessagePump {
   bool AnswerFor(std::chrono::milliseconds time) const noexcept override;
 
   /// The status display that is open, and null when it closes.
-  void SetStatus(StatusDialog* status) { status_ = status; }
+  void SetStatus(WaitDialog* status) { status_ = status; }
 
   /// Events are let through at most every few hundredths of a second, and only while work runs.
   void ProcessPending() override { LetEventsThrough(); }
@@ -67,9 +67,9 @@ class DesktopWork final : public Interruption, public MessagePump {
   bool sessionEnds_ = false;
   mutable bool letsThrough_ = false;
   mutable std::chrono::steady_clock::time_point lastPass_;
-  mutable StatusDialog* status_ = nullptr;
-  std::function<std::unique_ptr<StatusDialog>()> openStatus_;
-  mutable std::unique_ptr<StatusDialog> wait_;  // the display that a wait has of its own
+  mutable WaitDialog* status_ = nullptr;
+  std::function<std::unique_ptr<WaitDialog>()> openStatus_;
+  mutable std::unique_ptr<WaitDialog> wait_;  // the display that a wait has of its own
 };
 
 /// A stretch of work.

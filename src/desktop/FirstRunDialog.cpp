@@ -4,15 +4,11 @@
 #include <wx/checkbox.h>
 #include <wx/sizer.h>
 
-#include "desktop/ControlName.h"
-#include "desktop/PanelParts.h"
-#include "desktop/TextScale.h"
-#include "desktop/WrappedText.h"
-#include "desktop/WxText.h"
+#include "desktop/Controls.h"
+#include "desktop/WindowParts.h"
 #include "services/ResourceTexts.h"
 
 namespace tolvan {
-
 FirstRunDialog::FirstRunDialog(FirstRun& logic)
     : wxDialog(nullptr, wxID_ANY, ToWx(ResourceText(text_id::windowCaption))), logic_(logic) {
   NameControl(*this, "primeraVez");

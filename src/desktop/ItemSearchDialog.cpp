@@ -5,12 +5,9 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
-#include "desktop/ControlName.h"
-#include "desktop/DialogButtons.h"
-#include "desktop/ListText.h"
-#include "desktop/PanelParts.h"
-#include "desktop/TextScale.h"
-#include "desktop/WxText.h"
+#include "desktop/Controls.h"
+#include "desktop/ListColumns.h"
+#include "desktop/WindowParts.h"
 
 namespace tolvan {
 namespace {

@@ -2,11 +2,8 @@
 
 #include <array>
 
-#include "desktop/ControlName.h"
-#include "desktop/ListHeader.h"
-#include "desktop/ListText.h"
-#include "desktop/TextScale.h"
-#include "desktop/WxText.h"
+#include "desktop/Controls.h"
+#include "desktop/ListColumns.h"
 
 namespace tolvan {
 

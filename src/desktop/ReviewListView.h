@@ -4,7 +4,7 @@
 #include <wx/dataview.h>
 
 #include "host/HostContext.h"
-#include "ui/ReviewListModel.h"
+#include "ui/ReviewView.h"
 #include "ui/WindowLayout.h"
 
 namespace tolvan {

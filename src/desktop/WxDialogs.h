@@ -38,7 +38,7 @@ class WxDialogs final : public Dialogs {
   std::string lastFolder_;  // of the last file or folder that was chosen; empty before
 };
 
-/// A picker's filter for file systems that tell upper from lower case: "*.txt" finds DGII.TXT too.
+/// A picker's filter for file systems that distinguish upper and lower case: "*.txt" finds DGII.TXT too.
 std::string FilterForBothCases(std::string_view filter);
 
 }  // namespace tolvan

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "desktop/Controls.h"
+
 namespace tolvan {
 namespace {
 
@@ -23,7 +25,7 @@ WindowState WxLayoutWindow::State() const {
   return window_.IsMaximized() ? WindowState::Maximised : WindowState::Normal;
 }
 
-WxLayoutWindow::WxLayoutWindow(wxTopLevelWindow& window) : window_(window) {
+WxLayoutWindow::WxLayoutWindow(wxTopLevelWindow& window, std::string tag) : window_(window), tag_(std::move(tag)) {
   window_.Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
     event.Skip();
     GiveSize();
@@ -39,29 +41,41 @@ void WxLayoutWindow::SetState(WindowState state) {
   if (state == WindowState::Minimised) window_.Iconize();
 }
 
+/// As long as nobody has changed the size since it was given, it is the one that was asked for, whatever the window
+/// manager has put around the window until now.
 Rectangle WxLayoutWindow::Bounds() const {
-  return ToTwips(window_.GetRect());
+  wxRect bounds = window_.GetRect();
+  if (toBeGiven_) return ToTwips(asked_);
+  if (window_.GetClientSize() == givenClient_) bounds.SetSize(asked_.GetSize());
+  return ToTwips(bounds);
 }
 
 /// How thick its frame will be is not known before a window is shown, and one whose whole size is given beforehand
-/// loses its place. So the size is nearly right at first.
+/// loses its place. So it is a little too small at first: too large it would be moved to fit on the screen.
 void WxLayoutWindow::SetBounds(const Rectangle& bounds) {
-  window_.Move(bounds.left / twipsPerPixel, bounds.top / twipsPerPixel);
-  const wxSize size(bounds.width / twipsPerPixel, bounds.height / twipsPerPixel);
-  if (size == window_.GetSize()) return;
-  size_ = size;
-  window_.SetClientSize(size);
+  asked_ = wxRect(bounds.left / twipsPerPixel, bounds.top / twipsPerPixel, bounds.width / twipsPerPixel,
+                  bounds.height / twipsPerPixel);
+  window_.Move(asked_.GetPosition());
+  if (asked_.GetSize() == window_.GetSize()) return;
+  toBeGiven_ = true;
+  window_.SetClientSize(asked_.GetSize() - EstimatedFrame(window_));
   GiveSize();
 }
 
-/// Once the window is shown, and no longer maximised where it begins so.
+/// Once the window is shown, and no longer maximised where it begins so; and again when the window manager changes its
+/// frame later, which leaves the inside as it is and makes the whole larger.
 void WxLayoutWindow::GiveSize() {
-  if (size_ == wxDefaultSize || !window_.IsShown() || window_.IsMaximized()) return;
-  const wxSize size = std::exchange(size_, wxDefaultSize);
-  window_.CallAfter([this, size] { window_.SetSize(size); });
+  const bool frameChanged = window_.GetClientSize() == givenClient_ && window_.GetSize() != asked_.GetSize();
+  if (asksToGive_ || !window_.IsShown() || window_.IsMaximized() || !(toBeGiven_ || frameChanged)) return;
+  asksToGive_ = true;
+  window_.CallAfter([this] {
+    window_.SetSize(asked_.GetSize());
+    givenClient_ = window_.GetClientSize();
+    toBeGiven_ = asksToGive_ = false;
+  });
 }
 
-std::vector<Rectangle> WxLayoutWindow::WorkAreas() {
+std::vector<Rectangle> WxLayoutWindow::WorkAreas() const {
   std::vector<Rectangle> areas;
   for (unsigned number = 0; number < wxDisplay::GetCount(); ++number) {
     const wxDisplay display(number);

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "desktop/DesktopSession.h"
-#include "desktop/UserLanguage.h"
+#include "desktop/Program.h"
 #include "store/HostConfiguration.h"
 #include "system/posix/PosixServices.h"
 

@@ -94,6 +94,9 @@ class ReviewLineSource {
   /// Which other rows the last change of a row changed too, and how; empty when none. Spanish.
   virtual std::string NoteOfChange() const { return {}; }
 
+  /// Why the rows were last not applied, where no box has shown it yet; empty otherwise. Spanish.
+  virtual std::string UntoldFailure() const { return {}; }
+
   /// The amount that the text of a column shows, for sorting; nothing where the column shows none.
   virtual std::optional<Currency> AmountOf(std::int32_t /*row*/, std::size_t /*column*/) const { return std::nullopt; }
 };

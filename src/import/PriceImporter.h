@@ -74,6 +74,7 @@ class PriceImporter : public IClaseImportar, public ReviewLineSource {
   std::string NoteOf(std::int32_t row) const final;
   std::string NoteOfAll() const final;
   std::string NoteOfChange() const final;
+  std::string UntoldFailure() const final;
   std::optional<Currency> AmountOf(std::int32_t row, std::size_t column) const final;
 
  protected:

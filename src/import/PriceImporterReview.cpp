@@ -154,6 +154,10 @@ std::string PriceImporter::NoteOfChange() const {
   return note;
 }
 
+std::string PriceImporter::UntoldFailure() const {
+  return outcome_.shown ? std::string() : FailureText(outcome_);
+}
+
 std::optional<Currency> PriceImporter::AmountOf(std::int32_t row, std::size_t column) const {
   return ShownAmount(RowAt(row), column);
 }

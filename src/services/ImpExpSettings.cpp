@@ -1,6 +1,7 @@
 #include "services/ImpExpSettings.h"
 
 #include "base/Text.h"
+#include "host/HostError.h"
 #include "services/ComponentContext.h"
 #include "services/ResourceTexts.h"
 
@@ -65,6 +66,20 @@ void ImpExpSettings::SetText(Setting setting, std::string_view value) {
 
 void ImpExpSettings::SetInteger(Setting setting, std::int32_t value) {
   SetText(setting, std::to_string(value));
+}
+
+std::string ChangeSettings(ImpExpSettings& settings, const std::function<void(ImpExpSettings&)>& change) {
+  std::string detail;
+  try {
+    change(settings);
+    settings.Save();
+    return {};
+  } catch (const ApplicationError&) {
+    // the text that follows says it all
+  } catch (const HostError& error) {
+    detail = "\r\n" + TextForPeople(error);
+  }
+  return std::string(ResourceText(text_id::cannotSaveSettings)) + detail;
 }
 
 }  // namespace tolvan

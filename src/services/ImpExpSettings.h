@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -72,5 +73,9 @@ class ImpExpSettings {
  private:
   SettingsStore* store_;
 };
+
+/// Makes a change of the settings durable. When the store refuses it, or cannot be written, the result says so for
+/// people, beginning with resource text 35389; empty when the change is kept.
+std::string ChangeSettings(ImpExpSettings& settings, const std::function<void(ImpExpSettings&)>& change);
 
 }  // namespace tolvan

@@ -31,7 +31,7 @@ class FirstRun {
   /// What the window says above its buttons.
   std::string Greeting() const;
 
-  // The buttons. The configuration to open; nothing when the user cancelled or it failed, which has been told.
+  // The buttons. The configuration to open; nothing when the user cancelled, and after a failure, which has been shown.
 
   /// Asks for a folder and makes the demo store in a folder "tienda-demo" inside it.
   std::optional<std::string> bDemostracion_Click(bool remember);

@@ -16,7 +16,7 @@ namespace tolvan {
 struct FoundItem {
   std::string code;
   std::string description;
-  std::optional<Currency> price{};  ///< with tax, of the list "DEF"; nothing when there is none to be had
+  std::optional<Currency> price{};  ///< with tax, of the list "DEF"; nothing when it is not known
 };
 
 class ItemSearch {

@@ -21,12 +21,12 @@ struct Rectangle {
 
 enum class WindowState : std::int32_t { Normal = 0, Minimised = 1, Maximised = 2 };
 
-/// A window as far as its layout goes.
+/// What of a window belongs to its layout.
 class LayoutWindow {
  public:
   virtual ~LayoutWindow() = default;
 
-  /// Tells windows apart that share the registry; may be empty.
+  /// Distinguishes windows that share the registry; may be empty.
   virtual std::string LayoutTag() const = 0;
 
   /// Whether the border is sizable.
@@ -61,7 +61,7 @@ struct ListLayout {
   bool operator==(const ListLayout&) const = default;
 };
 
-/// `tag` tells the lists apart.
+/// `tag` distinguishes the lists.
 void SaveListLayout(AppServices& services, std::string_view tag, const ListLayout& layout);
 
 /// What is not stored, or stored in a form that fits no list of so many columns, is as in a new list.

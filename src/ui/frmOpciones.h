@@ -1,44 +1,37 @@
-// The options window without its toolkit: the current action, the fill and save of panels, and the dispatcher that runs
-// an action and tells how it went. Views forward events to it and show what it says.
+// The options window without its toolkit: the start in its order, tree and panels, the buttons, one piece of work at a
+// time. The view forwards every event to here and decides nothing; what the actions are and how they run is in the
+// action table.
 #pragma once
 
 #include <functional>
 #include <map>
+#include <span>
 #include <string>
 
-#include "export/DailySalesExport.h"
-#include "ui/ActionTable.h"
-#include "ui/OpcionesView.h"
+#include "services/clsCallBackProgreso.h"
+#include "ui/ActionRoutines.h"
+#include "ui/DailySalesFields.h"
+#include "ui/OptionsView.h"
 
 namespace tolvan {
 
-/// How the last run of the dispatcher went.
-struct ActionOutcome {
-  int action = action::none;
-  bool ran = false;  ///< false when there was nothing to run for the action, or its settings could not be saved
-  bool succeeded = false;
-  std::string errorText{};  ///< the collected messages, each behind a line break (CR LF)
-};
-
-/// A routine of an action. It appends its messages to `errorText` and returns success; with `silent` set, success is
-/// not announced, nor a failure without messages, which the routine has told itself.
-using ActionRoutine = std::function<bool(bool interactive, std::string& errorText, bool& silent)>;
-
 class frmOpciones {
  public:
-  /// The name that the file helper's cleaning makes of an empty one; it means that no name is forced.
-  static constexpr std::string_view emptyFileName = "_";
+  /// All of it must outlive the window. Nothing is asked of the view before Iniciar.
+  frmOpciones(const ComponentContext& context, OptionsView& view, ActionTools tools,
+              std::span<const Action> actions = ComponentActions());
 
-  /// Both must outlive the window. The dispatcher begins with the routines of the two sales exports.
-  frmOpciones(const ComponentContext& context, OpcionesView& view);
+  /// Binds the progress, restores the layout, builds the tree, shows panel 0 and fills all panels.
+  void Iniciar();
 
   // The public operations, in their order.
 
   /// Fills the store code's box from the settings.
   void LlenarCodigo();
 
-  /// The accept button: saves the panels and the section, and when that succeeded runs the current action
-  /// interactively. A refused or failed save is told to the user with text 35389, and nothing is run.
+  /// The accept button: brings the user to a field that cannot be saved; else saves the panels and the section, and
+  /// when that succeeded runs the current action interactively. A refused or failed save is shown to the user with text
+  /// 35389, and nothing runs.
   void bGuardar_Click();
 
   /// Fills the panel of an action from the settings, of every action for 0. Always true.
@@ -56,40 +49,61 @@ class frmOpciones {
   /// Writes the daily sales file.
   bool Exp_Micros_01(bool interactive, std::string& errorText);
 
-  /// Throws std::out_of_range outside 0 to 6.
-  void SelectAction(int actionNumber);
+  // Events of the other controls.
+
+  /// A click on a node, or the keyboard's choice of it. A key that names no action is a bounds error, which the user is
+  /// shown.
+  void tvOpciones_NodeClick(const std::string& key);
+
+  /// Closes the window without saving; while work is running, stops that instead.
+  void bCancelar_Click();
+
+  /// The close box. False: not now, work is running; it is stopped, and the window closes after it.
+  bool QueryUnload();
+
+  /// Saves the layout.
+  void Unload();
+
+  void bC1_AbrirCarpeta_Click();
+
+  /// Chooses the file of the current action, by whichever button of the array.
+  void BAbrirArchivo_Click();
+  void cmdAbrirPlantilla_Click();
+
+  /// One of the two option buttons of the collector's panel, of which the first is chosen at the beginning: Count.
+  void opProposito_Click(CollectorPurpose purpose) { purpose_ = purpose; }
+  void cmdDCExportarItems_Click();
+
+  FieldRules& Fields() { return fields_; }
+
+  /// The rows that the window shows.
+  std::span<const Action> Actions() const { return actions_; }
   int CurrentAction() const { return currentAction_; }
-
-  /// Writes the panel of an action to the settings, of every action for 0; nothing is made durable yet. Throws
-  /// ApplicationError when the store refuses a value.
-  void SavePanel(int actionNumber);
-
-  /// The folder picker of the daily sales panel.
-  void ChooseFolder();
-
-  /// Makes the dispatcher run `routine` for an action of the table.
-  void SetRoutine(int actionNumber, ActionRoutine routine);
-
-  /// The caption and the title of every message box.
-  std::string Caption() const;
-
-  const ActionOutcome& LastOutcome() const { return outcome_; }
-  const ActionReport& LastDailySales() const { return dailySales_; }
+  bool IsBusy() const { return busy_; }
 
  private:
-  void FillDailySales();
-  void SaveDailySales();
-  void ShowFolder();
-  bool SaveAll();
-  void Report();
+  void Perform(const std::function<void()>& step) const;
+  void Work(const std::function<void()>& work);
+  void SelectAction(int number);
+  bool SavePanels();
+  void ChooseFolder();
+  void ChooseFile(const Action& action);
+  void FindFileAgain(const Action& action);
+  void ShowFiles();
 
   const ComponentContext* context_;
-  OpcionesView* view_;
-  std::map<int, ActionRoutine> routines_;
+  OptionsView* view_;
+  ActionTools tools_;
+  std::span<const Action> actions_;
+  clsCallBackProgreso progress_;
+  FieldRules fields_;
   int currentAction_ = action::none;
-  std::string folder_;
-  ActionOutcome outcome_;
-  ActionReport dailySales_;
+  std::string folder_;                // of the daily sales file
+  std::map<int, std::string> files_;  // chosen, by action
+  CollectorPurpose purpose_ = CollectorPurpose::Count;
+  std::function<void()> afterwards_;
+  bool busy_ = false;
+  bool closesAfterWork_ = false;
 };
 
 }  // namespace tolvan

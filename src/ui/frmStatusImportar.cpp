@@ -43,7 +43,7 @@ void frmStatusImportar::ShowModal() {
   view_->SetExplanation(ResourceText(explanations.front()));
   view_->EnableAccept(false);
   lvStatus_ItemClick(0);
-  view_->ShowModal();
+  view_->ShowUntilClosed();
 }
 
 void frmStatusImportar::tabFiltro_Click(int tab) {
@@ -98,18 +98,15 @@ bool frmStatusImportar::AsksForCode(std::int32_t row) {
 bool frmStatusImportar::EstablecerCodigo(std::int32_t row, std::string_view answer) {
   const std::string code = CleanCode(answer, shortCodeLength);
   if (code.empty()) return false;
-  Dialogs& dialogs = context_->UserDialogs();
-  const std::string product = context_->application.ProductName();
   try {
     DatabaseServices& database = context_->application.Database();
     const StoredCodes items = StoredCodes::OfItems(database);
     if (!database.OpenRecordset(CodeExistsStatement(items.SpellingOf(code)))->AtEnd()) {
-      dialogs.ShowMessage(MessageIcon::Exclamation, product,
-                          "Este código " + code + " ya está registrado en la base de datos.");
+      Warn("Este código " + code + " ya está registrado en la base de datos.");
       return false;
     }
   } catch (const HostError& error) {
-    dialogs.ShowMessage(MessageIcon::Exclamation, product, TextForPeople(error));
+    Warn(TextForPeople(error));
     return false;
   }
   return Repaint(row, importer_->AsignarNuevoItem(row, code));
@@ -137,27 +134,26 @@ bool frmStatusImportar::bAceptar_Click() {
   const bool applied = importer_->Iniciar(*view_);
   applying_ = false;
   if (!applied) {
-    TellUntold();
+    // What the importer has not shown itself.
+    if (const std::string failure = view_->lvStatus().UntoldFailure(); !failure.empty()) Warn(failure);
     // The rows were classified again: the window shows what holds now.
     tabFiltro_Click(tab_);
     RefrescarSumario();
     return false;
   }
   ForgetFile();
-  view_->Close();
+  view_->CloseWindow();
   return true;
 }
 
-void frmStatusImportar::TellUntold() const {
-  const std::string text = untold_ ? untold_() : std::string();
-  if (text.empty()) return;
+void frmStatusImportar::Warn(std::string_view text) const {
   context_->UserDialogs().ShowMessage(MessageIcon::Exclamation, context_->application.ProductName(), text);
 }
 
 void frmStatusImportar::bCancelar_Click() {
   if (applying_) return;
   const std::string product = context_->application.ProductName();
-  if (changes_ == 0 || context_->UserDialogs().AskYesNo(product, leaveQuestion, false)) view_->Close();
+  if (changes_ == 0 || context_->UserDialogs().AskYesNo(product, leaveQuestion, false)) view_->CloseWindow();
 }
 
 bool frmStatusImportar::QueryUnload() {
@@ -166,18 +162,9 @@ bool frmStatusImportar::QueryUnload() {
 }
 
 void frmStatusImportar::ForgetFile() {
-  std::string detail;
-  try {
-    context_->settings.SetText(Setting::RutaUltimoArchivo, "");
-    context_->settings.Save();
-    return;
-  } catch (const ApplicationError&) {
-    // the text that follows says it all
-  } catch (const HostError& error) {
-    detail = "\r\n" + TextForPeople(error);
-  }
-  const std::string text = std::string(ResourceText(text_id::cannotSaveSettings)) + detail;
-  context_->UserDialogs().ShowMessage(MessageIcon::Exclamation, context_->application.ProductName(), text);
+  const std::string failure = ChangeSettings(
+      context_->settings, [](ImpExpSettings& settings) { settings.SetText(Setting::RutaUltimoArchivo, ""); });
+  if (!failure.empty()) Warn(failure);
 }
 
 }  // namespace tolvan

@@ -4,12 +4,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "import/ImportReview.h"
 #include "services/ComponentContext.h"
-#include "ui/StatusImportarView.h"
+#include "ui/ReviewView.h"
 
 namespace tolvan {
 
@@ -17,14 +18,15 @@ class frmStatusImportar final : public ImportReview {
  public:
   static constexpr std::string_view caption = "Resultados Lectura Archivo";
 
-  /// Both must outlive the window.
-  frmStatusImportar(const ComponentContext& context, StatusImportarView& view) : context_(&context), view_(&view) {}
+  /// Makes the view of the window, which forwards its events to the logic and dies with it. Never null.
+  using ViewFactory = std::function<std::unique_ptr<ReviewView>(frmStatusImportar& logic)>;
+
+  /// `context` must outlive the window.
+  frmStatusImportar(const ComponentContext& context, const ViewFactory& makeView)
+      : context_(&context), view_(makeView(*this)) {}
 
   void SetClase(IClaseImportar& importer) override { importer_ = &importer; }
 
-  /// Asked after an import that was not applied for what no box has told of it; empty when there is nothing. The
-  /// importer's interface has no word for that.
-  void SetUntold(std::function<std::string()> untold) { untold_ = std::move(untold); }
   void RefrescarSumario() override;
   ReviewList& lvStatus() override { return view_->lvStatus(); }
 
@@ -64,16 +66,15 @@ class frmStatusImportar final : public ImportReview {
   bool Repaint(std::int32_t row, bool changed);
   ReviewLine LineOf(std::int32_t row) const;
   void ForgetFile();
-  void TellUntold() const;
+  void Warn(std::string_view text) const;
 
   const ComponentContext* context_;
-  StatusImportarView* view_;
   IClaseImportar* importer_ = nullptr;
-  std::function<std::string()> untold_;
-  std::string changeNote_;  // what the last change changed besides; until another tab is chosen
+  std::string changeNote_;  // what else the last change changed; until another tab is chosen
   int changes_ = 0;         // made by hand and not applied
   int tab_ = 1;
   bool applying_ = false;
+  std::unique_ptr<ReviewView> view_;  // made last, because it may ask the logic at once
 };
 
 }  // namespace tolvan

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "export/DailySalesExport.h"
 #include "support/FakeHost.h"
 
 namespace tolvan {
@@ -45,9 +46,9 @@ TEST(clsImpExp, TheUnattendedModeInAnyCasingShowsNothingAndAnyOtherShowsTheWindo
     component.DefineSettings();
     component.VentanaImpExp(mode);
     EXPECT_EQ(shown, unattended ? 0 : 1);
-    EXPECT_EQ(component.LastOutcome().ran, unattended);
+    EXPECT_EQ(component.LastReport().details.has_value(), unattended);
     EXPECT_TRUE(factory.last->dialogs.boxes.empty()) << "its folder is not there, and nobody is told";
-    EXPECT_EQ(component.LastDailySales().DetailsAs<DailySalesFile>().record,
+    EXPECT_EQ(component.LastReport().DetailsAs<DailySalesFile>().record,
               unattended ? "codigo_local,0,\"19:00\",\"31/01/2024\"," : "");
     EXPECT_EQ(factory.application.settings.saves, 0);
     component.SaveSettings();

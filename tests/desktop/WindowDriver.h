@@ -6,6 +6,8 @@
 // picture of the screen.
 #pragma once
 
+#include <wx/gdicmn.h>
+
 #include <atomic>
 #include <functional>
 #include <string>
@@ -26,9 +28,9 @@ class WindowDriver {
   /// Pictures go to `pictureFolder`, which is made when needed.
   explicit WindowDriver(std::string pictureFolder);
 
-  /// Opens the options window of the host, runs the script, and closes what is left open. The exit code of the window
-  /// program, or -1 when the script failed; `Failure` then says why.
-  int Run(const std::string& hostPath, const Script& script);
+  /// Opens the host, runs the script once the window of the name `first` is active, and closes what is left open. The
+  /// exit code of the window program, or -1 when the script failed; `Failure` then says why.
+  int Run(const std::string& hostPath, const Script& script, const std::string& first = "frmOpciones");
   const std::string& Failure() const { return failure_; }
 
   // What a person does. Every call waits for the control to be shown and enabled. On a busy machine a window that has
@@ -53,7 +55,7 @@ class WindowDriver {
   void ClickHeader(const std::string& list, unsigned place);
 
   /// Drags from one point to another, both in pixels from the control's upper left corner.
-  void Drag(const std::string& control, int fromX, int fromY, int toX, int toY);
+  void Drag(const std::string& control, wxPoint from, wxPoint to);
 
   /// Keys as xdotool names them: "Return", "alt+a", "shift+F10".
   void Key(const std::string& keys);
@@ -61,9 +63,6 @@ class WindowDriver {
   void KeyUntilGone(const std::string& keys, const std::string& name);
   void KeyUntilFocused(const std::string& keys, const std::string& name);
   void Type(const std::string& text);
-
-  /// Clicks into a field and replaces its text.
-  void Fill(const std::string& field, const std::string& text);
 
   /// Clicks until the toolkit's own picker comes up, whose title begins so.
   void ClickUntilPicker(const std::string& name, const std::string& title);
@@ -76,14 +75,11 @@ class WindowDriver {
 
   // What a person sees.
 
+  /// What a field holds, or the label of another control, or a window's title.
   std::string Text(const std::string& name);
 
   /// Every text that a window shows: labels, titles of tabs and columns, and the entries of a menu that is open.
   std::vector<std::string> Texts(const std::string& name);
-
-  /// What was copied last.
-  std::string Clipboard();
-  std::string Title(const std::string& name);
   std::string Focused();
   bool Enabled(const std::string& name);
   bool Shown(const std::string& name);
@@ -103,11 +99,8 @@ class WindowDriver {
   void UntilShown(const std::string& name);
   void UntilGone(const std::string& name);
 
-  /// The whole screen, as NAME.png.
-  void PictureOfScreen(const std::string& name);
-
   /// A control, for what has no words here. On the windows' thread only. Throws when it is not shown.
-  wxWindow& Get(const std::string& name) const;
+  static wxWindow& Get(const std::string& name);
 
   /// Runs on the windows' thread and waits for it.
   void OnWindows(const std::function<void()>& work);
@@ -116,12 +109,7 @@ class WindowDriver {
   void EndSession();
 
  private:
-  struct Place {
-    int x;
-    int y;
-  };
-
-  wxWindow* Find(const std::string& name) const;
+  static wxWindow* Find(const std::string& name);
 
   /// What `question` answers on the windows' thread.
   template <class Question>
@@ -136,10 +124,11 @@ class WindowDriver {
   void Press(const std::string& name);
   void ClickUntil(const std::string& name, const std::string& what, const std::function<bool()>& holds);
   static void UntilPicker(const std::string& title);
-  Place PlaceOfLine(const std::string& list, unsigned line);
-  Place OnScreen(const std::string& name, int x, int y) const;
-  void MouseTo(Place place, int button);
-  void RunScript(const Script& script);
+  wxPoint PlaceOfLine(const std::string& list, unsigned line);
+  static wxPoint OnScreen(const std::string& name, wxPoint point);
+  static void ClickAt(wxPoint place, int button);
+  void RunScript(const Script& script, const std::string& first);
+  void PictureOfScreen(const std::string& name) const;
 
   std::string pictureFolder_;
   std::string failure_;

@@ -1,10 +1,11 @@
-// An import that does not come to its end as it should: rejected lines, a stop, the close box and the end of the
+// Imports that do not end as they should: rejected lines, a stop, the close box and the end of the
 // session in the middle of the work. What files, settings and a database do to an action is tested below the windows.
 #include <wx/gauge.h>
 
 #include <filesystem>
 #include <fstream>
 
+#include "database/sqlite/SqliteDatabaseServices.h"
 #include "desktop/WindowTest.h"
 #include "fiscal/clsInfoFiscalClienteDO.h"
 #include "support/FileContent.h"
@@ -29,10 +30,16 @@ class WindowFailure : public WindowTest {
 
 TEST_F(WindowFailure, RejectedLinesAreOfferedAfterTheImport) {
   const std::string rejected = folder.File("rechazos.txt");
+  WriteFile(folder.File("carta.txt"), "Estimados señores:\r\nno es el registro\r\n");
   Run([&](WindowDriver& driver) {
+    Choose(driver, node::registry, 1, folder.File("carta.txt"));
+    driver.ClickUntilShown("bGuardar", "iconoAdvertencia");
+    EXPECT_NE(driver.Dismiss().find("el archivo no es el registro de contribuyentes"), std::string::npos);
+    driver.Settle();
+    EXPECT_FALSE(driver.Shown("mensaje")) << "lines of a file that is no registry are not offered";
     Choose(driver, node::registry, 1, Registry(2000));
     driver.ClickUntilShown("bGuardar", "iconoInformacion");
-    EXPECT_EQ(driver.Title("mensaje"), "Operación finalizada");
+    EXPECT_EQ(driver.Text("mensaje"), "Operación finalizada");
     EXPECT_EQ(driver.Dismiss(),
               "Operación finalizada. \n\nNuevos clientes registrados: 2000\n"
               "Clientes no registrados: 0\nLineas con errores: 2");
@@ -61,28 +68,31 @@ TEST_F(WindowFailure, AStoppedRegistryImportKeepsWhatIsIn) {
   });
 }
 
-TEST_F(WindowFailure, TheCloseBoxDuringAnImportStopsItAndClosesTheWindow) {
-  const std::string file = Registry(900'000, true);
-  const int code = Run([&](WindowDriver& driver) {
-    Choose(driver, node::registry, 1, file);
-    driver.ClickUntilShown("bGuardar", "pbProgreso");
-    driver.KeyUntilShown("alt+F4", "mensaje");
-    EXPECT_NE(driver.Dismiss().find("Operación interrumpida."), std::string::npos);
-    driver.UntilGone("frmOpciones");
-  });
+TEST_F(WindowFailure, AStopWhileTheStoreIsOpenedEndsTheProgramQuietly) {
+  SqliteDatabaseServices other({.path = places.database});
+  other.OpenRecordset(SqlStatement("PRAGMA locking_mode = EXCLUSIVE"));
+  const auto writing = other.BeginTransaction();
+  const int code = Run([](WindowDriver& driver) { driver.KeyUntilGone("Escape", "estado"); }, "estado");
   EXPECT_EQ(code, 0);
 }
 
-TEST_F(WindowFailure, TheEndOfTheSessionDuringAnImportClosesEverything) {
-  const std::string file = Registry(900'000);
-  const int code = Run([&](WindowDriver& driver) {
-    Choose(driver, node::registry, 1, file);
-    driver.ClickUntilShown("bGuardar", "pbProgreso");
-    driver.EndSession();
-    driver.UntilGone("frmOpciones");
-  });
-  EXPECT_EQ(code, 0);
-  EXPECT_EQ(Query("PRAGMA integrity_check"), "ok");
+TEST_F(WindowFailure, TheCloseBoxAndTheEndOfTheSessionStopAnImport) {
+  const std::string file = Registry(900'000, true);
+  for (const bool sessionEnds : {false, true}) {
+    const int code = Run([&](WindowDriver& driver) {
+      Choose(driver, node::registry, 1, file);
+      driver.ClickUntilShown("bGuardar", "pbProgreso");
+      if (sessionEnds) {
+        driver.EndSession();
+      } else {
+        driver.KeyUntilShown("alt+F4", "mensaje");
+        EXPECT_NE(driver.Dismiss().find("Operación interrumpida."), std::string::npos);
+      }
+      driver.UntilGone("frmOpciones");
+    });
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(Query("PRAGMA integrity_check"), "ok");
+  }
 }
 
 }  // namespace

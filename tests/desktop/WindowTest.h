@@ -1,6 +1,7 @@
 // A demo store of its own for every test, and the windows on it.
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "cli/DemoStoreFixture.h"
@@ -10,12 +11,24 @@ namespace tolvan::test {
 
 class WindowTest : public DemoStoreFixture {
  protected:
-  /// Opens the window, runs the script and closes what is open. A script that fails is a failure of the test, with a
-  /// picture of the screen in the folder `fallos` of the working folder. The program's exit code.
-  int Run(const WindowDriver::Script& script);
+  /// Opens the window, runs the script once a window of the name `first` is there, and closes what is open. A script
+  /// that fails is a failure of the test, with a picture of the screen in the folder `fallos` of the working folder.
+  /// The program's exit code.
+  int Run(const WindowDriver::Script& script, const std::string& first = "frmOpciones") {
+    const auto* const current = ::testing::UnitTest::GetInstance()->current_test_info();
+    WindowDriver driver(std::filesystem::absolute("fallos") / current->name());
+    const int code = driver.Run(places.host, script, first);
+    EXPECT_EQ(driver.Failure(), "");
+    return code;
+  }
 
   /// Chooses an action's node, then a file by the button of its panel.
-  static void Choose(WindowDriver& driver, unsigned node, int element, const std::string& path);
+  static void Choose(WindowDriver& driver, unsigned node, int element, const std::string& path) {
+    driver.ClickLine("tvOpciones", node);
+    const std::string title = element == 0 ? "Seleccionar Archivo de Excel" : "Seleccionar Archivo de Texto RNC";
+    driver.ClickUntilPicker("BAbrirArchivo" + std::to_string(element), title);
+    driver.AnswerPicker(title, path);
+  }
 };
 
 namespace node {

@@ -24,7 +24,6 @@
 #include "transport/ItemDefinitionFile.h"
 #include "transport/LoteTransporte.h"
 #include "ui/ItemSearch.h"
-#include "ui/frmStatusImportar.h"
 
 namespace tolvan::test {
 namespace {
@@ -105,9 +104,9 @@ class SqlServerStatements : public ImportTest {
     sheets.firstRow = 4;
     sheets.rows = {line("Galaxy Y", "Samsung", "GSM"), line("Peñón", "Nokia", "CDMA"), line("Lumia", "Nokia", "GSM"),
                    line("Uno", "Nokia", "Telefono")};
-    FakeReviewView view;
-    view.search = [&](const SqlStatement& items) { return ItemSearch(recording, items, 0).At(0).code; };
-    frmStatusImportar window(host.context, view);
+    FakeReviewWindow review(host.context);
+    review.view.search = [this](const SqlStatement& items) { return ItemSearch(recording, items, 0).At(0).code; };
+    frmStatusImportar& window = review.form;
     MakeImporter<clsIE_PreciosMovilnet>([&](IClaseImportar& shown) {
       window.SetClase(shown);
       EXPECT_TRUE(window.mnuRenglonR_Click(0, 3));

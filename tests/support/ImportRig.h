@@ -14,7 +14,7 @@
 #include "support/FakeHost.h"
 #include "support/TestStore.h"
 #include "system/posix/PosixServices.h"
-#include "ui/ReviewListModel.h"
+#include "ui/ReviewView.h"
 
 namespace tolvan::test {
 

@@ -3,31 +3,29 @@
 #include <gtest/gtest.h>
 
 #include "support/FakeHost.h"
-#include "ui/FakeOptionsView.h"
+#include "ui/OptionsFixture.h"
 
 namespace tolvan {
 namespace {
 
-using test::FakeOptionsView;
-using test::FakeServices;
+struct WindowLayout : ::testing::Test {
+  test::FakeServices services;
+  test::FakeLayout window;
+};
 
-TEST(WindowLayout, OpensCentredWhereNothingIsStored) {
-  FakeServices services;
-  FakeOptionsView window;
+TEST_F(WindowLayout, OpensCentredWhereNothingIsStored) {
   RestoreLayout(services, window);
   EXPECT_EQ(window.bounds, (Rectangle{5100, 3000, 9000, 6000}));
   EXPECT_EQ(window.state, WindowState::Normal);
 }
 
-TEST(WindowLayout, AMaximisedWindowKeepsTheNormalPositionItHadBefore) {
-  FakeServices services;
-  FakeOptionsView window;
+TEST_F(WindowLayout, AMaximisedWindowKeepsTheNormalPositionItHadBefore) {
   window.bounds = {150, 300, 9900, 7000};
   SaveLayout(services, window);
   window.bounds = {0, 0, 19200, 12000};
   window.state = WindowState::Maximised;
   SaveLayout(services, window);
-  FakeOptionsView reopened;
+  test::FakeLayout reopened;
   RestoreLayout(services, reopened);
   EXPECT_EQ(reopened.bounds, (Rectangle{150, 300, 9900, 7000}));
   EXPECT_EQ(reopened.state, WindowState::Maximised);
@@ -37,9 +35,7 @@ TEST(WindowLayout, AMaximisedWindowKeepsTheNormalPositionItHadBefore) {
   EXPECT_EQ(services.layouts.at("Ventanas/IMPEXPfrmOpciones_L"), 150);
 }
 
-TEST(WindowLayout, AFixedBorderStoresNoSizeAndIgnoresAStoredOne) {
-  FakeServices services;
-  FakeOptionsView window;
+TEST_F(WindowLayout, AFixedBorderStoresNoSizeAndIgnoresAStoredOne) {
   window.sizable = false;
   SaveLayout(services, window);
   EXPECT_EQ(services.layouts.count("Ventanas/IMPEXPfrmOpciones_H"), 0U);
@@ -49,7 +45,7 @@ TEST(WindowLayout, AFixedBorderStoresNoSizeAndIgnoresAStoredOne) {
   EXPECT_EQ(window.bounds, (Rectangle{0, 0, 9000, 6000}));
 }
 
-TEST(WindowLayout, WhatLiesOutsideTheScreensIsBroughtBack) {
+TEST_F(WindowLayout, WhatLiesOutsideTheScreensIsBroughtBack) {
   const std::vector<Rectangle> screens{{0, 0, 19200, 12000}, {19200, 0, 15000, 9000}};
   struct Case {
     Rectangle stored;
@@ -66,21 +62,18 @@ TEST(WindowLayout, WhatLiesOutsideTheScreensIsBroughtBack) {
   EXPECT_EQ(BroughtOnScreen({90000, 1, 2, 3}, {}), (Rectangle{90000, 1, 2, 3}));
 }
 
-TEST(WindowLayout, AStoredStateAndSizeThatCannotBeAreIgnored) {
-  FakeServices services;
+TEST_F(WindowLayout, AStoredStateAndSizeThatCannotBeAreIgnored) {
   services.layouts = {{"Ventanas/IMPEXPfrmOpciones_WS", 7},
                       {"Ventanas/IMPEXPfrmOpciones_H", 0},
                       {"Ventanas/IMPEXPfrmOpciones_W", -5},
                       {"Ventanas/IMPEXPfrmOpciones_L", 0},
                       {"Ventanas/IMPEXPfrmOpciones_T", 0}};
-  FakeOptionsView window;
   RestoreLayout(services, window);
   EXPECT_EQ(window.bounds, (Rectangle{0, 0, 9000, 6000}));
   EXPECT_EQ(window.state, WindowState::Normal);
 }
 
-TEST(WindowLayout, ColumnsComeBackAsTheyWereLeft) {
-  FakeServices services;
+TEST_F(WindowLayout, ColumnsComeBackAsTheyWereLeft) {
   const ListLayout fresh{.widths = {0, 0, 0}, .order = {0, 1, 2}};
   EXPECT_EQ(LoadListLayout(services, "lista", 3), fresh);
   const ListLayout left{.widths = {900, 1500, 750}, .order = {2, 0, 1}, .sortColumn = 1, .ascending = false};

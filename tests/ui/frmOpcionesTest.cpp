@@ -1,166 +1,226 @@
 #include "ui/frmOpciones.h"
 
-#include <gtest/gtest.h>
-
+#include <functional>
 #include <stdexcept>
 
-#include "support/FakeHost.h"
-#include "ui/HeadlessOpcionesView.h"
+#include "services/ResourceTexts.h"
+#include "ui/OptionsFixture.h"
 
 namespace tolvan {
 namespace {
 
-using test::FakeDialogs;
-using test::FakeHost;
+struct OptionsWindowTest : test::OptionsFixture {
+  /// Makes the daily sales action of `made` do `work`.
+  void Runs(const ActionRoutine& work) {
+    actions.front().routine = work;
+    made.tvOpciones_NodeClick("_1");
+  }
 
-struct Window {
-  FakeHost host;
-  HeadlessOpcionesView view;
-  frmOpciones form{host.context, view};
-  std::vector<FakeDialogs::Box>& boxes = host.services.dialogs.boxes;
+  void Launch(int number) {
+    form.tvOpciones_NodeClick(NodeKeyOf(number));
+    form.ImpExp(true);
+  }
+
+  /// The component's own actions and one more, for which there is nothing but its row.
+  std::vector<Action> actions = [] {
+    std::vector<Action> rows(ComponentActions().begin(), ComponentActions().end());
+    rows.push_back({.number = 7,
+                    .captionId = text_id::salesServer,
+                    .parent = action::excelPrices,
+                    .panel = PanelKind::File,
+                    .check = rows.back().check,
+                    .routine = [](ActionRun& run) {
+                      run.context.settings.SetText(Setting::DireccionServidor, run.file);
+                      return ActionReport{.done = true};
+                    }});
+    return rows;
+  }();
+  frmOpciones made{host.context, view, tools, actions};
 };
 
-TEST(frmOpciones, FillsAndSavesEveryFieldOfTheDailySalesPanel) {
-  Window window;
-  auto& stored = window.host.application.settings.values;
-  for (const auto& [index, value] : {std::pair{"0", " 0001"},
-                                     {"1", "15"},
-                                     {"4", "21"},
-                                     {"5", "30"},
-                                     {"6", "/out/"},
-                                     {"7", "1"},
-                                     {"8", "ana@example.com"},
-                                     {"9", "ventas.txt"}}) {
-    stored[index] = value;
-  }
-  window.form.Cargar();
-  HeadlessOpcionesView& view = window.view;
-  EXPECT_EQ(view.Text("txtC1_CodigoTienda"), " 0001");
-  EXPECT_EQ(view.DateOf("dC1_FechaMovimiento"), Date::FromParts(2024, 2, 1)) << "today, not the stored day";
-  EXPECT_EQ(view.TimeOf("dtC1_HoraFinJornada"), (TimeOfDay{21, 30}));
-  EXPECT_EQ(view.Text("txtC1_CarpetaDestino"), "/out");
-  EXPECT_TRUE(view.Checked("chk1") && view.Enabled("txtC1_Email"));
-  EXPECT_EQ(view.Text("txtC1_Email"), "ana@example.com");
-  EXPECT_EQ(view.Text("txtC1_NombreArchivo"), "ventas.txt");
-
-  view.SetText("txtC1_CodigoTienda", "0042");
-  view.SetDate("dC1_FechaMovimiento", Date::FromParts(2023, 12, 31));
-  view.SetTime("dtC1_HoraFinJornada", {8, 5});
-  view.SetChecked("chk1", false);
-  view.SetText("txtC1_Email", "eva@example.com");
-  view.SetText("txtC1_NombreArchivo", "hoy.txt");
-  auto expected = stored;
-  for (const auto& [index, value] : {std::pair{"0", "0042"},
-                                     {"1", "31"},
-                                     {"2", "12"},
-                                     {"3", "2023"},
-                                     {"4", "8"},
-                                     {"5", "5"},
-                                     {"7", "0"},
-                                     {"8", "eva@example.com"},
-                                     {"9", "hoy.txt"}}) {
-    expected[index] = value;
-  }
-  window.form.SavePanel(0);
-  EXPECT_EQ(stored, expected);
+TEST_F(OptionsWindowTest, BeginsWithTheIntroductionAndTheTree) {
+  stored["15"] = "/listas/movilnet.xlsx";
+  host.services.files.contents["/listas/movilnet.xlsx"] = "";
+  view.progressShown = true;
+  form.Iniciar();
+  EXPECT_EQ(view.panel, 0);
+  std::string tree;
+  for (const ActionNode& node : view.nodes) tree += node.parentKey + node.key + " " + node.caption + "\n";
+  EXPECT_EQ(tree,
+            "_1 Archivo Ventas Vexlor\n_3 Precios Movilnet 2010\n_4 Terminal de Datos Tolvan\n"
+            "_5 Datos desde Hoja de Excel\n_6 RNC a Clientes (Rep. Dom.)\n");
+  EXPECT_EQ(view.Text("lblExpl"),
+            "Esta ventana permite exportar ciertos datos desde Tolvan a otros formatos que se utilizan en otros "
+            "sistemas de información.\r\n\r\nSeleccione a la izquierda de la ventana la operación que desea realizar.");
+  EXPECT_FALSE(view.progressShown);
+  EXPECT_EQ(view.files[3], "/listas/movilnet.xlsx");
+  EXPECT_EQ(view.files[5], "(ningún archivo seleccionado)");
+  EXPECT_EQ(form.CurrentAction(), 0);
+  host.services.files.contents.clear();
+  frmOpciones later(host.context, view, tools);
+  later.Iniciar();
+  EXPECT_EQ(view.files[3], "(ningún archivo seleccionado)") << "the file is gone";
 }
 
-TEST(frmOpciones, AnEmptyFolderAnUnderscoreAndAnImpossibleTimeAreShownAsAgreed) {
-  Window window;
-  auto& stored = window.host.application.settings.values;
-  stored["4"] = "25";
-  stored["6"] = "";
-  stored["7"] = "2";  // only 1 is a tick
-  stored["9"] = "_";
-  window.view.SetTime("dtC1_HoraFinJornada", {18, 15});
-  window.form.Cargar();
-  EXPECT_EQ(window.view.Text("txtC1_CarpetaDestino"), "/app/Exportar/Archivo Ventas Vexlor");
-  EXPECT_EQ(window.view.TimeOf("dtC1_HoraFinJornada"), (TimeOfDay{18, 15}));
-  EXPECT_FALSE(window.view.Checked("chk1"));
-  EXPECT_FALSE(window.view.Enabled("txtC1_Email"));
-  EXPECT_EQ(window.view.Text("txtC1_NombreArchivo"), "");
+TEST_F(OptionsWindowTest, ANewRowOfTheTableHasNodePanelFileAndRoutine) {
+  made.Iniciar();
+  ASSERT_EQ(view.nodes.size(), 6U);
+  EXPECT_EQ(view.nodes[4].parentKey + view.nodes[4].key, "_5_7") << "after its parent";
+  EXPECT_EQ(view.nodes[5].key, "_6");
+  for (const char* key : {"_8", "_0", "_-1", "_", "", "_x", "_99999999999"}) {
+    boxes.clear();
+    made.tvOpciones_NodeClick(key);
+    EXPECT_EQ(boxes.size(), 1U) << key << " names no action";
+  }
+  boxes.clear();
+  made.tvOpciones_NodeClick("_7");
+  EXPECT_EQ(view.panel, 7);
+  EXPECT_EQ(view.Text("lblTituloCategoria"), "Servidor Central de Ventas");
+  dialogs.answer = "/datos/nuevo.txt";
+  made.BAbrirArchivo_Click();
+  EXPECT_EQ(view.files[7], "/datos/nuevo.txt");
+  made.bGuardar_Click();
+  EXPECT_EQ(
+      boxes,
+      (std::vector<Box>{{MessageIcon::Information, "Importar/Exportar Datos", "La operación finalizó con éxito."}}));
+  EXPECT_EQ(stored["10"], "/datos/nuevo.txt");
 }
 
-TEST(frmOpciones, TheDispatcherReportsOnceAndOnlyWhenInteractive) {
-  Window window;
-  bool succeeds = true;
-  bool wantsSilence = false;
-  std::string messages = "\r\nUno\r\nDos";
-  window.form.SetRoutine(3, [&](bool, std::string& errorText, bool& silent) {
-    if (!succeeds) errorText += messages;
-    silent = wantsSilence;
-    return succeeds;
+TEST_F(OptionsWindowTest, EventsThatArriveDuringWorkBeginNothing) {
+  int runs = 0;
+  Runs([&](ActionRun&) {
+    ++runs;
+    made.bGuardar_Click();
+    made.tvOpciones_NodeClick("_6");
+    made.BAbrirArchivo_Click();
+    made.cmdAbrirPlantilla_Click();
+    made.cmdDCExportarItems_Click();
+    made.bCancelar_Click();
+    EXPECT_FALSE(made.QueryUnload());
+    return ActionReport{.done = true, .told = true};
   });
-  window.form.SelectAction(3);
-  window.form.ImpExp(true);
-  succeeds = false;
-  window.form.ImpExp(true);
-  wantsSilence = true;
-  window.form.ImpExp(true);  // silence is for success only
-  messages.clear();
-  window.form.ImpExp(true);  // and for what the routine has told itself
-  window.form.ImpExp(false);
-  succeeds = true;
-  window.form.ImpExp(true);
-  const FakeDialogs::Box failure{MessageIcon::Exclamation, "Importar/Exportar Datos",
-                                 "Ocurrió uno o más errores en la operación:\r\n\r\nUno\r\nDos"};
-  const std::vector<FakeDialogs::Box> expected = {
-      {MessageIcon::Information, "Importar/Exportar Datos", "La operación finalizó con éxito."}, failure, failure};
-  EXPECT_EQ(window.boxes, expected);
-  EXPECT_TRUE(window.form.LastOutcome().succeeded);
+  made.bGuardar_Click();
+  EXPECT_EQ(runs, 1);
+  EXPECT_TRUE(dialogs.questions.empty());
+  EXPECT_EQ(made.CurrentAction(), 1);
+  EXPECT_EQ(view.said, (std::vector<std::string>{"busy", "stop", "stop", "idle", "close"}))
+      << "the close box stops the work and closes after it";
+  EXPECT_TRUE(made.QueryUnload());
 }
 
-TEST(frmOpciones, TheUploadHasAHandlerThoughNoNode) {
-  Window window;
-  window.host.application.http.response = {.succeeded = true, .statusText = "200", .body = "1", .failure = {}};
-  window.form.SelectAction(2);
-  window.form.ImpExp(false);
-  EXPECT_TRUE(window.form.LastOutcome().ran);
-  EXPECT_EQ(window.form.LastOutcome().errorText, "\r\nNo hay días pendientes: el servidor de ventas no pidió ninguno.");
-  EXPECT_EQ(window.boxes.size(), 0U);
+TEST_F(OptionsWindowTest, WhatAnActionThrowsIsToldAndTheWindowGoesOn) {
+  Runs([](ActionRun&) -> ActionReport { throw HostError(HostErrorKind::Unreachable, "la base de datos no responde"); });
+  made.bGuardar_Click();
+  Runs([](ActionRun&) -> ActionReport { throw std::runtime_error("sin memoria"); });
+  made.bGuardar_Click();
+  ASSERT_EQ(boxes.size(), 2U);
+  EXPECT_EQ(boxes[0].text.find("Ocurrió uno o más errores en la operación:\r\n"), 0U);
+  EXPECT_NE(boxes[0].text.find("la base de datos no responde"), std::string::npos);
+  EXPECT_NE(boxes[1].text.find("sin memoria"), std::string::npos);
+  EXPECT_FALSE(made.IsBusy());
 }
 
-TEST(frmOpciones, WithoutAnActionAcceptWarnsAndRunsNothing) {
-  Window window;
-  window.form.Cargar();
-  window.form.bGuardar_Click();
-  ASSERT_EQ(window.boxes.size(), 1U);
-  EXPECT_EQ(window.boxes[0].text,
-            "Seleccione primero una categoría a la izquierda de la ventana para Importar/Exportar datos.");
-  EXPECT_FALSE(window.form.LastOutcome().ran);
-  window.form.ImpExp(false);
-  EXPECT_EQ(window.boxes.size(), 1U);
-  EXPECT_THROW(window.form.SelectAction(7), std::out_of_range);
+TEST_F(OptionsWindowTest, AFieldThatCannotBeSavedIsLedToWhateverTheActionAndNothingIsSavedOrRun) {
+  form.tvOpciones_NodeClick("_6");
+  view.SetChecked("chk1", true);
+  view.SetText("txtC1_Email", "nadie");
+  form.bGuardar_Click();
+  EXPECT_EQ(view.said, (std::vector<std::string>{"node _1", "focus txtC1_Email", "focus txtC1_Email"}));
+  EXPECT_EQ(view.panel, 1);
+  EXPECT_EQ(form.CurrentAction(), 1);
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].text, "Favor indique una dirección de e-mail válida.");
+  EXPECT_NE(stored["8"], "nadie");
 }
 
-TEST(frmOpciones, SettingsThatCannotBeSavedAreToldAndTheActionIsNotRun) {
-  for (const bool refused : {true, false}) {
-    Window window;
-    int runs = 0;
-    window.form.SetRoutine(1, [&](bool, std::string&, bool&) { return ++runs > 0; });
-    window.form.Cargar();
-    window.form.SelectAction(1);
-    window.host.application.settings.refuses = refused;
-    window.host.application.settings.saveFailure = HostError(HostErrorKind::Access, "sin permiso");
-    window.form.bGuardar_Click();
-    EXPECT_EQ(runs, 0);
-    ASSERT_EQ(window.boxes.size(), 1U);
-    EXPECT_EQ(window.boxes[0].text.find("Error al intentar guardar opciones del sistema"), 0U);
+TEST_F(OptionsWindowTest, TheDispatcherReportsOnceAndOnlyWhenInteractive) {
+  ActionReport result;
+  Runs([&](ActionRun&) { return result; });
+  const Box success{MessageIcon::Information, "Importar/Exportar Datos", "La operación finalizó con éxito."};
+  const Box failure{MessageIcon::Exclamation, "Importar/Exportar Datos",
+                    "Ocurrió uno o más errores en la operación:\r\n\r\nUno\r\nDos"};
+  for (const bool done : {true, false}) {
+    for (const bool told : {true, false}) {
+      result = {.done = done, .text = done ? "" : "\r\nUno\r\nDos", .told = told};
+      boxes.clear();
+      made.ImpExp(false);
+      EXPECT_TRUE(boxes.empty());
+      made.ImpExp(true);
+      EXPECT_EQ(boxes, told ? std::vector<Box>() : std::vector{done ? success : failure}) << done << told;
+    }
   }
 }
 
-TEST(frmOpciones, APickedFolderReplacesTheFolderAndACancelledOneKeepsIt) {
-  Window window;
-  window.host.application.settings.values["6"] = "/out/";
-  window.form.Cargar();
-  window.form.ChooseFolder();
-  EXPECT_EQ(window.host.services.dialogs.questions.back(),
-            "Seleccionar carpeta para guardar los archivos exportados. /out/");
-  EXPECT_EQ(window.view.Text("txtC1_CarpetaDestino"), "/out");
-  window.host.services.dialogs.answer = "/otra";
-  window.form.ChooseFolder();
-  window.form.SavePanel(1);
-  EXPECT_EQ(window.host.application.settings.values["6"], "/otra");
+TEST_F(OptionsWindowTest, TheUploadHasARoutineThoughNoNode) {
+  host.application.http.response = {.succeeded = true, .statusText = "200", .body = "1", .failure = {}};
+  Launch(action::salesUpload);
+  EXPECT_EQ(view.panel, 0);
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_TRUE(boxes[0].text.ends_with("\r\nNo hay días pendientes: el servidor de ventas no pidió ninguno."));
+}
+
+TEST_F(OptionsWindowTest, SettingsThatCannotBeSavedAreToldAndTheActionIsNotRun) {
+  int runs = 0;
+  Runs([&](ActionRun&) {
+    ++runs;
+    return ActionReport();
+  });
+  host.application.settings.saveFailure = HostError(HostErrorKind::Access, "sin permiso");
+  made.bGuardar_Click();
+  host.application.settings.refuses = true;
+  made.bGuardar_Click();
+  EXPECT_EQ(runs, 0);
+  ASSERT_EQ(boxes.size(), 2U);
+  EXPECT_TRUE(boxes[0].text.starts_with("Error al intentar guardar opciones del sistema\r\n"));
+  EXPECT_EQ(boxes[1].text, "Error al intentar guardar opciones del sistema");
+}
+
+TEST_F(OptionsWindowTest, AnActionAsksForItsFileAndRefusesOneThatCannotBeUsed) {
+  struct Case {
+    int action;
+    const char* question;
+    const char* nothingChosen;
+    const char* unusable;
+  };
+  host.application.databaseFailure = HostError(HostErrorKind::Unreachable, "sin base");
+  const std::vector<Case> cases{
+      {action::excelPrices, "Seleccionar Archivo de Excel Libro de Excel|*.xls;*.xlsx",
+       "\r\n\r\nDebe seleccionar primero el archivo de Excel",
+       "El archivo /listas/ida no existe, favor seleccione la ubicación correcta del archivo"},
+      {action::taxpayerRegistry, "Seleccionar Archivo de Texto RNC Archivo de Texto RNC|*.txt",
+       "\r\n\r\nDebe seleccionar primero el archivo de texto", "sin base"}};
+  for (const Case& each : cases) {
+    boxes.clear();
+    dialogs.answer.reset();
+    Launch(each.action);
+    EXPECT_EQ(dialogs.questions.back(), each.question);
+    dialogs.answer = "/listas/ida";
+    Launch(each.action);
+    ASSERT_EQ(boxes.size(), 2U);
+    EXPECT_TRUE(boxes[0].text.ends_with(each.nothingChosen)) << boxes[0].text;
+    EXPECT_NE(boxes[1].text.find(each.unusable), std::string::npos) << boxes[1].text;
+  }
+  EXPECT_EQ(stored["15"], "") << "a file that is gone is not remembered";
+}
+
+TEST_F(OptionsWindowTest, TheFileOfAnImportThatFailedIsRemembered) {
+  host.services.files.contents["/listas/precios.xlsx"] = "x";
+  dialogs.answer = "/listas/precios.xlsx";
+  Launch(action::movilnetPrices);
+  ASSERT_EQ(boxes.size(), 1U) << "told once";
+  EXPECT_TRUE(boxes[0].text.starts_with(
+      "Error al conectar con Microsoft Excel, verifique que Excel está instalado en su sistema\r\n"));
+  EXPECT_EQ(stored["15"], "/listas/precios.xlsx");
+  EXPECT_EQ(host.application.settings.saves, 1);
+}
+
+TEST_F(OptionsWindowTest, MakingTheTemplateIsWork) {
+  form.cmdAbrirPlantilla_Click();
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].text,
+            "No se encuentra el archivo de plantilla. Favor actualice Tolvan para reponer el archivo de plantilla");
+  // A wish to stop something earlier is forgotten when work begins, and only then.
+  EXPECT_EQ(view.said, (std::vector<std::string>{"busy", "idle"}));
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "support/FakeHost.h"
 #include "support/FakeReviewView.h"
 
@@ -15,6 +17,7 @@ class FakeImporter : public IClaseImportar, public ReviewLineSource {
   std::string NoteOf(std::int32_t row) const override { return row == 2 ? "repetido" : ""; }
   std::string NoteOfAll() const override { return note; }
   std::string NoteOfChange() const override { return "También cambió otra. "; }
+  std::string UntoldFailure() const override { return failure; }
   std::optional<Currency> AmountOf(std::int32_t row, std::size_t column) const override {
     if (column != review_column::price || row % 5 == 0) return std::nullopt;
     return Currency::FromUnits(row % 3);
@@ -22,9 +25,8 @@ class FakeImporter : public IClaseImportar, public ReviewLineSource {
 
   std::vector<std::string> calls;
   std::string note;
-  std::int32_t rows = 5;
-  std::int32_t fresh = 1;
-  std::int32_t associated = 3;
+  std::string failure;
+  std::array<std::int32_t, 3> counts{};
   bool succeeds = true;
   std::function<void()> whileApplying = [] {};
 
@@ -34,9 +36,9 @@ class FakeImporter : public IClaseImportar, public ReviewLineSource {
     whileApplying();
     return succeeds;
   }
-  std::int32_t IClaseImportar_NumeroRenglones() const override { return rows; }
-  std::int32_t IClaseImportar_NumeroNuevos() const override { return fresh; }
-  std::int32_t IClaseImportar_NumeroAsociados() const override { return associated; }
+  std::int32_t IClaseImportar_NumeroRenglones() const override { return counts[0]; }
+  std::int32_t IClaseImportar_NumeroNuevos() const override { return counts[1]; }
+  std::int32_t IClaseImportar_NumeroAsociados() const override { return counts[2]; }
   void IClaseImportar_PintarLV(ReviewList&, std::int32_t row, int tab) override {
     calls.push_back("pintar " + std::to_string(row) + " " + std::to_string(tab));
   }
@@ -57,58 +59,48 @@ class FakeImporter : public IClaseImportar, public ReviewLineSource {
 
 class StatusImportar : public ::testing::Test {
  protected:
+  using Box = test::FakeDialogs::Box;
+
   StatusImportar() { form.SetClase(importer); }
 
   test::FakeHost host;
-  test::FakeReviewView view;
+  test::FakeDialogs& dialogs = host.services.dialogs;
   FakeImporter importer;
-  frmStatusImportar form{host.context, view};
+  test::FakeReviewWindow window{host.context};
+  test::FakeReviewView& view = window.view;
+  frmStatusImportar& form = window.form;
 };
 
 TEST_F(StatusImportar, CountsInSingularAndPlural) {
-  form.RefrescarSumario();
-  EXPECT_EQ(view.summary[0], "5 renglones en total.");
-  EXPECT_EQ(view.summary[1], "1 renglon nuevo o sin asociar.");
-  EXPECT_EQ(view.summary[2], "3 renglones previamente asociados.");
-  importer.rows = 1;
-  importer.fresh = 3;
-  importer.associated = 0;
-  form.RefrescarSumario();
-  EXPECT_EQ(view.summary[0], "1 renglon en total.");
-  EXPECT_EQ(view.summary[1], "3 renglones nuevos o sin asociar.");
-  EXPECT_EQ(view.summary[2], "0 renglones previamente asociados.");
+  const auto summary = [this](std::int32_t rows, std::int32_t fresh, std::int32_t associated) {
+    importer.counts = {rows, fresh, associated};
+    form.RefrescarSumario();
+    return view.summary[0] + view.summary[1] + view.summary[2];
+  };
+  EXPECT_EQ(summary(5, 1, 3), "5 renglones en total.1 renglon nuevo o sin asociar.3 renglones previamente asociados.");
+  EXPECT_EQ(summary(1, 3, 0), "1 renglon en total.3 renglones nuevos o sin asociar.0 renglones previamente asociados.");
 }
 
 TEST_F(StatusImportar, TellsWhyTheSelectedRowIsNotProcessed) {
+  const auto noteOf = [this](std::int32_t row) {
+    form.lvStatus_ItemClick(row);
+    return view.note;
+  };
   view.list.Clear(importer);
   form.tabFiltro_Click(3);
-  form.lvStatus_ItemClick(0);
-  EXPECT_EQ(view.note, "") << "there is no row to choose";
+  EXPECT_EQ(noteOf(0), "") << "there is no row to choose";
   view.list.Add(2);
   view.list.Add(3);
-  form.lvStatus_ItemClick(0);
-  EXPECT_EQ(view.note, "Escoja un renglón para ver por qué no se procesa.");
-  form.lvStatus_ItemClick(2);
-  EXPECT_EQ(view.note, "repetido");
-  form.lvStatus_ItemClick(3);
-  EXPECT_EQ(view.note, "");
+  EXPECT_EQ(noteOf(0), "Escoja un renglón para ver por qué no se procesa.");
+  EXPECT_EQ(noteOf(2), "repetido");
+  EXPECT_EQ(noteOf(3), "");
   importer.note = "Sobran filas.";
-  form.lvStatus_ItemClick(0);
-  EXPECT_EQ(view.note, "Sobran filas. Escoja un renglón para ver por qué no se procesa.");
+  EXPECT_EQ(noteOf(0), "Sobran filas. Escoja un renglón para ver por qué no se procesa.");
   EXPECT_TRUE(form.mnuRenglonR_Click(0, 3));
-  form.lvStatus_ItemClick(2);
-  EXPECT_EQ(view.note, "También cambió otra. repetido");
+  EXPECT_EQ(noteOf(2), "También cambió otra. repetido");
   form.tabFiltro_Click(1);
   form.ShowModal();
   EXPECT_EQ(view.note, "Sobran filas.");
-}
-
-TEST_F(StatusImportar, OffersTheMenuOfARow) {
-  form.lvStatus_MouseUp(1, 2);
-  form.lvStatus_MouseUp(2, 0);
-  EXPECT_TRUE(view.menu.empty());
-  form.lvStatus_MouseUp(2, 2);
-  EXPECT_EQ(view.menu, (std::vector<bool>{true, true, false}));
 }
 
 TEST_F(StatusImportar, ChangesRowsThroughTheMenu) {
@@ -134,28 +126,39 @@ TEST_F(StatusImportar, ChangesRowsThroughTheMenu) {
       {2, 2, "x", true, {}},
       {3, 1, "x", true, {}},
   };
+  form.lvStatus_MouseUp(1, 2);
+  form.lvStatus_MouseUp(2, 0);
+  EXPECT_TRUE(view.menu.empty());
+  form.lvStatus_MouseUp(2, 2);
+  EXPECT_EQ(view.menu, (std::vector<bool>{true, true, false}));
   form.tabFiltro_Click(3);
   for (const Case& each : cases) {
     importer.calls.clear();
     importer.succeeds = each.importerAccepts;
-    view.picked = host.services.dialogs.answer = each.answer;
+    view.picked = dialogs.answer = each.answer;
     EXPECT_EQ(form.mnuRenglonR_Click(each.entry, each.row), each.calls.size() == 2);
     EXPECT_EQ(importer.calls, each.calls) << each.entry << " " << each.row;
   }
   EXPECT_EQ(view.query, "SELECT idItem FROM Items WHERE Oculto = ?");
-  EXPECT_TRUE(host.services.dialogs.boxes.empty());
+  EXPECT_TRUE(dialogs.boxes.empty());
 }
 
 TEST_F(StatusImportar, RefusesACodeThatIsRegistered) {
-  host.application.fakeDatabase.answer = [](const SqlStatement&) {
-    return std::make_unique<test::FakeRecordset>(std::vector<std::string>{"idItem"},
-                                                 std::vector<std::vector<FieldValue>>{{std::string("AB")}});
+  // An engine that finds codes only in the casing in which they are stored.
+  struct CasedDatabase : test::FakeDatabase {
+    bool FindsCodesInAnyCase() const override { return false; }
+  } database;
+  host.application.database = &database;
+  database.answer = [](const SqlStatement& query) {
+    const std::string stored = "año1";
+    std::vector<std::vector<FieldValue>> rows;
+    if (query.Literals().empty() || query.Literals()[0] == SqlLiteral(stored)) rows.push_back({stored});
+    return std::make_unique<test::FakeRecordset>(std::vector<std::string>{"idItem"}, rows);
   };
-  EXPECT_FALSE(form.EstablecerCodigo(1, "a b"));
+  EXPECT_FALSE(form.EstablecerCodigo(1, "Año 1"));
   EXPECT_TRUE(importer.calls.empty());
-  EXPECT_EQ(host.services.dialogs.boxes.back(),
-            (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan",
-                                    "Este código AB ya está registrado en la base de datos."}));
+  EXPECT_EQ(dialogs.boxes.back(),
+            (Box{MessageIcon::Exclamation, "Tolvan", "Este código AÑO1 ya está registrado en la base de datos."}));
 }
 
 TEST_F(StatusImportar, ProceedsOnceAndForgetsTheFile) {
@@ -163,10 +166,10 @@ TEST_F(StatusImportar, ProceedsOnceAndForgetsTheFile) {
   form.ShowModal();
   EXPECT_FALSE(view.accept);
   EXPECT_TRUE(view.explanation.starts_with("Estos renglones representan Nuevos Items"));
-  form.Check1_Click(true);
-  EXPECT_TRUE(view.accept);
-  form.Check1_Click(false);
-  EXPECT_FALSE(view.accept);
+  for (const bool ticked : {true, false}) {
+    form.Check1_Click(ticked);
+    EXPECT_EQ(view.accept, ticked);
+  }
   // Clicks that arrive while the import runs.
   importer.whileApplying = [&] {
     EXPECT_FALSE(form.bAceptar_Click());
@@ -174,10 +177,10 @@ TEST_F(StatusImportar, ProceedsOnceAndForgetsTheFile) {
     EXPECT_FALSE(form.mnuRenglonR_Click(0, 1));
   };
   importer.succeeds = false;
-  form.SetUntold([] { return std::string("Fila 7: el código está repetido"); });
+  view.list.Clear(importer);
+  importer.failure = "Fila 7: el código está repetido";
   EXPECT_FALSE(form.bAceptar_Click());
-  EXPECT_EQ(host.services.dialogs.boxes.back(),
-            (test::FakeDialogs::Box{MessageIcon::Exclamation, "Tolvan", "Fila 7: el código está repetido"}));
+  EXPECT_EQ(dialogs.boxes.back(), (Box{MessageIcon::Exclamation, "Tolvan", "Fila 7: el código está repetido"}));
   EXPECT_EQ(view.closed, 0);
   EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "libro.xlsx");
   importer.succeeds = true;
@@ -195,14 +198,15 @@ TEST_F(StatusImportar, TheCloseBoxIsCancel) {
   EXPECT_TRUE(form.mnuRenglonR_Click(0, 1));
   EXPECT_FALSE(form.QueryUnload());
   EXPECT_EQ(view.closed, 1) << "asked whether the correction is to be lost, and not answered with yes";
-  EXPECT_EQ(host.services.dialogs.defaults, std::vector{false});
-  host.services.dialogs.yes = true;
+  EXPECT_EQ(dialogs.defaults, std::vector{false});
+  dialogs.yes = true;
   EXPECT_FALSE(form.QueryUnload());
   EXPECT_EQ(view.closed, 2);
   EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "libro.xlsx");
 }
 
-TEST(ReviewListModel, HoldsATabOfAnyLength) {
+TEST(ReviewListModel, HoldsATabOfAnyLengthInAnyOrder) {
+  using Rows = std::vector<std::int32_t>;
   FakeImporter importer;
   int changes = 0;
   ReviewListModel list([&] { ++changes; });
@@ -219,30 +223,21 @@ TEST(ReviewListModel, HoldsATabOfAnyLength) {
   EXPECT_EQ(changes, 2);
   EXPECT_EQ(list.Lines(), 49'999U);
   EXPECT_EQ(list.LineOfRow(50'002), 24'999U);
-  EXPECT_EQ(ReviewList::KeyOf(7), "_7");
-}
 
-TEST(ReviewListModel, SortsByTextAndByValueAndBack) {
-  FakeImporter importer;
-  ReviewListModel list;
   list.Clear(importer);
   for (const std::int32_t row : {1, 2, 3, 5, 10, 21}) list.Add(row);
-  const auto rows = [&] {
-    std::vector<std::int32_t> shown;
+  const auto sorted = [&](int column, bool ascending) {
+    list.SortBy(column, ascending);
+    Rows shown;
     for (std::size_t line = 0; line < list.Lines(); ++line) shown.push_back(list.RowOfLine(line));
     return shown;
   };
-  list.SortBy(0, true);
-  EXPECT_EQ(rows(), (std::vector<std::int32_t>{1, 10, 2, 21, 3, 5}));
-  list.SortBy(review_column::price, true);
-  EXPECT_EQ(rows(), (std::vector<std::int32_t>{5, 10, 3, 21, 1, 2})) << "lines without an amount first";
-  list.SortBy(review_column::price, false);
-  EXPECT_EQ(rows(), (std::vector<std::int32_t>{2, 1, 3, 21, 5, 10}));
+  EXPECT_EQ(sorted(0, true), (Rows{1, 10, 2, 21, 3, 5}));
+  EXPECT_EQ(sorted(review_column::price, true), (Rows{5, 10, 3, 21, 1, 2})) << "lines without an amount first";
+  EXPECT_EQ(sorted(review_column::price, false), (Rows{2, 1, 3, 21, 5, 10}));
   list.Remove(21);
-  EXPECT_EQ(rows(), (std::vector<std::int32_t>{2, 1, 3, 5, 10}));
   EXPECT_EQ(list.LineOfRow(3), 2U);
-  list.SortBy(-1, true);
-  EXPECT_EQ(rows(), (std::vector<std::int32_t>{1, 2, 3, 5, 10}));
+  EXPECT_EQ(sorted(-1, true), (Rows{1, 2, 3, 5, 10}));
 }
 
 }  // namespace

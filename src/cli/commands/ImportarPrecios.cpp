@@ -1,4 +1,4 @@
-// The import of a price list, in the template or of Movilnet: the launcher of the options window, with the command's
+// The import of a price list, in the template or of Movilnet: the routine of the options window, with the command's
 // review in the place of its window.
 #include <filesystem>
 
@@ -10,8 +10,7 @@
 #include "import/ImportReport.h"
 #include "store/DeferredProviders.h"
 #include "system/posix/PosixServices.h"
-#include "ui/ActionTable.h"
-#include "ui/ImportLauncher.h"
+#include "ui/ActionRoutines.h"
 
 namespace tolvan {
 namespace {
@@ -91,16 +90,20 @@ ExitCode Import(CommandCall& call, int action, std::vector<RowChange> changes) {
   ReviewResult result;
   PriceImporter* importer = nullptr;
   const auto makeReview = [&]() -> std::unique_ptr<ImportReview> {
-    return std::make_unique<CommandReview>(call, context, spreadsheets, *importer, plan, result);
+    return std::make_unique<frmStatusImportar>(context, [&](frmStatusImportar& form) {
+      return std::make_unique<CommandReview>(call, context, spreadsheets, *importer, plan, result, form);
+    });
   };
   TerminalStatus status(call.Messages(), call.MessagesColumns(), call.ShowsProgress());
-  ImportLauncher launcher(context, {spreadsheets, hashes, makeReview}, status,
-                          [&](PriceImporter& made) { importer = &made; });
-  if (plan.simulate) launcher.DoNotRemember();
-  launcher.SetWorkbook(action, call.PathArgument());
-  std::string errorText;
-  bool silent = false;
-  if (!launcher.Launch(action, errorText, silent)) return ReportFailure(call, launcher.LastOutcome());
+  ImportOutcome outcome;
+  const bool reviewed = LaunchImport(FindAction(action), call.PathArgument(),
+                                     {.context = context,
+                                      .tools = {spreadsheets, hashes, makeReview},
+                                      .window = status,
+                                      .remembersFile = !plan.simulate,
+                                      .made = [&](PriceImporter& made) { importer = &made; }},
+                                     outcome);
+  if (!reviewed) return ReportFailure(call, outcome);
   return Report(call, plan, result);
 }
 

@@ -4,7 +4,9 @@
 #include "cli/CommandCall.h"
 #include "cli/commands/AllCommands.h"
 #include "export/DailySalesExport.h"
-#include "ui/frmOpciones.h"
+#include "services/ResourceTexts.h"
+#include "ui/ActionRoutines.h"
+#include "ui/DailySalesFields.h"
 
 namespace tolvan {
 namespace {
@@ -20,12 +22,12 @@ void Print(CommandCall& call, const DailySalesFile& result, const std::string& f
 }
 
 /// `shown`: a box has shown the text of a failure already.
-ExitCode Report(CommandCall& call, const ActionReport& report, const ActionOutcome& outcome, bool shown) {
-  const std::string failure = outcome.succeeded ? std::string() : ForTerminal(outcome.errorText);
+ExitCode Report(CommandCall& call, const ActionReport& report, bool shown) {
+  const std::string failure = report.done ? std::string() : ForTerminal(report.text);
   // The component's text names the path only; the cause helps whoever must mend it.
   const std::string cause = ForTerminal(report.cause);
   Print(call, report.DetailsAs<DailySalesFile>(), cause.empty() ? failure : failure + '\n' + cause);
-  if (outcome.succeeded) return ExitCode::Done;
+  if (report.done) return ExitCode::Done;
   if (!shown) call.PrintMessage(failure);
   if (!cause.empty()) call.PrintMessage(cause);
   return ExitCode::Failed;
@@ -35,7 +37,7 @@ ExitCode RunVexlor(CommandCall& call) {
   CommandHost& host = call.Host();
   host.RequireDatabase();
   host.Component().VentanaImpExp("vexlor");
-  return Report(call, host.Component().LastDailySales(), host.Component().LastOutcome(), false);
+  return Report(call, host.Component().LastReport(), false);
 }
 
 /// The panel always opens on today; the command reports the day asked for, or the stored one.
@@ -44,12 +46,17 @@ ExitCode RunVentas(CommandCall& call) {
   const std::optional<Date> given = call.GivenDate();
   const Date date = given ? *given : StoredReportDate(host.Context().settings);
   host.RequireDatabase();
-  HeadlessOpciones window(host.Context());
-  window.Form().Cargar();
-  window.Form().SelectAction(action::dailySalesFile);
-  window.View().SetDate(control::fechaMovimiento, date);
-  window.Form().bGuardar_Click();
-  return Report(call, window.Form().LastDailySales(), window.Form().LastOutcome(), true);
+  const ComponentContext& context = host.Context();
+  DailySalesFields fields = LoadFields(context);
+  fields.date = date;
+  ActionReport report;
+  report.text = ChangeSettings(context.settings, [&](ImpExpSettings& settings) { StoreFields(fields, settings); });
+  if (report.text.empty()) {
+    report = ExportDailySales(context, true);
+  } else {
+    context.UserDialogs().ShowMessage(MessageIcon::Exclamation, ResourceText(text_id::windowCaption), report.text);
+  }
+  return Report(call, report, true);
 }
 
 }  // namespace
