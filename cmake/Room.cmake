@@ -17,8 +17,8 @@ function(tolvan_room name)
   add_library(tolvan_${name} STATIC ${ROOM_SOURCES})
   target_link_libraries(tolvan_${name} PUBLIC tolvan_house ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
   # Several sources in one compilation, where the preset asks for it; the sanitizers, the release and Windows compile each
-  # alone, so that a missing include shows. The rooms named here have names that collide in one compilation.
-  if(TOLVAN_UNITY AND NOT name MATCHES "^(desktop)$")
+  # alone, so that a missing include shows.
+  if(TOLVAN_UNITY)
     set_target_properties(tolvan_${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
   endif()
   # What a module carries must be able to lie anywhere.

@@ -38,7 +38,6 @@ class ReviewLines : public wxDataViewVirtualListModel {
 
 namespace {
 
-constexpr int twipsPerPixel = 15;
 constexpr unsigned descriptionColumn = 3;
 constexpr std::string_view layoutTag = "frmStatusImportar_lvStatus";
 

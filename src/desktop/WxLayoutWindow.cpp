@@ -9,8 +9,6 @@
 namespace tolvan {
 namespace {
 
-constexpr int twipsPerPixel = 15;
-
 Rectangle ToTwips(const wxRect& pixels) {
   return {.left = pixels.x * twipsPerPixel,
           .top = pixels.y * twipsPerPixel,

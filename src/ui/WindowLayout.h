@@ -1,5 +1,5 @@
 // Windows reopen where the user left them: state, position and, where it can be changed, size, kept in the host's
-// registry under "Ventanas"; columns of lists under "Listas". All measures are twips, 15 to a pixel of a plain screen.
+// layout store under "Ventanas"; columns of lists under "Listas". All measures are twips.
 #pragma once
 
 #include <cstdint>
@@ -10,6 +10,8 @@
 #include "host/HostContext.h"
 
 namespace tolvan {
+
+inline constexpr std::int32_t twipsPerPixel = 15;  ///< of a plain screen
 
 struct Rectangle {
   std::int32_t left = 0;
@@ -26,7 +28,7 @@ class LayoutWindow {
  public:
   virtual ~LayoutWindow() = default;
 
-  /// Distinguishes windows that share the registry; may be empty.
+  /// Distinguishes windows that share the layout store; may be empty.
   virtual std::string LayoutTag() const = 0;
 
   /// Whether the border is sizable.
