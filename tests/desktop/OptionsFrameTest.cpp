@@ -185,7 +185,7 @@ TEST_F(OptionsFrame, TheTemplateIsMadeAndOpened) {
 }
 
 TEST_F(OptionsFrame, ReopensWhereItWasLeft) {
-  Rectangle left;
+  wxRect left;
   const auto frame = [](const WindowDriver& driver) -> wxTopLevelWindow& {
     return dynamic_cast<wxTopLevelWindow&>(driver.Get("frmOpciones"));
   };
@@ -196,20 +196,21 @@ TEST_F(OptionsFrame, ReopensWhereItWasLeft) {
     driver.OnWindows([&] { layout(driver).SetBounds({1500, 1800, 13500, 9000}); });
     driver.Until("moved", [&] { return layout(driver).Bounds().width == 13500; });
     driver.Settle();
-    driver.OnWindows([&] { left = layout(driver).Bounds(); });
+    driver.OnWindows([&] { left = frame(driver).GetRect(); });
     driver.KeyUntilGone("Escape", "frmOpciones");
   });
   Run([&](WindowDriver& driver) {
     // A window that is closed before its frame is known.
     driver.OnWindows([&] {
       auto* const quick = new QuickFrame;
-      quick->layout.SetBounds(left);
-      EXPECT_EQ(quick->layout.Bounds(), left);
+      const Rectangle asked{1500, 1800, 13500, 9000};
+      quick->layout.SetBounds(asked);
+      EXPECT_EQ(quick->layout.Bounds(), asked);
       quick->Show();
-      EXPECT_EQ(quick->layout.Bounds(), left);
+      EXPECT_EQ(quick->layout.Bounds(), asked);
       quick->Destroy();
     });
-    driver.Until("placed", [&] { return layout(driver).Bounds() == left; });
+    driver.Until("placed", [&] { return frame(driver).GetRect() == left; });
     driver.OnWindows([&] { frame(driver).Maximize(); });
     driver.Until("maximised", [&] { return frame(driver).IsMaximized(); });
     driver.Settle();
@@ -218,7 +219,7 @@ TEST_F(OptionsFrame, ReopensWhereItWasLeft) {
   Run([&](WindowDriver& driver) {
     driver.Until("maximised again", [&] { return frame(driver).IsMaximized(); });
     driver.OnWindows([&] { frame(driver).Maximize(false); });
-    driver.Until("as it was before", [&] { return layout(driver).Bounds() == left; });
+    driver.Until("as it was before", [&] { return frame(driver).GetRect() == left; });
   });
   // As on a screen that is no longer there.
   for (const auto& file : std::filesystem::directory_iterator(places.folder + "/ajustes")) {
@@ -227,7 +228,8 @@ TEST_F(OptionsFrame, ReopensWhereItWasLeft) {
     WriteFile(file.path(), std::regex_replace(ReadFile(file.path()), place, "$1=90000"));
   }
   Run([&](WindowDriver& driver) {
-    driver.OnWindows([&] { EXPECT_TRUE(wxDisplay(0U).GetClientArea().Contains(driver.Get("frmOpciones").GetRect())); });
+    driver.Until("it is on the screen",
+                 [&] { return wxDisplay(0U).GetClientArea().Contains(frame(driver).GetRect()); });
   });
 }
 
