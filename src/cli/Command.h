@@ -3,6 +3,7 @@
 // commands.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -68,7 +69,7 @@ struct Command {
   std::string notes{};  ///< further help, Spanish; may be empty
   std::vector<ExampleDefinition> examples{};
   /// Does the work. Throws CommandFailure, or HostError, which ends with exit code 1.
-  ExitCode (*run)(CommandCall& call) = nullptr;
+  std::function<ExitCode(CommandCall& call)> run{};
 };
 
 std::vector<std::string> NamesOf(std::span<const Command> commands);

@@ -35,18 +35,22 @@ std::array<Action, 6> MakeRows() {
        .captionId = text_id::dailySalesFile,
        .panel = PanelKind::DailySales,
        .command = "ventas",
+       .summary = "Escribe el archivo de ventas de un día, como al aceptar su panel en la ventana",
        .routine = RunDailySales},
       // Runs from the command only, although its routine stands here.
       {.number = action::salesUpload,
        .captionId = text_id::salesServer,
        .command = "subir-ventas",
+       .summary = "Envía los totales diarios de ventas al servidor de reportes",
        .routine = RunSalesUpload},
       {.number = action::movilnetPrices,
        .captionId = text_id::movilnetPrices,
        .panel = PanelKind::File,
        .command = "importar-movilnet",
+       .summary = "Importa la lista de precios de teléfonos y módems de Movilnet",
        .help = "Utilice esta sección para importar la lista de precios de teléfonos y módems de Movilnet:",
        .check = &workbook,
+       .changesRows = true,
        .findsFileAgain = true,
        .importer = Make<clsIE_PreciosMovilnet>,
        .routine = RunImport},
@@ -54,6 +58,7 @@ std::array<Action, 6> MakeRows() {
        .captionId = text_id::dataTerminal,
        .panel = PanelKind::Collector,
        .command = "colector",
+       .summary = "Escribe el archivo con los artículos, códigos de barras y depósitos para el colector",
        .help =
            "Utilice el siguiente botón para crear un nuevo archivo a transferir al dispositivo colector, de tal "
            "manera que éste reconozca los códigos de barras de los artículos registrados como inventario en Tolvan."},
@@ -61,6 +66,7 @@ std::array<Action, 6> MakeRows() {
        .captionId = text_id::excelSheet,
        .panel = PanelKind::File,
        .command = "importar-excel",
+       .summary = "Importa Items, costos y precios de un libro hecho con la plantilla",
        .help =
            "Utilice esta sección para importar Items, precios y costos desde un libro de Excel con el formato de la "
            "plantilla:",
@@ -72,6 +78,7 @@ std::array<Action, 6> MakeRows() {
        .captionId = text_id::taxpayerRegistry,
        .panel = PanelKind::File,
        .command = "importar-rnc",
+       .summary = "Importa el registro de contribuyentes de la DGII a la tabla de clientes",
        .help = "Utilice esta sección para importar el archivo del Registro Nacional de Contribuyentes a la tabla de "
                "clientes:",
        .warning =

@@ -78,10 +78,12 @@ struct Action {
   int parent = action::none;   ///< number of the parent in the tree, `none` at the root
   PanelKind panel = PanelKind::None;
   std::string_view command{};          ///< of the command line; empty when there is none
+  std::string_view summary{};          ///< what the command does, Spanish, one sentence without a full stop
   std::string_view help{};             ///< what the panel says first, Spanish
   std::string_view warning{};          ///< what it says next, emphasised; empty for nothing
   const FileCheck* check = nullptr;    ///< null when no file is needed
   bool opensTemplate = false;          ///< the panel offers the template of its workbook
+  bool changesRows = false;            ///< a row of its list can be given another item or code before it is applied
   bool findsFileAgain = false;         ///< the file of an import that was not finished is chosen again later
   ImporterFactory importer = nullptr;  ///< of a price list; null otherwise
   ActionRoutine routine{};             ///< empty when accepting runs nothing

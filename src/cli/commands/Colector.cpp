@@ -78,8 +78,8 @@ ExitCode RunColector(CommandCall& call) {
 }  // namespace
 
 Command ColectorCommand() {
-  return {.name = "colector",
-          .summary = "Escribe el archivo con los artículos, códigos de barras y depósitos para el colector",
+  return {.name = NameOf(action::collectorFile),
+          .summary = SummaryOf(action::collectorFile),
           .arguments = {{.name = "SALIDA", .summary = "el archivo que se escribe (.tolpak)", .isPath = true}},
           .options = {{.name = "--proposito",
                        .summary = "conteo: inventario físico por áreas, con todos los depósitos; recepcion: tomas de "

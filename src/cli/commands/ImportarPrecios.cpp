@@ -1,5 +1,6 @@
-// The import of a price list, in the template or of Movilnet: the routine of the options window, with the command's
-// review in the place of its window.
+// A command for each importer of price lists in the table of actions: the routine of the options window, with the
+// command's review in the place of its window.
+#include <algorithm>
 #include <filesystem>
 
 #include "base/Text.h"
@@ -78,9 +79,17 @@ ExitCode ReportFailure(CommandCall& call, const ImportOutcome& outcome) {
   return ExitCode::Failed;
 }
 
-/// Imports the workbook that the call names by an action of the options window, 3 or 5.
-ExitCode Import(CommandCall& call, int action, std::vector<RowChange> changes) {
-  const ReviewPlan plan = PlanOf(call, std::move(changes));
+std::vector<RowChange> ChangesOf(CommandCall& call) {
+  std::vector<RowChange> changes;
+  for (const GivenOption& option : call.Given().options) {
+    if (option.name == associate || option.name == setCode) changes.push_back(ChangeOf(option));
+  }
+  return changes;
+}
+
+/// Imports the workbook that the call names.
+ExitCode Import(CommandCall& call, const Action& action) {
+  const ReviewPlan plan = PlanOf(call, ChangesOf(call));
   CommandHost& host = call.Host();
   const ComponentContext& context = host.Context();
   static_cast<void>(host.RequireDatabase());
@@ -96,7 +105,7 @@ ExitCode Import(CommandCall& call, int action, std::vector<RowChange> changes) {
   };
   TerminalStatus status(call.Messages(), call.MessagesColumns(), call.ShowsProgress());
   ImportOutcome outcome;
-  const bool reviewed = LaunchImport(FindAction(action), call.PathArgument(),
+  const bool reviewed = LaunchImport(action, call.PathArgument(),
                                      {.context = context,
                                       .tools = {spreadsheets, hashes, makeReview},
                                       .window = status,
@@ -107,62 +116,66 @@ ExitCode Import(CommandCall& call, int action, std::vector<RowChange> changes) {
   return Report(call, plan, result);
 }
 
-ExitCode RunExcel(CommandCall& call) {
-  return Import(call, action::excelPrices, {});
-}
-
-ExitCode RunMovilnet(CommandCall& call) {
-  std::vector<RowChange> changes;
-  for (const GivenOption& option : call.Given().options) {
-    if (option.name == associate || option.name == setCode) changes.push_back(ChangeOf(option));
-  }
-  return Import(call, action::movilnetPrices, std::move(changes));
-}
-
-/// --simular and --informe, and what one of the imports takes besides.
-std::vector<OptionDefinition> ImportOptions(const std::vector<OptionDefinition>& more) {
+std::vector<OptionDefinition> OptionsOf(const Action& action) {
   std::vector<OptionDefinition> options{
       {.name = "--simular", .summary = "lee, clasifica y muestra los renglones, sin aplicar nada"},
       {.name = "--informe",
        .summary = "escribe aquí (.csv o .xlsx) los Items creados y cambiados y lo que no se procesó",
        .valueName = "RUTA",
        .isPath = true}};
-  options.insert(options.end(), more.begin(), more.end());
+  if (!action.changesRows) return options;
+  options.push_back({.name = associate,
+                     .summary = "asocia el renglón a un Item existente; sin ITEM quita la asociación",
+                     .valueName = "FILA=ITEM",
+                     .repeated = true});
+  options.push_back({.name = setCode,
+                     .summary = "establece el código con que se creará el Item del renglón",
+                     .valueName = "FILA=CODIGO",
+                     .repeated = true});
   return options;
+}
+
+std::string NotesOf(const Action& action) {
+  std::string notes = "Todo se aplica en una sola transacción, o nada.";
+  if (action.changesRows) {
+    notes +=
+        " FILA cuenta los renglones leídos, desde 1, como «fila» en --json; con una h delante es la fila de la hoja, "
+        "como en la tabla: --asociar h4=ITEM. --asociar y --codigo valen en el orden en que se dan.";
+  }
+  return notes;
+}
+
+std::vector<ExampleDefinition> ExamplesOf(const Action& action) {
+  const std::string words = std::string(action.command) + " lista.xlsx ";
+  std::vector<ExampleDefinition> examples{{words + "--simular", "muestra qué pasaría, sin cambiar nada"}};
+  if (action.changesRows) {
+    examples.push_back({words + "--asociar 3=TEL-0001", "une un renglón a un Item, y la importa"});
+  } else {
+    examples.push_back({words + "--informe cambios.csv", "la importa y deja escrito lo que cambió"});
+  }
+  return examples;
+}
+
+Command ImportCommand(const Action& action) {
+  const char* const book = action.opensTemplate ? "el libro de Excel (.xls o .xlsx)" : "la lista (.xls o .xlsx)";
+  return {.name = std::string(action.command),
+          .summary = std::string(action.summary),
+          .arguments = {{.name = "LIBRO", .summary = book, .isPath = true}},
+          .options = OptionsOf(action),
+          .notes = NotesOf(action),
+          .examples = ExamplesOf(action),
+          .run = [&action](CommandCall& call) { return Import(call, action); }};
 }
 
 }  // namespace
 
-Command ImportarExcelCommand() {
-  return {.name = "importar-excel",
-          .summary = "Importa Items, costos y precios de un libro hecho con la plantilla",
-          .arguments = {{.name = "LIBRO", .summary = "el libro de Excel (.xls o .xlsx)", .isPath = true}},
-          .options = ImportOptions({}),
-          .notes = "Todo se aplica en una sola transacción, o nada.",
-          .examples = {{"importar-excel lista.xlsx --simular", "muestra qué pasaría, sin cambiar nada"},
-                       {"importar-excel lista.xlsx --informe cambios.csv", "la importa y deja escrito lo que cambió"}},
-          .run = &RunExcel};
-}
-
-Command ImportarMovilnetCommand() {
-  return {.name = "importar-movilnet",
-          .summary = "Importa la lista de precios de teléfonos y módems de Movilnet",
-          .arguments = {{.name = "LIBRO", .summary = "la lista (.xls o .xlsx)", .isPath = true}},
-          .options = ImportOptions({{.name = associate,
-                                     .summary = "asocia el renglón a un Item existente; sin ITEM quita la asociación",
-                                     .valueName = "FILA=ITEM",
-                                     .repeated = true},
-                                    {.name = setCode,
-                                     .summary = "establece el código con que se creará el Item del renglón",
-                                     .valueName = "FILA=CODIGO",
-                                     .repeated = true}}),
-          .notes =
-              "Todo se aplica en una sola transacción, o nada. FILA cuenta los renglones leídos, desde 1, como «fila» "
-              "en --json; con una h delante es la fila de la hoja, como en la tabla: --asociar h4=ITEM. --asociar y "
-              "--codigo valen en el orden en que se dan.",
-          .examples = {{"importar-movilnet lista.xlsx --simular", "muestra qué pasaría, sin cambiar nada"},
-                       {"importar-movilnet lista.xlsx --asociar 3=TEL-0001", "une un renglón a un Item, y la importa"}},
-          .run = &RunMovilnet};
+std::vector<Command> ImportCommands() {
+  std::vector<Command> commands;
+  for (const Action& action : ComponentActions()) {
+    if (action.importer != nullptr && !action.command.empty()) commands.push_back(ImportCommand(action));
+  }
+  std::ranges::sort(commands, {}, &Command::name);
+  return commands;
 }
 
 }  // namespace tolvan

@@ -81,8 +81,8 @@ ExitCode RunImportarRnc(CommandCall& call) {
 }  // namespace
 
 Command ImportarRncCommand() {
-  return {.name = "importar-rnc",
-          .summary = "Importa el registro de contribuyentes de la DGII a la tabla de clientes",
+  return {.name = NameOf(action::taxpayerRegistry),
+          .summary = SummaryOf(action::taxpayerRegistry),
           .arguments = {{.name = "ARCHIVO",
                          .summary = "el archivo de texto publicado por la DGII, o el .zip que lo contiene",
                          .isPath = true}},

@@ -48,8 +48,8 @@ ExitCode RunSubirVentas(CommandCall& call) {
 }  // namespace
 
 Command SubirVentasCommand() {
-  return {.name = "subir-ventas",
-          .summary = "Envía los totales diarios de ventas al servidor de reportes",
+  return {.name = NameOf(action::salesUpload),
+          .summary = SummaryOf(action::salesUpload),
           .notes =
               "Envía los días que el servidor pide, uno por uno y en su orden. El servidor y la fecha de referencia "
               "son los de las opciones (SVentas_…); la fecha avanza hasta el último día enviado. Si se detiene, "

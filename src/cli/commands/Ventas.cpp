@@ -72,8 +72,8 @@ Command VexlorCommand() {
 }
 
 Command VentasCommand() {
-  return {.name = "ventas",
-          .summary = "Escribe el archivo de ventas de un día, como al aceptar su panel en la ventana",
+  return {.name = NameOf(action::dailySalesFile),
+          .summary = SummaryOf(action::dailySalesFile),
           .options = {{.name = "--fecha",
                        .summary = "guarda antes esta fecha de reporte; si falta, vale la guardada",
                        .valueName = "AAAA-MM-DD"}},
