@@ -21,8 +21,8 @@ std::string CleanCode(std::string_view text, std::size_t length) {
   return ToUpper(FirstCharacters(Without<' ', '\r', '\n'>(std::string(text)), length));
 }
 
-std::string CodeOrDefault(std::string code) {
-  return code.empty() ? std::string(defaultCode) : code;
+std::string CodeOrDefault(std::string_view code) {
+  return std::string(code.empty() ? std::string_view(defaultCode) : code);
 }
 
 std::string CleanDescription(std::string_view text, std::size_t length) {

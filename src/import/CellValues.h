@@ -25,7 +25,7 @@ inline constexpr std::string_view defaultCode = "DEF";
 std::string CleanCode(std::string_view text, std::size_t length);
 
 /// The code, or "DEF" in place of an empty one.
-std::string CodeOrDefault(std::string code);
+std::string CodeOrDefault(std::string_view code);
 
 /// The first `length` characters in upper case, without hyphens, slashes, points and line ends, trimmed, each pair of
 /// blanks made one. One pass only, so that three blanks become two: deliberate, stored descriptions depend on it.
