@@ -89,6 +89,11 @@ TEST_F(ServerFailures, AreToldByTheirState) {
     EXPECT_EQ(error.Kind(), kind) << state;
     EXPECT_THAT(error.what(), testing::StartsWith("[" + std::string(state) + "] " + reason));
   }
+  const HostError unknown = ThrownBy([&] {
+    OdbcDatabaseServices({.dialect = &postgreSqlDialect, .connection = server_.ConnectionString(name_, "nadie")});
+  });
+  EXPECT_EQ(unknown.Kind(), HostErrorKind::Unreachable);
+  EXPECT_THAT(unknown.what(), testing::HasSubstr("\"nadie\" does not exist"));
 }
 
 TEST_F(ServerFailures, AnInterruptionEndsAStatementAndItsTransaction) {

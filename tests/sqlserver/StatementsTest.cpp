@@ -1,6 +1,7 @@
-// Every statement text that the product has for SQL Server, judged by an independent T-SQL grammar, because no
-// server is available in a test. The actions run over a store in a file that answers them, and what they send is
-// written down in SQL Server's dialect.
+// What can be judged of SQL Server without one, because no server is available in a test. An independent T-SQL grammar
+// takes every statement text that the product has for it: the actions run over a store in a file that answers them, and
+// what they send is written down in SQL Server's dialect. And the results of a batch are sorted out as that server's
+// documentation describes them.
 #include <gmock/gmock.h>
 
 #include <cstdlib>
@@ -9,6 +10,8 @@
 
 #include "base/Text.h"
 #include "database/odbc/OdbcBatch.h"
+#include "database/odbc/OdbcErrors.h"
+#include "database/sql/BufferedRecordset.h"
 #include "database/sql/SqlDialects.h"
 #include "database/sql/SqlScript.h"
 #include "export/DailySalesExport.h"
@@ -196,6 +199,50 @@ TEST_F(SqlServerStatements, AreTakenByAnIndependentGrammar) {
     }
   }
   EXPECT_EQ(Judge(texts), "");
+}
+
+/// What each statement gets of a batch's results, which are counts ("3"), rows of one number ("=3") and errors ("!").
+std::string Assigned(const std::vector<std::string>& statements, const std::vector<std::string>& results) {
+  std::vector<BatchResult> given(results.size());
+  for (std::size_t place = 0; place < results.size(); ++place) {
+    const std::string& text = results[place];
+    BatchResult& result = given[place];
+    if (text == "!") {
+      result.error = HostError(HostErrorKind::Constraint, "!");
+    } else if (text.front() == '=') {
+      const BufferedRecordset::Row row{std::int64_t{std::stoi(text.substr(1))}};
+      result.rows =
+          std::make_unique<BufferedRecordset>(std::vector<std::string>{""}, std::vector<BufferedRecordset::Row>{row});
+    } else {
+      result.affectedRows = std::stoi(text);
+    }
+  }
+  std::string assigned;
+  for (const BatchResult& result : AssignResults(BatchForm::WithRowCounts, statements, std::move(given))) {
+    if (result.affectedRows) assigned += std::to_string(*result.affectedRows);
+    if (result.rows) assigned.append("=").append(result.rows->Text(0));
+    if (result.error) assigned += result.error->what();
+    assigned += ' ';
+  }
+  return assigned;
+}
+
+TEST(SqlServerBatch, GivesEachStatementWhatCameBetweenTheMarks) {
+  const std::string missing = "la base de datos no dio el resultado de la instrucción ";
+  const std::string insert = "INSERT INTO T (a) VALUES (1)";
+  const std::vector<std::string> batch{insert, insert, "SELECT a FROM T", "DELETE FROM T"};
+  EXPECT_EQ(Assigned(batch, {"1", "=1", "!", "!", "=0", "0", "=5", "1", "2", "=2"}), "1 ! =5 2 ");
+  EXPECT_EQ(Assigned(batch, {"=0", "1", "=1", "!", "=3"}), "0 1 ! 3 ") << "nothing may come before a mark";
+  EXPECT_EQ(Assigned(batch, {"!"}), "! ") << "the whole text was refused";
+  EXPECT_EQ(Assigned(batch, {"1", "=1", "!"}), "1 ! ") << "and ended in the middle";
+  EXPECT_EQ(Assigned({insert, batch[2]}, {"1"}), missing);
+}
+
+TEST(SqlServerErrors, HaveTheKindOfTheServersNumberBeforeThatOfTheState) {
+  EXPECT_EQ(KindOfSqlState("42000", 1205), HostErrorKind::Busy);
+  EXPECT_EQ(KindOfSqlState("42000", 208), HostErrorKind::Statement);
+  EXPECT_EQ(KindOfSqlState("01000", 20'004), HostErrorKind::Unreachable) << "FreeTDS's own";
+  EXPECT_EQ(OdbcText("42000", 1222, "x"), "[42000] otro programa tiene bloqueado el registro");
 }
 
 }  // namespace
