@@ -39,7 +39,7 @@ int Main() {
   std::ofstream(script) << "CREATE TEMPORARY TABLE Carga (LIKE Clientes);\n\\copy Carga FROM '" << rows
                         << "' WITH (DELIMITER '|')\n"
                            "INSERT INTO Clientes SELECT * FROM Carga ON CONFLICT (idCliente) DO NOTHING;\n";
-  test::PostgresServer server({.syncs = true});
+  test::PostgresServer server("on");
   const std::string name = server.MakeDatabase();
   const std::string connection = server.ConnectionString(name);
   {

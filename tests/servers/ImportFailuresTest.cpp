@@ -84,7 +84,7 @@ TEST_F(ImportFailures, AProcessKilledWhileItAppliesLeavesNothingAndTheNextImport
   Disturb("PgSleep", KillProcess, [&] { outcome = Apply(); });
   EXPECT_FALSE(outcome.applied);
   EXPECT_THAT(FailureText(outcome), HasSubstr("No se puede acceder"));
-  store_.server.WaitUntilItAnswers();
+  store_.server.Restart();
   ExpectNothing();
   store_.Ask("DROP TRIGGER Lento ON Items");
   EXPECT_TRUE(Apply().applied);
@@ -94,8 +94,8 @@ TEST_F(ImportFailures, AProcessKilledWhileItAppliesLeavesNothingAndTheNextImport
 TEST_F(ImportFailures, AServerKilledWhileItAppliesLeavesNothing) {
   SleepIn(whenSomeBlocksAreWritten);
   Disturb(
-      "PgSleep", [this](pid_t) { store_.server.Kill(); }, [&] { EXPECT_FALSE(Apply().applied); });
-  store_.server.Start();
+      "PgSleep", [this](pid_t) { store_.server.Signal(SIGKILL); }, [&] { EXPECT_FALSE(Apply().applied); });
+  store_.server.Restart();
   ExpectNothing();
 }
 
@@ -115,7 +115,7 @@ TEST_F(ImportFailures, AProcessKilledWhileItWritesOrCommitsTheRegistryEndsIt) {
     EXPECT_EQ(run.counts.errors, 0);
     EXPECT_THAT(run.message, StartsWith(message));
     EXPECT_THAT(run.message, Not(HasSubstr("INSERT INTO"))) << "it would hold the whole batch";
-    store_.server.WaitUntilItAnswers();
+    store_.server.Restart();
     EXPECT_EQ(store_.Ask("SELECT count(*) FROM Clientes"), "4000");
     store_.Ask("DROP TRIGGER Lento ON Clientes");
     EXPECT_EQ(ImportRegistry(database_, postgreSqlDialect, registry).counts.newCustomers, 5'000);
@@ -126,14 +126,14 @@ TEST_F(ImportFailures, AProcessKilledWhileItWritesOrCommitsTheRegistryEndsIt) {
 TEST_F(ImportFailures, AProcessKilledInTheCommitBeforeItWasKeptLeavesNothing) {
   SleepIn("CONSTRAINT TRIGGER Lento AFTER INSERT ON Marcas DEFERRABLE INITIALLY DEFERRED FOR EACH ROW");
   DisturbCommit("PgSleep", KillProcess);
-  store_.server.WaitUntilItAnswers();
+  store_.server.Restart();
   ExpectNothing();
 }
 
 TEST_F(ImportFailures, AProcessKilledInTheCommitAfterItWasKeptLeavesEverything) {
   database_.Execute(SqlStatement("SET synchronous_commit = on"));
   DisturbCommit("SyncRep", KillProcess);
-  store_.server.WaitUntilItAnswers();
+  store_.server.Restart();
   ExpectEverything();
 }
 

@@ -29,7 +29,7 @@ class OrdersOnPostgres : public ::testing::Test {
       store->runner.Run({"demo", store->places.folder});
       store->runner.host = store->places.host;
     }
-    UseServerAs({});
+    UseServerAs(PostgresServer::administrator);
     const CommandResult schema = server_.runner.Run({"--json", "esquema", "--crear"});
     EXPECT_EQ(json::parse(schema.output)["motor"], "postgresql") << schema.messages;
     OdbcDatabaseServices database({.dialect = &postgreSqlDialect, .connection = postgres_.ConnectionString(database_)});
@@ -41,7 +41,6 @@ class OrdersOnPostgres : public ::testing::Test {
 
   std::string User() const { return "vendedor_de_" + database_; }
 
-  /// Without a name, as the owner of the tables.
   void UseServerAs(const std::string& user) const {
     std::string ini = ReplaceAll(ReadFile(server_.places.host), "motor = sqlite", "motor = postgresql");
     const std::size_t connection = ini.find("conexion = ");
@@ -179,7 +178,7 @@ TEST_F(OrdersOnPostgres, TheUserMayDoNothingElse) {
 }
 
 TEST_F(OrdersOnPostgres, TheSchemaCanBeCreatedAgainAndNothingIsLost) {
-  UseServerAs({});
+  UseServerAs(PostgresServer::administrator);
   EXPECT_EQ(server_.Run({"esquema", "--crear"}).code, 0);
   ExpectSameRows("SELECT * FROM Marcas ORDER BY idMarca");
   EXPECT_THAT(server_.Run({"esquema"}).output, testing::HasSubstr("CREATE TABLE IF NOT EXISTS Ventas ("));

@@ -15,7 +15,7 @@ namespace tolvan::test {
 
 class ServerStore : public ImportRig {
  public:
-  explicit ServerStore(PostgresServer& home = PostgresServer::Shared()) : server(home) {
+  ServerStore() {
     OdbcDatabaseServices database({.dialect = &postgreSqlDialect, .connection = connection});
     RunSqlScript(database, postgreSqlDialect.Engine().schema);
     RunSqlScript(database, R"sql(
@@ -59,7 +59,7 @@ class ServerStore : public ImportRig {
     return importer.Outcome();
   }
 
-  PostgresServer& server;
+  PostgresServer& server = PostgresServer::Shared();
   std::string name = server.MakeDatabase();
   std::string connection = server.ConnectionString(name);
 };

@@ -6,9 +6,7 @@
 #include <sys/types.h>
 
 #include <filesystem>
-#include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "contract/TemporaryFolder.h"
 #include "database/sql/SqlDialects.h"
@@ -24,22 +22,13 @@ inline pid_t BackendOf(DatabaseServices& database) {
   return static_cast<pid_t>(*IntegerOf(row->Value(std::size_t{0})));
 }
 
-/// This machine lets nobody mount a file system.
-struct CannotMount : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
 class PostgresServer {
  public:
-  struct Options {
-    /// Bytes of a file system that the server sees in SmallDisk, which is there for it alone and gone with it. 0: none.
-    std::size_t smallDisk = 0;
-    /// As in daily use. Without it processes may be killed at any moment all the same, and a recovery takes no seconds.
-    bool syncs = false;
-  };
+  static constexpr const char* administrator = "administrador";
 
-  /// Makes and starts it. Throws std::runtime_error with the log when it does not come up; CannotMount.
-  explicit PostgresServer(Options options);
+  /// Makes and starts it. Throws std::runtime_error with the log when it does not come up. With `fsync` "on" it writes
+  /// as in daily use; without it processes may be killed at any moment all the same, and a recovery takes no seconds.
+  explicit PostgresServer(const std::string& fsync = "off");
   ~PostgresServer();
   PostgresServer(const PostgresServer&) = delete;
   PostgresServer& operator=(const PostgresServer&) = delete;
@@ -47,38 +36,26 @@ class PostgresServer {
   /// The one that all tests of the program share, started at the first call and stopped by the program's end.
   static PostgresServer& Shared();
 
-  std::string SmallDisk() const { return folder_.File("disco"); }
-
-  void Start();
-  /// Without mercy: the processes are killed.
-  void Kill();
+  /// Kills the server, as far as it still lives, and waits until it has recovered from that.
+  void Restart();
+  /// To its first process.
   void Signal(int signal) const;
-  /// It comes back by itself after the loss of one process, which it does not notice at once. Throws std::runtime_error
-  /// when it does not.
-  void WaitUntilItAnswers();
 
   /// A new, empty database; its name.
   std::string MakeDatabase();
-  /// The ODBC connection string of a database, for the server's own administrator or another user, who needs no
-  /// password.
-  std::string ConnectionString(const std::string& database, const std::string& user = {}) const;
-  /// The output of psql without headings.
+  /// The ODBC connection string of a database; nobody needs a password.
+  std::string ConnectionString(const std::string& database, const std::string& user = administrator) const;
+  /// The output of psql without headings. Throws std::runtime_error with it when psql fails.
   std::string Psql(const std::string& database, const std::string& text) const;
-  std::string RunAsServer(const std::vector<std::string>& command) const;
   const std::filesystem::path& Folder() const { return folder_.Path(); }
 
  private:
-  bool TryStart();
-  bool Answers() const;
-  std::string Log() const;
-  int Beginnings() const;  ///< how often it has begun to take connections
+  void Start();
 
   TemporaryFolder folder_;
-  std::string programs_;
+  std::string fsync_;
   pid_t process_ = 0;
   int databases_ = 0;
-  int beginnings_ = 0;  ///< when it was last seen
-  Options options_;
 };
 
 }  // namespace tolvan::test
