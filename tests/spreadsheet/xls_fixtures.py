@@ -45,7 +45,7 @@ def in_small_sectors(data):
     count = -(-len(data) // 64)
     content = compound(data.ljust(2048, b'\0') + numbers([*range(1, count), END]))
     struct.pack_into('<II', content, 60, 4, 1)  # their table is sector 4
-    struct.pack_into('<I', content, sector_named_at(TABLE, content) + 4 * 3, END)
+    struct.pack_into('<II', content, sector_named_at(TABLE, content) + 4 * 3, END, END)
     directory = sector_named_at(DIRECTORY, content)
     struct.pack_into('<II', content, directory + 116, 0, 2048)
     struct.pack_into('<I', content, directory + 128 + 120, len(data))
@@ -236,3 +236,6 @@ def bad_cases():
     circle = book(b''.join(number(i, 0, i) for i in range(500)))
     struct.pack_into('<I', circle, sector_named_at(TABLE, circle) + 4 * 3, 2)  # sector 3 leads back to 2
     yield 'circular_chain', circle, ''
+    yield from (('empty', b'', 'vacío'), ('csv', b'codigo;precio\r\nA1;5\r\n', 'archivo de texto'),
+                ('html', b'\xEF\xBB\xBF<html><table><tr><td>1', 'HTML'), ('xml', b'<?xml?><a/>', 'XML'),
+                ('pdf', b'%PDF-1.4\n\0', 'PDF'), ('noise', bytes(range(256)) * 9, 'no es un libro'))

@@ -5,19 +5,14 @@ A case is (name, bytes, expected): expected is a list of [row, column, kind, val
 import io
 import zipfile
 
+import openpyxl
+
+SHEET, STRINGS, WORKBOOK = 'xl/worksheets/sheet1.xml', 'xl/sharedStrings.xml', 'xl/workbook.xml'
+RELATIONS, TYPES = 'xl/_rels/workbook.xml.rels', '[Content_Types].xml'
 MAIN = 'http://schemas.openxmlformats.org/spreadsheetml/2006/main'
 STRICT = 'http://purl.oclc.org/ooxml/spreadsheetml/main'
 OFFICE = 'http://schemas.openxmlformats.org/officeDocument/2006/relationships'
 STRICT_OFFICE = 'http://purl.oclc.org/ooxml/officeDocument/relationships'
-PACKAGE = 'http://schemas.openxmlformats.org/package/2006'
-
-CONTENT = 'application/vnd.openxmlformats-officedocument.spreadsheetml.'
-TYPES = (f'<Types xmlns="{PACKAGE}/content-types"><Default Extension="rels" '
-         'ContentType="application/vnd.openxmlformats-package.relationships+xml"/>' + ''.join(
-             f'<Override PartName="/xl/{name}.xml" ContentType="{CONTENT}{kind}+xml"/>' for name, kind in (
-                 ('workbook', 'sheet.main'), ('worksheets/sheet1', 'worksheet'), ('hojas/sheet9', 'worksheet'),
-                 ('chartsheets/sheet1', 'chartsheet'), ('sharedStrings', 'sharedStrings'), ('styles', 'styles'))) +
-         '</Types>')
 
 
 def zipped(parts, method=zipfile.ZIP_DEFLATED):
@@ -28,30 +23,30 @@ def zipped(parts, method=zipfile.ZIP_DEFLATED):
     return buffer.getvalue()
 
 
-def relations(entries):
-    """entries: (id, type with its address, target)."""
-    items = ''.join(f'<Relationship Id="{i}" Type="{t}" Target="{g}"/>' for i, t, g in entries)
-    return f'<Relationships xmlns="{PACKAGE}/relationships">{items}</Relationships>'
+def parts_of(book):
+    """What openpyxl makes of a workbook, its sheets addressed from the folder of their list as most programs do."""
+    buffer = io.BytesIO()
+    book.save(buffer)
+    with zipfile.ZipFile(buffer) as archive:
+        made = {name: archive.read(name).decode() for name in archive.namelist()}
+    return {name: text.replace('"/xl/', '"') if name == RELATIONS else text for name, text in made.items()}
 
 
+EMPTY = parts_of(openpyxl.Workbook())  # which writes every text into its cell; here they are shared
+EMPTY[RELATIONS] = EMPTY[RELATIONS].replace(
+    '</R', f'<Relationship Id="s" Type="{OFFICE}/sharedStrings" Target="sharedStrings.xml"/></R')
+EMPTY[TYPES] = EMPTY[TYPES].replace(
+    '</T', '<Override PartName="/xl/sharedStrings.xml" ContentType='
+    '"application/vnd.openxmlformats-officedocument.spreadsheetml.sharedStrings+xml"/></T')
 PLAIN = '<cellXfs><xf numFmtId="0"/></cellXfs>'
 
 
-def parts(data, shared='', styles=PLAIN, workbook=None, main=MAIN, office=OFFICE, sheet=None):
+def parts(data, shared='', styles=PLAIN, sheet=None):
     """The parts of a workbook whose only sheet holds `data` inside <sheetData>."""
-    return {
-        '[Content_Types].xml': TYPES,
-        '_rels/.rels': relations([('rId1', office + '/officeDocument', 'xl/workbook.xml')]),
-        'xl/workbook.xml': workbook or f'<workbook xmlns="{main}" xmlns:r="{office}"><sheets>'
-                                       '<sheet name="Hoja1" sheetId="1" r:id="rId1"/></sheets></workbook>',
-        'xl/_rels/workbook.xml.rels': relations([
-            ('rId1', office + '/worksheet', 'worksheets/sheet1.xml'),
-            ('rId2', office + '/sharedStrings', 'sharedStrings.xml'),
-            ('rId3', office + '/styles', 'styles.xml')]),
-        'xl/worksheets/sheet1.xml': sheet or f'<worksheet xmlns="{main}"><sheetData>{data}</sheetData></worksheet>',
-        'xl/sharedStrings.xml': f'<sst xmlns="{main}">{shared}</sst>',
-        'xl/styles.xml': f'<styleSheet xmlns="{main}">{styles}</styleSheet>',
-    }
+    return EMPTY | {
+        SHEET: sheet or f'<worksheet xmlns="{MAIN}"><sheetData>{data}</sheetData></worksheet>',
+        STRINGS: f'<sst xmlns="{MAIN}">{shared}</sst>',
+        'xl/styles.xml': f'<styleSheet xmlns="{MAIN}">{styles}</styleSheet>'}
 
 
 def book(data, **options):
@@ -59,12 +54,7 @@ def book(data, **options):
 
 
 def with_part(base, name, text):
-    changed = dict(base)
-    if text is None:
-        del changed[name]
-    else:
-        changed[name] = text
-    return zipped(changed)
+    return zipped(base | {name: text})
 
 
 STYLES = ('<numFmts><numFmt numFmtId="170" formatCode="[$-409]d\\-mmm;@"/>'
@@ -87,29 +77,29 @@ def shared_row(count):
 
 
 def several_sheets():
-    """The first tab is a chart, the second a hidden sheet in sheet9.xml whose target is absolute."""
-    base = parts('')
-    base['xl/workbook.xml'] = (
-        f'<workbook xmlns="{MAIN}" xmlns:r="{OFFICE}"><sheets><sheet name="G" sheetId="4" r:id="c"/>'
-        '<sheet name="Z" sheetId="9" state="hidden" r:id="z"/><sheet name="A" sheetId="1" r:id="a"/></sheets></workbook>')
-    base['xl/_rels/workbook.xml.rels'] = relations([
-        ('a', OFFICE + '/worksheet', 'worksheets/sheet1.xml'), ('z', OFFICE + '/worksheet', '/xl/hojas/sheet9.xml'),
-        ('c', OFFICE + '/chartsheet', 'chartsheets/sheet1.xml')])
-    base['xl/chartsheets/sheet1.xml'] = f'<chartsheet xmlns="{MAIN}"/>'
-    base['xl/hojas/sheet9.xml'] = base['xl/worksheets/sheet1.xml'].replace(
-        '<sheetData>', '<sheetData><row r="1"><c r="A1"><v>9</v></c></row>')
+    """The first tab is a chart, the second a hidden sheet in sheet2.xml whose target is absolute."""
+    book = openpyxl.Workbook()
+    book.create_chartsheet(index=0)
+    book.create_sheet('Z', 1).sheet_state = 'hidden'
+    book['Z']['A1'] = 9
+    base = parts_of(book)
+    first, second = 'worksheets/sheet1.xml', 'worksheets/sheet2.xml'
+    base[RELATIONS] = base[RELATIONS].replace(second, '?').replace(first, '/xl/' + second).replace('?', first)
+    base['xl/' + first], base['xl/' + second] = base['xl/' + second], base['xl/' + first]
     return zipped(base)
 
 
 def prefixed():
-    base = parts('', main=STRICT, office=STRICT_OFFICE)
-    base['xl/workbook.xml'] = (
+    base = parts('')
+    for name in (WORKBOOK, RELATIONS, '_rels/.rels'):
+        base[name] = base[name].replace(MAIN, STRICT).replace(OFFICE, STRICT_OFFICE)
+    base[WORKBOOK] = (
         f'<s:workbook xmlns:s="{STRICT}" xmlns:q="{STRICT_OFFICE}"><s:sheets>'
         '<s:sheet name="H" sheetId="1" q:id="rId1"/></s:sheets></s:workbook>')
-    base['xl/worksheets/sheet1.xml'] = (
+    base[SHEET] = (
         f'<s:worksheet xmlns:s="{STRICT}" xmlns:o="urn:otro"><s:sheetData><s:row r="2"><o:c r="A2"><s:v>5</s:v></o:c>'
         '<s:c r="B2" t="s"><s:v>0</s:v></s:c></s:row></s:sheetData></s:worksheet>')
-    base['xl/sharedStrings.xml'] = f'<s:sst xmlns:s="{STRICT}"><s:si><s:t>estricto</s:t></s:si></s:sst>'
+    base[STRINGS] = f'<s:sst xmlns:s="{STRICT}"><s:si><s:t>estricto</s:t></s:si></s:sst>'
     return zipped(base)
 
 
@@ -151,10 +141,10 @@ def good_cases():
         [1, 1, 'boolean', 0], [1, 2, 'error', '#N/A']]
     dates = ''.join(f'<c r="{chr(65 + i)}1" s="{i}"><v>45322.5</v></c>' for i in range(6))
     kinds = ['number', 'date', 'date', 'number', 'date', 'number']
-    for name, properties, shift in (('dates', '', 0), ('dates1904', '<workbookPr date1904="1"/>', 1462)):
-        workbook = (f'<workbook xmlns="{MAIN}" xmlns:r="{OFFICE}">{properties}<sheets><sheet name="H" sheetId="1" '
-                    'r:id="rId1"/></sheets></workbook>')
-        yield name, book(f'<row r="1">{dates}</row>', styles=STYLES, workbook=workbook), [
+    base = parts(f'<row r="1">{dates}</row>', styles=STYLES)
+    from_1904 = base | {WORKBOOK: base[WORKBOOK].replace('<workbookPr/>', '<workbookPr date1904="1"/>')}
+    for name, book_parts, shift in (('dates', base, 0), ('dates1904', from_1904, 1462)):
+        yield name, zipped(book_parts), [
             [1, i + 1, kind, 45322.5 + (shift if kind == 'date' else 0)] for i, kind in enumerate(kinds)]
     yield 'iso_dates', book('<row r="1"><c r="A1" t="d"><v>2024-01-31T12:00:00Z</v></c>'
                             '<c r="B1" t="d"><v>2024-01-31</v></c></row>'), [
@@ -170,10 +160,9 @@ def good_cases():
     yield 'wrong_dimension', book('', sheet=wrong), [[1, 16384, 'number', 1]]
     yield 'several_sheets', several_sheets(), one('number', 9)
     yield 'prefixed_strict', prefixed(), [[2, 2, 'text', 'estricto']]
-    utf16 = parts(cell('<v>7</v>'))
-    utf16['xl/worksheets/sheet1.xml'] = ('<?xml version="1.0" encoding="UTF-16"?>' +
-                                         utf16['xl/worksheets/sheet1.xml']).encode('utf-16')
-    yield 'utf16', zipped(utf16, zipfile.ZIP_STORED), one('number', 7)
+    base = parts(cell('<v>7</v>'))
+    utf16 = ('<?xml version="1.0" encoding="UTF-16"?>' + base[SHEET]).encode('utf-16')
+    yield 'utf16', zipped(base | {SHEET: utf16}, zipfile.ZIP_STORED), one('number', 7)
     base = parts(shared_row(1), shared=SHARED)
     yield 'backslashes', zipped({name.replace('/', '\\') if name.startswith('xl/w') else name: text
                                  for name, text in base.items()}), one('text', 'uno')
@@ -197,19 +186,19 @@ def bad_cases():
     at = bytes(damaged).index(b'<v>0</v>')
     damaged[at + 3] = ord('1')
     yield 'wrong_checksum', bytes(damaged), 'dañada'
-    yield 'half_xml', with_part(base, 'xl/worksheets/sheet1.xml', f'<worksheet xmlns="{MAIN}"><sheetData><row r="1">'), \
+    yield 'half_xml', with_part(base, SHEET, f'<worksheet xmlns="{MAIN}"><sheetData><row r="1">'), \
         'no es XML correcto'
-    yield 'no_sheet_part', with_part(base, 'xl/worksheets/sheet1.xml', None), 'falta la parte'
+    yield 'no_sheet_part', zipped({name: text for name, text in base.items() if name != SHEET}), 'falta la parte'
     yield 'no_workbook', zipped({'a.txt': 'hola'}), 'no contiene un libro'
     yield 'opendocument', zipped({'mimetype': 'x', 'content.xml': '<a/>'}), 'OpenDocument'
-    yield 'no_worksheet', with_part(base, 'xl/workbook.xml', f'<workbook xmlns="{MAIN}"><sheets/></workbook>'), \
+    yield 'no_worksheet', with_part(base, WORKBOOK, f'<workbook xmlns="{MAIN}"><sheets/></workbook>'), \
         'ninguna hoja'
-    yield 'entity_bomb', with_part(base, 'xl/sharedStrings.xml', entity_bomb()), 'declara un tipo de documento'
+    yield 'entity_bomb', with_part(base, STRINGS, entity_bomb()), 'declara un tipo de documento'
     outside = f'<!DOCTYPE x SYSTEM "file:///etc/hostname"><worksheet xmlns="{MAIN}"/>'
-    yield 'outside_document_type', with_part(base, 'xl/worksheets/sheet1.xml', outside), 'declara un tipo de documento'
-    yield 'zip_bomb', with_part(base, 'xl/sharedStrings.xml', f'<sst xmlns="{MAIN}">' + ' ' * 60_000_000 + '</sst>'), \
+    yield 'outside_document_type', with_part(base, SHEET, outside), 'declara un tipo de documento'
+    yield 'zip_bomb', with_part(base, STRINGS, f'<sst xmlns="{MAIN}">' + ' ' * 60_000_000 + '</sst>'), \
         'supera el límite'
-    yield 'string_bomb', with_part(base, 'xl/sharedStrings.xml',
+    yield 'string_bomb', with_part(base, STRINGS,
                                    f'<sst xmlns="{MAIN}"><si><t>{"A" * 9_000_000}</t></si></sst>'), 'supera el límite'
     for name, data, cause in (
             ('missing_string', cell('<v>99</v>', ' t="s"'), 'usa un texto que no existe'),
