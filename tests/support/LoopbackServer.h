@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -11,7 +12,7 @@ namespace tolvan::test {
 /// own choice, which it prints when it is ready.
 class LoopbackServer {
  public:
-  /// Throws std::runtime_error when the program does not come up within ten seconds.
+  /// Waits until the program is ready. Throws std::runtime_error when it ends before.
   LoopbackServer(const std::string& program, const std::vector<std::string>& arguments);
   ~LoopbackServer();
   LoopbackServer(const LoopbackServer&) = delete;
@@ -20,7 +21,8 @@ class LoopbackServer {
   int Port() const { return port_; }
 
  private:
-  pid_t process_ = -1;
+  std::FILE* output_ = nullptr;
+  pid_t process_ = 0;
   int port_ = 0;
 };
 

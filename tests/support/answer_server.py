@@ -75,10 +75,10 @@ def answer_to_report(query):
 def answer(request):
     (FOLDER / "request").write_bytes(request)
     line = request.split(b"\r\n")[0].decode("latin-1")
-    if line.count(" ") != 2:
-        return b""
     with open(FOLDER / "requests", "a", encoding="utf-8") as file:
         file.write(line + "\n")
+    if line.count(" ") != 2:
+        return b""
     path, _, query = line.split(" ")[1].lstrip("/").partition("?")
     if path == "registrarventas.asp":
         return answer_to_report(query)
@@ -94,9 +94,7 @@ while True:
             received = b""
             while b"\r\n\r\n" not in received and (data := connection.recv(65536)):
                 received += data
-            # Without a line the client went away, or speaks another protocol.
-            if b"\r\n" in received:
-                connection.sendall(answer(received))
-                connection.shutdown(socket.SHUT_WR)
+            connection.sendall(answer(received))
+            connection.shutdown(socket.SHUT_WR)
         except OSError:
             pass  # the client had enough
