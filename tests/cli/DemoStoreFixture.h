@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -18,8 +17,8 @@
 
 namespace tolvan::test {
 
-/// Every file below a folder, by its path from there, with its content.
-std::map<std::string, std::string> FilesIn(const std::filesystem::path& folder);
+/// Everything below a folder, by its path from there, and every file's digest.
+std::string FilesIn(const std::string& folder);
 
 /// The standard output of a shell's command line.
 std::string OutputOf(const std::string& commandLine);

@@ -24,8 +24,7 @@ struct CommandRunner {
   CommandResult Run(std::vector<std::string> arguments) {
     if (!host.empty()) arguments.insert(arguments.begin(), {"--host", host});
     std::istringstream input(typed);
-    std::stringbuf memory;
-    std::ostream output(outputBuffer == nullptr ? &memory : outputBuffer);
+    std::ostringstream output;
     std::ostringstream messages;
     const int code = RunProgram(arguments, {.input = input,
                                             .output = output,
@@ -37,17 +36,16 @@ struct CommandRunner {
                                             .inputIsTerminal = terminal,
                                             .messagesAreTerminal = false,
                                             .outputColumns = [this] { return columns; }});
-    return {code, memory.str(), messages.str()};
+    return {code, output.str(), messages.str()};
   }
 
   FakeClock clock;
   FakeInterruption interruption;
-  std::string host;                        ///< passed as --host when not empty
-  std::string windowProgram;               ///< started by the command ventana
-  std::string typed;                       ///< what the person types
-  bool terminal = false;                   ///< whether a person is there
-  std::optional<std::size_t> columns;      ///< of the terminal that shows the output
-  std::streambuf* outputBuffer = nullptr;  ///< takes the output in place of the result
+  std::string host;                    ///< passed as --host when not empty
+  std::string windowProgram;           ///< started by the command ventana
+  std::string typed;                   ///< what the person types
+  bool terminal = false;               ///< whether a person is there
+  std::optional<std::size_t> columns;  ///< of the terminal that shows the output
 };
 
 }  // namespace tolvan::test
