@@ -7,8 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "host/HostError.h"
-
 namespace tolvan {
 namespace {
 
@@ -58,12 +56,6 @@ TEST(FieldValue, IsReadAlikeInWhateverShapeTheDatabaseDeliversIt) {
 TEST(FieldValue, TheSmallestAndLargestNumbersHaveRoom) {
   EXPECT_EQ(TextOf(std::numeric_limits<double>::denorm_min()).size(), 326U);
   EXPECT_EQ(TextOf(std::numeric_limits<double>::lowest()).size(), 310U);
-}
-
-TEST(HostError, TextNamesCauseNumberAndPlaceAndLeavesOutWhatIsMissing) {
-  const HostError whole(HostErrorKind::Busy, "database is locked", "tienda.db", 5);
-  EXPECT_EQ(TextForPeople(whole), "Ocupado por otro programa: database is locked (código 5)\r\ntienda.db");
-  EXPECT_EQ(TextForPeople(HostError(HostErrorKind::Failed, "")), "Error");
 }
 
 }  // namespace
