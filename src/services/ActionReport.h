@@ -28,7 +28,7 @@ struct ActionReport {
   /// The details, or those of an action that did nothing when there are none of that type.
   template <class Details>
   Details DetailsAs() const {
-    const Details* const own = std::any_cast<Details>(&details);
+    const auto* const own = std::any_cast<Details>(&details);
     return own != nullptr ? *own : Details{};
   }
 };
