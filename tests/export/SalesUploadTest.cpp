@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <tuple>
+
 #include "export/SalesProtocol.h"
 #include "support/FakeHost.h"
 
@@ -21,15 +23,8 @@ struct UploadHost : test::FakeHost {
   UploadHost() {
     application.http.response = Page("OK");
     settings.SetText(Setting::DireccionServidor, "ventas.test");
-    Answer({std::int64_t{12}, DecimalText{"1234.565"}, 34.565, DecimalText{"216.005"}});
-  }
-
-  void Answer(const std::vector<FieldValue>& row) {
-    application.fakeDatabase.answer = [row](const SqlStatement&) {
-      return std::make_unique<test::FakeRecordset>(
-          std::vector<std::string>{"SumaDeOperaciones", "SumaDeSubTotal", "SumaDeDescuentos", "SumaDeImpuestos"},
-          std::vector<std::vector<FieldValue>>{row});
-    };
+    application.fakeDatabase.names = {"SumaDeOperaciones", "SumaDeSubTotal", "SumaDeDescuentos", "SumaDeImpuestos"};
+    totals = {{std::int64_t{12}, DecimalText{"1234.565"}, 34.565, DecimalText{"216.005"}}};
   }
 
   /// Uploads to a server that gives these answers, and "OK" to every further request.
@@ -46,6 +41,7 @@ struct UploadHost : test::FakeHost {
 
   std::vector<HttpRequest>& Requests() { return application.http.requests; }
 
+  std::vector<std::vector<FieldValue>>& totals = application.fakeDatabase.rows;
   ActionReport report;
 };
 
@@ -67,38 +63,32 @@ TEST(SalesUpload, SendsTheDaysListedInTheirOrderAndMovesTheReferenceDate) {
                          "registrarventas.asp?0%201%200001%201%202%202024%2012%201234.57%2034.57%20216.01%201416.01",
                          "registrarventas.asp?0%201%200001%2031%201%202024%2012%201234.57%2034.57%20216.01%201416.01"));
   EXPECT_EQ(host.Reference(), "2024-1-31") << "the last day sent, though it is not the latest";
-}
-
-TEST(SalesUpload, AsksForTheTotalsWithTheExactStatement) {
-  const SqlStatement statement = SumDayOperationsStatement(Date::FromParts(2024, 2, 29), 7);
+  const SqlStatement& statement = host.application.fakeDatabase.statements.back();
   EXPECT_EQ(statement.ParameterText(),
             "SELECT Count(Ventas.idVenta) as SumaDeOperaciones, Sum(Ventas.SubTotal) AS SumaDeSubTotal, "
             "Sum(Ventas.Descuentos + Ventas.OtroDescuento) AS SumaDeDescuentos, Sum(Ventas.Impuestos) AS "
             "SumaDeImpuestos FROM Ventas WHERE Ventas.Anulado<>? AND Ventas.VentaRealizada=? AND Ventas.idCompania = ? "
             "AND Ventas.FechaValidacion >= ? AND Ventas.FechaValidacion < ?");
   EXPECT_THAT(std::vector<SqlLiteral>(statement.Literals().begin(), statement.Literals().end()),
-              ElementsAre(true, true, std::int64_t{7}, DateTime{.date = Date::FromParts(2024, 2, 29)},
-                          DateTime{.date = Date::FromParts(2024, 3, 1)}));
+              ElementsAre(true, true, std::int64_t{1}, DateTime{.date = Date::FromParts(2024, 1, 31)},
+                          DateTime{.date = Date::FromParts(2024, 2, 1)}));
 }
 
 TEST(SalesUpload, EncodesEveryFieldAndThenTheWhole) {
-  const struct {
-    std::vector<std::string> fields;
-    const char* encoded;
-  } cases[] = {
+  const std::vector<std::pair<std::vector<std::string>, const char*>> cases = {
       {{"1", "A b", "ñ%"}, "1%20A%2520b%20%25C3%25B1%2525"},
       {{"", "x", ""}, "x"},
       {{"a", "", "~-._"}, "a%20%20~-._"},
       {{" ", "+/\t"}, "%2520%20%252B%252F%2509"},
   };
-  for (const auto& one : cases) EXPECT_EQ(EncodeFields(one.fields), one.encoded);
+  for (const auto& [fields, encoded] : cases) EXPECT_EQ(EncodeFields(fields), encoded);
   EXPECT_THAT(DecodeAnswer("a%20b  %C3%B1%zz%4 "), ElementsAre("a b", "", "ñ%zz%4", ""));
   EXPECT_THAT(DecodeAnswer(""), IsEmpty());
 }
 
 TEST(SalesUpload, WritesAmountsWithTwoDecimalsAndWithoutTheSeparator) {
   UploadHost host;
-  host.Answer({std::int64_t{0}, {}, {}, {}});
+  host.totals = {{std::int64_t{0}, {}, {}, {}}};
   host.application.storeId = "Peñón 2";
   host.Upload({Page("1 20240131")});
   EXPECT_EQ(
@@ -112,12 +102,7 @@ TEST(SalesUpload, WritesAmountsWithTwoDecimalsAndWithoutTheSeparator) {
 
 TEST(SalesUpload, StopsAtTheFirstFailureAndSaysWhy) {
   const HttpResponse cut{.succeeded = false, .statusText = "200", .body = "OK", .failure = "llegó incompleta"};
-  const struct {
-    std::vector<HttpResponse> answers;
-    std::size_t requests;
-    std::size_t days;
-    const char* text;
-  } cases[] = {
+  const std::vector<std::tuple<std::vector<HttpResponse>, std::size_t, std::size_t, const char*>> cases = {
       {{Page("")}, 1, 0, "sin contenido"},
       {{Page("1")}, 1, 0, ""},
       {{Page("Error")}, 1, 0, "no pidió ningún día: respondió «Error»"},
@@ -133,36 +118,31 @@ TEST(SalesUpload, StopsAtTheFirstFailureAndSaysWhy) {
       {{Page("1 20240131 2024021")}, 2, 1, "«2024021», que no es un día"},
       {{Page("1 20240131 ")}, 2, 1, "«», que no es un día"},
   };
-  for (const auto& one : cases) {
+  for (const auto& [answers, requests, days, text] : cases) {
     UploadHost host;
-    const SalesUploadResult result = host.Upload(one.answers);
-    EXPECT_THAT(result.failure, HasSubstr(one.text));
+    const SalesUploadResult result = host.Upload(answers);
+    EXPECT_THAT(result.failure, HasSubstr(text));
     EXPECT_EQ(result.complete, result.failure.empty());
-    EXPECT_EQ(host.report.done, result.complete && one.days > 0) << "with no day pending it is complete, yet not done";
+    EXPECT_EQ(host.report.done, result.complete && days > 0) << "with no day pending it is complete, yet not done";
     EXPECT_THAT(host.report.text, HasSubstr(result.NothingPending() ? std::string(noDayPending) : result.failure));
-    EXPECT_EQ(host.Requests().size(), one.requests) << result.failure;
-    EXPECT_EQ(result.days.size(), one.days) << result.failure;
-    EXPECT_EQ(host.Reference(), one.days == 0 ? "2006-1-1" : "2024-1-31") << result.failure;
+    EXPECT_EQ(host.Requests().size(), requests) << result.failure;
+    EXPECT_EQ(result.days.size(), days) << result.failure;
+    EXPECT_EQ(host.Reference(), days == 0 ? "2006-1-1" : "2024-1-31") << result.failure;
   }
 }
 
 TEST(SalesUpload, SettingsThatNameNoServerOrNoDateSendNothingAndStay) {
-  const struct {
-    Setting setting;
-    const char* value;
-    bool ready;
-    const char* text;
-  } cases[] = {
+  const std::vector<std::tuple<Setting, const char*, bool, const char*>> cases = {
       {Setting::DireccionServidor, "", false, "No está configurada"},
       {Setting::DireccionServidor, "http://ventas", true, "no se entiende"},
       {Setting::OffsetAnno, "0", true, "la fecha de referencia guardada no es una fecha"},
   };
-  for (const auto& one : cases) {
+  for (const auto& [setting, value, ready, text] : cases) {
     UploadHost host;
-    host.settings.SetText(one.setting, one.value);
+    host.settings.SetText(setting, value);
     const auto before = host.application.settings.values;
-    EXPECT_EQ(clsIE_SVentas(host.context).Listo(), one.ready);
-    EXPECT_THAT(host.Upload({Page("1 20240131")}).failure, HasSubstr(one.text));
+    EXPECT_EQ(clsIE_SVentas(host.context).Listo(), ready);
+    EXPECT_THAT(host.Upload({Page("1 20240131")}).failure, HasSubstr(text));
     EXPECT_THAT(host.Requests(), IsEmpty());
     EXPECT_EQ(host.application.settings.values, before);
   }
@@ -177,51 +157,25 @@ TEST(SalesUpload, SettingsThatNameNoServerOrNoDateSendNothingAndStay) {
 }
 
 TEST(SalesUpload, KeepsHowFarItCameAlsoWhenItStopsEarly) {
-  struct Case {
-    const char* what;
-    std::function<void(UploadHost&)> arrange;
-    std::size_t days;
-    int saves;
-    const char* text;
+  constexpr auto unsaved = "Error al intentar guardar opciones del sistema";
+  const std::vector<std::tuple<std::function<void(UploadHost&)>, std::size_t, int, const char*>> cases = {
+      {[](UploadHost&) {}, 2, 1, ""},
+      {[](UploadHost& it) { it.application.databaseFailure = HostError(HostErrorKind::Timeout, ""); }, 0, 1, "tiempo"},
+      {[](UploadHost& it) { it.totals[0][1] = std::string("x"); }, 0, 1, "no es un importe: x"},
+      {[](UploadHost& it) { it.totals[0][1] = 922'337'203'685'477.0; }, 0, 1, "no cabe"},
+      {[](UploadHost& it) { it.services.interruption.requested = true; }, 0, 1, "interrumpi"},
+      {[](UploadHost& it) { it.application.settings.saveFailure = HostError(HostErrorKind::Full, ""); }, 2, 0, unsaved},
+      {[](UploadHost& it) { it.application.settings.refuses = true; }, 2, 0, unsaved},
   };
-  const Case cases[] = {
-      {"well", [](UploadHost&) {}, 2, 1, ""},
-      {"the database fails",
-       [](UploadHost& host) {
-         host.application.fakeDatabase.answer = [&host](const SqlStatement&) -> std::unique_ptr<Recordset> {
-           if (host.application.fakeDatabase.statements.size() > 1) throw HostError(HostErrorKind::Timeout, "tarde");
-           return std::make_unique<test::FakeRecordset>(std::vector<std::string>(),
-                                                        std::vector<std::vector<FieldValue>>());
-         };
-       },
-       1, 1, "tarde"},
-      {"no amounts",
-       [](UploadHost& host) {
-         host.Answer({std::int64_t{1}, std::string("x"), {}, {}});
-       },
-       0, 1, "no es un importe: x"},
-      {"too much",
-       [](UploadHost& host) {
-         host.Answer({std::int64_t{1}, 9e14, -9e14, {}});
-       },
-       0, 1, "no cabe"},
-      {"interrupted", [](UploadHost& host) { host.services.interruption.requested = true; }, 0, 1, "interrumpi"},
-      {"not saved",
-       [](UploadHost& host) { host.application.settings.saveFailure = HostError(HostErrorKind::Full, "lleno"); }, 2, 0,
-       "Error al intentar guardar opciones del sistema"},
-      {"refused", [](UploadHost& host) { host.application.settings.refuses = true; }, 2, 0,
-       "Error al intentar guardar opciones del sistema"},
-  };
-  for (const Case& one : cases) {
-    SCOPED_TRACE(one.what);
+  for (const auto& [arrange, days, saves, text] : cases) {
     UploadHost host;
-    one.arrange(host);
+    arrange(host);
     const SalesUploadResult result = host.Upload({Page("1 20240131 20240201")});
-    EXPECT_EQ(result.days.size(), one.days);
-    EXPECT_EQ(host.application.settings.saves, one.saves);
-    EXPECT_THAT(host.report.text, HasSubstr(one.text));
+    EXPECT_EQ(result.days.size(), days) << text;
+    EXPECT_EQ(host.application.settings.saves, saves) << text;
+    EXPECT_THAT(host.report.text, HasSubstr(text));
     EXPECT_EQ(result.complete, host.report.text.empty());
-    EXPECT_EQ(host.report.done, result.complete);
+    EXPECT_EQ(host.report.done, result.complete) << text;
   }
 }
 

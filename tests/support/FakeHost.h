@@ -2,6 +2,7 @@
 // told is kept in them.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
@@ -199,10 +200,7 @@ struct FakeMail : MailService {
     sent.push_back(std::string(path) + " -> " + std::string(recipient));
     return outcome;
   }
-  MailOutcome SendFileToChosenRecipient(std::string_view path) override {
-    sent.push_back(std::string(path) + " -> ?");
-    return outcome;
-  }
+  MailOutcome SendFileToChosenRecipient(std::string_view path) override { return SendFile(path, "?"); }
   std::vector<std::string> sent;
   MailOutcome outcome{MailStatus::Sent, {}};
 };
@@ -218,10 +216,8 @@ class FakeRecordset : public Recordset {
   void MoveNext() override { ++row_; }
   std::size_t FieldCount() const override { return names_.size(); }
   std::optional<std::size_t> FindField(std::string_view name) const override {
-    for (std::size_t index = 0; index < names_.size(); ++index) {
-      if (names_[index] == name) return index;
-    }
-    return std::nullopt;
+    const auto found = std::ranges::find(names_, name);
+    return found == names_.end() ? std::nullopt : std::optional<std::size_t>(found - names_.begin());
   }
   FieldValue Value(std::size_t index) const override { return rows_[row_][index]; }
   std::string_view Text(std::size_t index) const override { return text_ = TextOf(Value(index)); }
@@ -233,8 +229,8 @@ class FakeRecordset : public Recordset {
   mutable std::string text_;
 };
 
-/// Answers every query with `answer` and counts nothing. A test that needs SQL gives the real provider, before which
-/// this one only writes down the statements and does something before each transaction.
+/// Answers every query with `rows`, whose fields are `names`, and counts nothing. A test that needs SQL gives the real
+/// provider, before which this one only writes down the statements and does something before each transaction.
 struct FakeDatabase : DatabaseServices {
   std::unique_ptr<Recordset> OpenRecordset(const SqlStatement& statement) override {
     statements.push_back(statement);
@@ -258,8 +254,10 @@ struct FakeDatabase : DatabaseServices {
   DatabaseServices* real = nullptr;
   std::function<void()> beforeTransaction = [] {};
   std::vector<SqlStatement> statements;
-  std::function<std::unique_ptr<Recordset>(const SqlStatement&)> answer = [](const SqlStatement&) {
-    return std::make_unique<FakeRecordset>(std::vector<std::string>(), std::vector<std::vector<FieldValue>>());
+  std::vector<std::string> names;
+  std::vector<std::vector<FieldValue>> rows;
+  std::function<std::unique_ptr<Recordset>(const SqlStatement&)> answer = [this](const SqlStatement&) {
+    return std::make_unique<FakeRecordset>(names, rows);
   };
 };
 
