@@ -1,7 +1,11 @@
-// Files that are a registry in a zip, or no registry at all, from the file to the store.
+// What is read of a registry: files that are one in a zip, or none at all, from the file to the store, and its lines.
 #include <gmock/gmock.h>
 #include <zip.h>
 
+#include <random>
+
+#include "base/Text.h"
+#include "fiscal/RegistryLines.h"
 #include "fiscal/RegistryStore.h"
 
 namespace tolvan {
@@ -33,16 +37,14 @@ std::string Zip(const Files& files, Packing packing = Packing::Deflated) {
   return test::ReadFile(folder.File("a.zip"));
 }
 
-const std::string registry =
-    "101012341|PE\xD1"
-    "A\r\n00100000009|ANA\r\n";
+const std::string registry = "101012341|MU\xD1OZ\r\n00100000009|ANA\r\n";
 
 TEST(RegistryFile, ReadsTheOneTextOfAZip) {
   Store store;
   const Files packed = {{"TMP/", ""}, {"TMP/DGII_RNC.TXT", registry}, {"__MACOSX/TMP/._DGII_RNC.TXT", "\0\5\x16"s}};
   EXPECT_TRUE(store.Import(Zip(packed), 1)) << store.run.message;
   EXPECT_EQ(store.Counts(), "2 0 0 2");
-  EXPECT_EQ(store.Table(), "00100000009=ANA;101012341=PEÑA");
+  EXPECT_EQ(store.Table(), "00100000009=ANA;101012341=MUÑOZ");
   const test::TemporaryFolder folder;
   test::WriteFile(folder.File("a"), Zip(packed));
   EXPECT_EQ(RegistryFile(store.files, store.archives, folder.File("a"), test::nobodyInterrupts).Size(),
@@ -81,9 +83,7 @@ TEST(RegistryFile, NamesWhatIsNoRegistryAndKeepsNothing) {
       {office + std::string(600, '|'), "es un libro de Excel u otro documento de Office;"},
       {"\xEF\xBB\xBF\r\n <!DOCTYPE html>\n<p>101012341|A\n", "es una página web;"},
       {"<?xml version=\"1.0\"?>\n<a>101012341|A</a>\n", "es un documento XML;"},
-      {"\xFF\xFE"
-       "1\0|\0"s,
-       "es un texto en UTF-16;"},
+      {"\xFF\xFE|\0"s, "es un texto en UTF-16;"},
       {"|" + std::string(16, '\0') + std::string(300, 'x'), "es un archivo que no es de texto;"},
       {Zip({{"a\n.txt", registry}, {"b.txt", ""}, {"c.txt", ""}}), "contiene 3 archivos: «a .txt», «b.txt»…;"},
       {Zip({{"vacía/", ""}}), "no contiene ningún archivo;"},
@@ -107,6 +107,38 @@ TEST(RegistryFile, NamesWhatIsNoRegistryAndKeepsNothing) {
   Store store;
   EXPECT_FALSE(store.Import(Zip({{"r.txt", registry}}), 1, test::StopsAt(1)));
   EXPECT_EQ(store.run.message, "Operación interrumpida") << "while the zip is proved";
+}
+
+TEST(RegistryLineReader, GivesTheSameLinesWhateverItsBuffer) {
+  std::mt19937 random(11);
+  const std::string letters = "ab|\r\n\n";
+  for (int round = 0; round < 3'000; ++round) {
+    std::string content;
+    for (std::size_t left = random() % 60; left > 0; --left) content += letters[random() % letters.size()];
+    std::vector<std::string_view> expected = Split(content, '\n');  // the lines as a program without limits cuts them
+    if (expected.back().empty()) expected.pop_back();
+    const std::size_t bufferSize = 8 + random() % 20;
+    test::MemoryFile file(content);
+    RegistryLineReader reader(file, test::nobodyInterrupts, bufferSize);
+    RegistryLine line;
+    for (std::string_view one : expected) {
+      if (one.ends_with('\r')) one.remove_suffix(1);
+      ASSERT_TRUE(reader.Next(line)) << content;
+      ASSERT_EQ(line.length, one.size()) << content;
+      ASSERT_EQ(line.text, one.substr(0, line.text.size())) << content;
+      ASSERT_GE(line.text.size() + 1, std::min(one.size(), bufferSize)) << content;
+      ASSERT_EQ(line.separatorBeyond, one.find('|', line.text.size()) != std::string::npos) << content;
+    }
+    ASSERT_FALSE(reader.Next(line)) << content;
+  }
+}
+
+TEST(RegistryLineReader, StopsWithinALineThatDoesNotEnd) {
+  test::MemoryFile file(std::string(1'000, 'x'));
+  const test::FakeInterruption soon = test::StopsAt(3);
+  RegistryLineReader reader(file, soon, 16);
+  RegistryLine line;
+  EXPECT_THROW(reader.Next(line), HostError);
 }
 
 }  // namespace
