@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "support/FakeHost.h"
 
 namespace tolvan::test {
@@ -16,12 +18,7 @@ constexpr auto question =
     "¿Desea descargar este archivo ahora?";
 
 TEST(basComponenteXMLTest, ToldUnlessSilentAndOfferedOnlyWhenAsked) {
-  const struct {
-    bool silent, offer;
-    const char* address;
-    bool answer;
-    std::size_t messages, questions;
-  } cases[] = {
+  const std::vector<std::tuple<bool, bool, const char*, bool, std::size_t, std::size_t>> cases = {
       {true, true, "http://ejemplo/msxml6.msi", true, 0, 0},
       {false, false, "http://ejemplo/msxml6.msi", true, 1, 0},
       {false, true, "http://ejemplo/msxml6.msi", true, 1, 1},
