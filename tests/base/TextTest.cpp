@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -110,12 +111,7 @@ TEST(Text, SplitsAndReadsWholeNumbers) {
 }
 
 TEST(TextColumns, CutByWhatATerminalShows) {
-  const struct {
-    const char* text;
-    std::size_t columns;
-    const char* firstThree;
-    const char* cutToThree;
-  } cases[] = {
+  const std::vector<std::tuple<const char*, std::size_t, const char*, const char*>> cases = {
       {"", 0, "", ""},
       {"Ñu", 2, "Ñu", "Ñu"},
       {"añoso", 5, "año", "añ…"},
@@ -133,10 +129,7 @@ TEST(TextColumns, CutByWhatATerminalShows) {
 
 TEST(TextColumns, WrapAtWords) {
   using Lines = std::vector<std::string>;
-  const struct {
-    const char* text;
-    Lines lines;
-  } cases[] = {
+  const std::vector<std::pair<const char*, Lines>> cases = {
       {"", {""}},
       {"ocho año", {"ocho año"}},
       {"ocho años y  un día", {"ocho", "años y", "un día"}},
