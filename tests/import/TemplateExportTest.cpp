@@ -52,34 +52,24 @@ TEST_F(TemplateExportTest, AFilledTemplateImportsBackWithoutChanges) {
   }
 }
 
-// Two tax classes, inventories, price lists, brands and departments; A1 has two units, D4 no price, E5 one inventory.
-constexpr const char* variedStore = R"sql(
-DELETE FROM Precios; DELETE FROM ItemsUnidadesInv; DELETE FROM ItemsUnidades; DELETE FROM Items;
-INSERT INTO Marcas (idMarca) VALUES ('M1'), ('M2');
-INSERT INTO Departamentos (idDepartamento) VALUES ('D1'), ('D2');
-INSERT INTO Items (idItem, Descripcion, idMarca, idDepartamento, ClaseI, Exento) VALUES ('A1', 'UNO', 'M2', 'D1', 2, 0),
-  ('B2', 'DOS', 'M1', 'D1', 1, 1), ('C3', 'TRES', 'M1', 'D2', 1, 0), ('D4', 'CUATRO', 'M1', 'D1', 1, 0),
-  ('E5', 'CINCO', 'M2', 'D2', 1, 0);
-INSERT INTO ItemsUnidades (idItem, idUnidad, EsPrincipal, Multiplicador) VALUES ('A1', 'CAJA', 0, 12),
-  ('A1', 'UND', 1, 1), ('B2', 'DEF', 1, 1), ('C3', 'DEF', 1, 1), ('D4', 'DEF', 1, 1), ('E5', 'DEF', 1, 1);
-INSERT INTO ItemsUnidadesInv (idItem, idUnidad, Inv, CostoActual) VALUES ('A1', 'CAJA', 0, 900), ('A1', 'UND', 0, 80),
-  ('A1', 'UND', 1, 81), ('B2', 'DEF', 0, 7.5), ('B2', 'DEF', 1, 7), ('C3', 'DEF', 0, 40), ('C3', 'DEF', 1, 41),
-  ('D4', 'DEF', 0, 1), ('D4', 'DEF', 1, 2), ('E5', 'DEF', 1, 3);
-INSERT INTO Precios (idItem, idUnidad, idLista, Inv, Precio) VALUES ('A1', 'CAJA', 'DEF', 0, 1100),
-  ('A1', 'UND', 'DEF', 0, 100), ('A1', 'UND', 'DEF', 1, 101), ('A1', 'UND', 'MAYOR', 0, 90), ('B2', 'DEF', 'DEF', 0, 20),
-  ('C3', 'DEF', 'DEF', 0, 50), ('C3', 'DEF', 'DEF', 1, 51), ('D4', 'DEF', 'MAYOR', 0, 5), ('E5', 'DEF', 'DEF', 1, 10);
-)sql";
-
+// With another cost and price in the other inventory, an alternate unit, and another list; without a price, EXENTO's.
 TEST_F(TemplateExportTest, EveryItemHasTheCostAndPriceOfItsPrincipalUnitInTheInventoryAsked) {
-  Execute(variedStore);
+  Execute(
+      "UPDATE Items SET idDepartamento = 'CDMA', ClaseI = 2 WHERE idItem = 'VIEJO';"
+      "UPDATE ItemsUnidadesInv SET CostoActual = 11 WHERE Inv = 1;"
+      "INSERT INTO ItemsUnidadesInv (idItem, idUnidad, Inv, CostoActual) VALUES ('VIEJO', 'CAJA', 0, 900), "
+      "('EXENTO', 'DEF', 1, 7), ('SINPRINCIPAL', 'DEF', 0, 1);"
+      "INSERT INTO Precios (idItem, idUnidad, idLista, Inv, Precio) VALUES ('VIEJO', 'CAJA', 'DEF', 0, 1100), "
+      "('VIEJO', 'UND', 'DEF', 1, 101), ('VIEJO', 'UND', 'MAYOR', 0, 90)");
   host.services.dialogs.yes = true;
   const std::vector<std::string> expected{
-      "B2;DOS;M1;D1;7.5;20|D4;CUATRO;M1;D1;1;|A1;UNO;M2;D1;80;108|C3;TRES;M1;D2;40;59|",
-      "B2;DOS;M1;D1;7;|D4;CUATRO;M1;D1;2;|A1;UNO;M2;D1;81;109.08|C3;TRES;M1;D2;41;60.18|E5;CINCO;M2;D2;3;11.8|"};
+      "VIEJO;ARTICULO VIEJO;ACME;CDMA;10;108|EXENTO;ARTICULO EXENTO;ACME;DEF;7.5;20|",
+      "VIEJO;ARTICULO VIEJO;ACME;CDMA;11;109.08|EXENTO;ARTICULO EXENTO;ACME;DEF;7;|"};
+  TemplateExport filled(host.context, sheets);
+  std::string errorText;
   for (const std::int32_t inventory : {0, 1}) {
     host.application.inventory = inventory;
-    std::string errorText;
-    ASSERT_TRUE(TemplateExport(host.context, sheets).AbrirPlantilla("plantilla.xlt", errorText)) << errorText;
+    ASSERT_TRUE(filled.AbrirPlantilla("plantilla.xlt", errorText)) << errorText;
     std::string rows;
     for (const test::GivenRow& row : sheets.rows) {
       for (const test::Given& cell : row) {
@@ -91,6 +81,12 @@ TEST_F(TemplateExportTest, EveryItemHasTheCostAndPriceOfItsPrincipalUnitInTheInv
     EXPECT_EQ(rows, expected[static_cast<std::size_t>(inventory)]);
   }
   EXPECT_EQ(host.services.dialogs.defaults, (std::vector{false, false})) << "No is what Enter answers";
+  host.application.databaseFailure = HostError(HostErrorKind::Unreachable, "no está");
+  EXPECT_FALSE(filled.AbrirPlantilla("plantilla.xlt", errorText));
+  EXPECT_NE(errorText.find("no está"), std::string::npos);
+  host.services.dialogs.yes = false;
+  EXPECT_TRUE(filled.AbrirPlantilla("plantilla.xlt", errorText)) << "without data the database is not asked";
+  EXPECT_TRUE(sheets.rows.empty());
 }
 
 TEST(ItemQueries, HaveTheirExactTexts) {
@@ -154,17 +150,6 @@ TEST_F(TemplateExportTest, TellsTheItemsThatWillNotComeBack) {
   EXPECT_EQ(importer.RowAt(1).previousCost, std::nullopt);
   EXPECT_EQ(importer.RowAt(3).action, RowAction::Update);
   EXPECT_EQ(importer.RowAt(3).difference.ToText(), "922337203685477.5807") << "as much as there is";
-}
-
-TEST_F(TemplateExportTest, AnEmptyTemplateHasNoRows) {
-  TemplateExport filled(host.context, sheets);
-  std::string errorText;
-  EXPECT_TRUE(filled.AbrirPlantilla("plantilla.xlt", errorText));
-  EXPECT_TRUE(sheets.rows.empty());
-  host.application.databaseFailure = HostError(HostErrorKind::Unreachable, "no está");
-  host.services.dialogs.yes = true;
-  EXPECT_FALSE(filled.AbrirPlantilla("plantilla.xlt", errorText));
-  EXPECT_NE(errorText.find("no está"), std::string::npos);
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ class PreciosExcel : public test::ImportTest {
       note = list.NoteOfAll();
       if (apply) applied = shown.Iniciar(status);
     });
-    processed = importer.Procesar(status);
+    importer.Procesar(status);
     outcome = importer.Outcome();
     numbers = {importer.NumeroRenglones(), importer.NumeroNuevos(), importer.NumeroAsociados()};
     std::vector<ReviewRow> rows;
@@ -28,7 +28,6 @@ class PreciosExcel : public test::ImportTest {
   }
 
   std::vector<std::int32_t> numbers;
-  bool processed = false;
   bool applied = false;
   std::string note;
   ImportOutcome outcome;
@@ -138,12 +137,7 @@ TEST_F(PreciosExcel, CreatesItemsWholeAndKeepsFormerValues) {
 
 TEST_F(PreciosExcel, AppliesTheAlternateUnitOnlyWhereItIsTheItemsOwn) {
   const char* const nothingNamed = "no se nombra una unidad alterna: las columnas I, J y K no se toman en cuenta";
-  struct Case {
-    test::GivenRow unit;
-    RowAction action;
-    Remarks remarks;
-  };
-  const std::vector<Case> cases{
+  const std::vector<std::tuple<test::GivenRow, RowAction, Remarks>> cases{
       {{"caja", 12.0, 1180.0}, RowAction::Update, {}},
       {{"caja", 12.0}, RowAction::None, {}},
       {{"caja", 1.0, 1180.0},
@@ -160,13 +154,13 @@ TEST_F(PreciosExcel, AppliesTheAlternateUnitOnlyWhereItIsTheItemsOwn) {
       {{"caja", 24.0, 1180.0}, RowAction::None, {"la unidad CAJA del Item es de 12 y no de 24: no se toma en cuenta"}},
       {{"saco", 12.0, 1180.0}, RowAction::None, {"el Item no tiene la unidad SACO: no se toma en cuenta"}},
       {{"und", 12.0, 1180.0}, RowAction::None, {"el Item no tiene la unidad UND: no se toma en cuenta"}}};
-  for (const Case& each : cases) {
+  for (const auto& [unit, action, remarks] : cases) {
     test::GivenRow row{"VIEJO", "x", "", "", 10.0, 118.0, none};
-    row.insert(row.end(), each.unit.begin(), each.unit.end());
+    row.insert(row.end(), unit.begin(), unit.end());
     sheets.rows = {row};
     const ReviewRow decided = Import(false).front();
-    EXPECT_EQ(decided.action, each.action) << testing::PrintToString(each.unit.size());
-    EXPECT_EQ(decided.remarks, each.remarks);
+    EXPECT_EQ(decided.action, action) << unit.size();
+    EXPECT_EQ(decided.remarks, remarks);
   }
   Execute("UPDATE Items SET RequiereSeriales = 1 WHERE idItem = 'VIEJO'");
   sheets.rows = {{"VIEJO", "x", "", "", 10.0, 118.0, none, "caja", 12.0, 1180.0}};
