@@ -58,7 +58,7 @@ TEST_F(TemplateExportTest, EveryItemHasTheCostAndPriceOfItsPrincipalUnitInTheInv
       "UPDATE Items SET idDepartamento = 'CDMA', ClaseI = 2 WHERE idItem = 'VIEJO';"
       "UPDATE ItemsUnidadesInv SET CostoActual = 11 WHERE Inv = 1;"
       "INSERT INTO ItemsUnidadesInv (idItem, idUnidad, Inv, CostoActual) VALUES ('VIEJO', 'CAJA', 0, 900), "
-      "('EXENTO', 'DEF', 1, 7), ('SINPRINCIPAL', 'DEF', 0, 1);"
+      "('EXENTO', 'DEF', 1, 7);"
       "INSERT INTO Precios (idItem, idUnidad, idLista, Inv, Precio) VALUES ('VIEJO', 'CAJA', 'DEF', 0, 1100), "
       "('VIEJO', 'UND', 'DEF', 1, 101), ('VIEJO', 'UND', 'MAYOR', 0, 90)");
   host.services.dialogs.yes = true;

@@ -4,7 +4,11 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -197,6 +201,30 @@ TEST_F(PosixFiles, StayAsTheyWereWhenTheDiskIsFull) {
     return seen + " " + std::to_string(NamesIn(folder.Path()).size());
   });
   EXPECT_EQ(outcome, "full full viejo 1");
+}
+
+// From here on the system refuses this process to look at a file that it has open; by name it still may.
+void RefuseFstat() {
+  constexpr auto byName = static_cast<std::uint32_t>(AT_FDCWD);
+  sock_filter program[] = {{BPF_LD | BPF_W | BPF_ABS, 0, 0, offsetof(seccomp_data, nr)},
+                           {BPF_JMP | BPF_JEQ | BPF_K, 3, 0, __NR_fstat},
+                           {BPF_JMP | BPF_JEQ | BPF_K, 0, 3, __NR_newfstatat},
+                           {BPF_LD | BPF_W | BPF_ABS, 0, 0, offsetof(seccomp_data, args)},
+                           {BPF_JMP | BPF_JEQ | BPF_K, 1, 0, byName},
+                           {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ERRNO | EIO},
+                           {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW}};
+  const sock_fprog filter{std::size(program), program};
+  ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+  ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter);
+}
+
+TEST_F(PosixFiles, LeaveNothingWhenTheyCannotBeLookedAt) {
+  const std::string outcome = test::RunInChild([&]() -> std::string {
+    RefuseFstat();
+    return KindThrownBy([&] { CreateWholeFile(folder.File("a.txt")); }) == HostErrorKind::Failed ? "failed" : "";
+  });
+  EXPECT_EQ(outcome, "failed");
+  EXPECT_TRUE(NamesIn(folder.Path()).empty());
 }
 
 TEST_F(PosixFiles, AreNotReplacedWhenNobodyKnowsWhetherTheyAreGuarded) {
