@@ -425,7 +425,7 @@ void WindowDriver::AnswerPicker(const std::string& title, const std::string& pat
 std::string WindowDriver::Dismiss() {
   UntilShown("mensaje");
   const std::string text = Text("textoMensaje");
-  const wxWindow* const box = Ask([this] { return Find("mensaje"); });
+  const wxWindow* const box = Ask([] { return Find("mensaje"); });
   const std::string button = Shown("bMensajeSi") ? "bMensajeSi" : "bMensajeAceptar";
   ActUntil(
       "the box is gone", [&] { Click(button); }, [&] { return Find("mensaje") != box; });

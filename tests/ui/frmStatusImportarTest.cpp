@@ -157,8 +157,8 @@ TEST_F(StatusImportar, RefusesACodeThatIsRegistered) {
   };
   EXPECT_FALSE(form.EstablecerCodigo(1, "Año 1"));
   EXPECT_TRUE(importer.calls.empty());
-  EXPECT_EQ(dialogs.boxes.back(),
-            (Box{MessageIcon::Exclamation, "Tolvan", "Este código AÑO1 ya está registrado en la base de datos."}));
+  EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{MessageIcon::Exclamation, "Tolvan",
+                                              "Este código AÑO1 ya está registrado en la base de datos."}}));
 }
 
 TEST_F(StatusImportar, ProceedsOnceAndForgetsTheFile) {
@@ -180,7 +180,7 @@ TEST_F(StatusImportar, ProceedsOnceAndForgetsTheFile) {
   view.list.Clear(importer);
   importer.failure = "Fila 7: el código está repetido";
   EXPECT_FALSE(form.bAceptar_Click());
-  EXPECT_EQ(dialogs.boxes.back(), (Box{MessageIcon::Exclamation, "Tolvan", "Fila 7: el código está repetido"}));
+  EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{MessageIcon::Exclamation, "Tolvan", "Fila 7: el código está repetido"}}));
   EXPECT_EQ(view.closed, 0);
   EXPECT_EQ(host.settings.Text(Setting::RutaUltimoArchivo), "libro.xlsx");
   importer.succeeds = true;
