@@ -9,8 +9,6 @@
 #include "spreadsheet/ZipPackage.h"
 #include "support/RegistryRun.h"
 
-namespace tolvan::data {}
-
 namespace tolvan::test {
 
 struct RegistryStore {
